@@ -146,16 +146,18 @@ HWY_INLINE void walk(const Runs::Coordinate& c, int run, int length, int32_t* ou
   }
 }
 
+/// Whatever is not a number or lies too far away ends up at an edge.
+HWY_INLINE int32_t toFixed(double position) {
+  const double far = 32767.5;
+  return int32_t(std::floor(std::min(far, std::max(-far, position)) * (1 << kPositionBits) + 0.5));
+}
+
 /// Positions one by one, for perspective too strong for runs.
 void computeEach(const Line& line, int count, Positions* positions) {
-  const double one = 1 << kPositionBits;
-  const double far = 32767.5 * one;
   for (int i = 0; i < count; ++i) {
     const double w = line.w0 + line.w1 * i;
-    const double x = (line.xn0 + line.xn1 * i) / w * one;
-    const double y = (line.yn0 + line.yn1 * i) / w * one;
-    positions->x[i] = int32_t(std::floor(std::clamp(x, -far, far) + 0.5)) + kHalfWeightStep;
-    positions->y[i] = int32_t(std::floor(std::clamp(y, -far, far) + 0.5));
+    positions->x[i] = toFixed((line.xn0 + line.xn1 * i) / w) + kHalfWeightStep;
+    positions->y[i] = toFixed((line.yn0 + line.yn1 * i) / w);
   }
 }
 
@@ -374,6 +376,38 @@ void SampleLine(const Source& source, double x, double step, double y, int count
   }
 }
 
+void AddLine(const Source& source, double x, double step, double y, int count, uint16_t* sums) {
+  alignas(64) uint8_t line[kChunk * 4];
+  SampleLine(source, x, step, y, count, line);
+  for (int i = 0; i < count * 4; ++i) sums[i] = uint16_t(sums[i] + line[i]);
+}
+
+template <int kEach>
+HWY_INLINE void meanOf(const uint16_t* sums, int count, int each, uint32_t reciprocal,
+                       uint8_t* out) {
+  if (kEach != 0) each = kEach;
+  for (int i = 0; i < count; ++i) {
+    uint32_t total[4] = {};
+    for (int k = 0; k < each; ++k) {
+      for (int c = 0; c < 4; ++c) total[c] += sums[(i * each + k) * 4 + c];
+    }
+    for (int c = 0; c < 4; ++c) {
+      out[i * 4 + c] = uint8_t((total[c] * reciprocal + (1u << 23)) >> 24);
+    }
+  }
+}
+
+void MeanOfGroups(const uint16_t* sums, int count, int each, int samples, uint8_t* out) {
+  const uint32_t reciprocal = uint32_t((1u << 24) / double(samples) + 0.5);
+  switch (each) {
+    case 1: return meanOf<1>(sums, count, each, reciprocal, out);
+    case 2: return meanOf<2>(sums, count, each, reciprocal, out);
+    case 3: return meanOf<3>(sums, count, each, reciprocal, out);
+    case 4: return meanOf<4>(sums, count, each, reciprocal, out);
+    default: return meanOf<0>(sums, count, each, reciprocal, out);
+  }
+}
+
 }  // namespace kelvar::warp::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -381,9 +415,19 @@ HWY_AFTER_NAMESPACE();
 namespace kelvar::warp {
 
 HWY_EXPORT(SampleLine);
+HWY_EXPORT(AddLine);
+HWY_EXPORT(MeanOfGroups);
 
 void sampleLine(const Source& source, double x, double step, double y, int count, uint8_t* out) {
   HWY_DYNAMIC_DISPATCH(SampleLine)(source, x, step, y, count, out);
+}
+
+void addLine(const Source& source, double x, double step, double y, int count, uint16_t* sums) {
+  HWY_DYNAMIC_DISPATCH(AddLine)(source, x, step, y, count, sums);
+}
+
+void meanOfGroups(const uint16_t* sums, int count, int each, int samples, uint8_t* out) {
+  HWY_DYNAMIC_DISPATCH(MeanOfGroups)(sums, count, each, samples, out);
 }
 
 }  // namespace kelvar::warp

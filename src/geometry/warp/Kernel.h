@@ -22,4 +22,11 @@ constexpr int kChunk = 512;
 /// arguments alone, not on the instruction set.
 void sampleLine(const Source& source, double x, double step, double y, int count, uint8_t* out);
 
+/// As sampleLine, but adds the samples' bytes to `sums`, four a sample.
+void addLine(const Source& source, double x, double step, double y, int count, uint16_t* sums);
+
+/// Means of sums: pixel i of `count` is the rounded total of the `each` neighbouring sums from
+/// i * each on, over `samples`.
+void meanOfGroups(const uint16_t* sums, int count, int each, int samples, uint8_t* out);
+
 }  // namespace kelvar::warp

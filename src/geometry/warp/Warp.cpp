@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "geometry/warp/AreaFilter.h"
 #include "geometry/warp/Kernel.h"
 #include "geometry/warp/Span.h"
 #include "geometry/warp/ThreadPool.h"
@@ -34,7 +35,7 @@ void clear(uint8_t* row, int begin, int end) {
 
 /// Fills rows [first, last) with bilinear samples. The rows' chunks are taken column by column,
 /// so that the source's part in use stays in the cache.
-void bilinearBand(const Source& source, const PixelView& dst, const Quad& quad, int first,
+void fillPlain(const Source& source, const PixelView& dst, const Quad& quad, int first,
                   int last) {
   Span spans[kBandRows];
   int longest = 0;
@@ -62,8 +63,12 @@ bool warp(const ConstPixelView& src, const PixelView& dst, const Quad& quad,
   const Source source{src, sourceMap(*map)};
   const int bands = (dst.height + kBandRows - 1) / kBandRows;
   parallelFor(bands, options.threads, [&](int band) {
-    const int first = band * kBandRows;
-    bilinearBand(source, dst, quad, first, std::min(first + kBandRows, dst.height));
+    const int first = band * kBandRows, last = std::min(first + kBandRows, dst.height);
+    if (options.sampling == Sampling::Best || options.oversampling > 1) {
+      fillFiltered(source, dst, quad, std::clamp(options.oversampling, 1, 16), first, last);
+    } else {
+      fillPlain(source, dst, quad, first, last);
+    }
   });
   return true;
 }
