@@ -105,8 +105,10 @@ void fillSegment(const Source& source, int x, int y, int count, Axis across, Axi
     std::memset(sums, 0, size_t(n) * each * 8);
     for (int j = 0; j < down.lines(); ++j) {
       for (int i = 0; i < lines; ++i) {
-        addLine(source, x + done + 0.5 + across.offset(i), step, y + 0.5 + down.offset(j),
-                n * each, sums);
+        addLine(source,
+                {x + done + 0.5 + across.offset(i), step, y + 0.5 + down.offset(j), n * each,
+                 1.0 / down.lines()},
+                sums);
       }
     }
     meanOfGroups(sums, n, each, each * lines * down.lines(), out + size_t(done) * 4);
@@ -142,10 +144,10 @@ class Row {
     std::memset(out_ + size_t(touched.end) * 4, 0, size_t(width - touched.end) * 4);
   }
 
-  /// Pixels [begin, end) with centres inside, at most kChunk, from where plain sampling starts a
+  /// Pixels [begin, end) with centres inside, a chunk at most, from where plain sampling starts a
   /// chunk.
   void fillInside(int begin, int end, bool plain) {
-    if (plain) return sampleLine(source_, begin + 0.5, 1, y_ + 0.5, end - begin, at(begin));
+    if (plain) return sampleLine(source_, {begin + 0.5, 1, y_ + 0.5, end - begin}, at(begin));
     bool sampled = false;
     for (int x = begin; x < end; x += kSegment) {
       const int count = std::min(kSegment, end - x);
@@ -156,7 +158,7 @@ class Row {
       } else if (!sampled) {
         // The whole rest of the chunk, so that the bytes are those of plain sampling.
         uint8_t line[kChunk * 4];
-        sampleLine(source_, begin + 0.5, 1, y_ + 0.5, end - begin, line);
+        sampleLine(source_, {begin + 0.5, 1, y_ + 0.5, end - begin}, line);
         std::memcpy(at(x), line + size_t(x - begin) * 4, size_t(end - x) * 4);
         sampled = true;
       }
@@ -212,18 +214,18 @@ void fillFiltered(const Source& source, const PixelView& dst, const Quad& quad, 
     row.clearOutside(dst.width);
     longest = std::max(longest, row.centres().end - row.centres().begin);
   }
-  for (int offset = 0; offset < longest; offset += kChunk) {
+  for (int offset = 0; offset < longest; offset += source.chunk) {
     double left = 1e300, right = -1e300;
     for (const Row& row : rows) {
       if (row.centres().end - row.centres().begin <= offset) continue;
       left = std::min(left, double(row.centres().begin + offset));
-      right = std::max(right, double(std::min(row.centres().begin + offset + kChunk,
+      right = std::max(right, double(std::min(row.centres().begin + offset + source.chunk,
                                               row.centres().end)));
     }
     const bool plain = oversampling == 1 && keepsAll(source.map, left, first, right, last);
     for (Row& row : rows) {
       const int begin = row.centres().begin + offset;
-      const int end = std::min(begin + kChunk, row.centres().end);
+      const int end = std::min(begin + source.chunk, row.centres().end);
       if (begin < end) row.fillInside(begin, end, plain);
     }
   }

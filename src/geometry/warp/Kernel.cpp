@@ -50,10 +50,11 @@ struct Line {
   double xn0, xn1, yn0, yn1, w0, w1;
 };
 
-Line lineOf(const Homography& map, double x, double step, double y) {
+Line lineOf(const Homography& map, const SampleRow& row) {
   const auto& m = map.m;
-  return {m[0] * x + m[1] * y + m[2], m[0] * step, m[3] * x + m[4] * y + m[5], m[3] * step,
-          m[6] * x + m[7] * y + m[8], m[6] * step};
+  const double x = row.x, y = row.y;
+  return {m[0] * x + m[1] * y + m[2], m[0] * row.step, m[3] * x + m[4] * y + m[5],
+          m[3] * row.step, m[6] * x + m[7] * y + m[8], m[6] * row.step};
 }
 
 /// The runs that make up a chunk, as parabolas: position of sample t of a run is
@@ -359,11 +360,12 @@ HWY_INLINE void keepInside(const ConstPixelView& pixels, const Block& block) {
   if (outside(block.y, limitY)) clampAll(block.y, limitY);
 }
 
-void SampleLine(const Source& source, double x, double step, double y, int count, uint8_t* out) {
+void SampleLine(const Source& source, const SampleRow& row, uint8_t* out) {
+  const int count = row.count;
   Positions positions;
-  computePositions(lineOf(source.map, x, step, y), count, &positions);
+  computePositions(lineOf(source.map, row), count, &positions);
 #if HWY_TARGET == HWY_AVX3_DL
-  const Course course = courseOf(positions, count);
+  const Course course = courseOf(source, row, positions);
 #endif
   for (int t = 0; t < count; t += kBlock) {
     const Block block{positions.x + t, positions.y + t};
@@ -376,10 +378,10 @@ void SampleLine(const Source& source, double x, double step, double y, int count
   }
 }
 
-void AddLine(const Source& source, double x, double step, double y, int count, uint16_t* sums) {
+void AddLine(const Source& source, const SampleRow& row, uint16_t* sums) {
   alignas(64) uint8_t line[kChunk * 4];
-  SampleLine(source, x, step, y, count, line);
-  for (int i = 0; i < count * 4; ++i) sums[i] = uint16_t(sums[i] + line[i]);
+  SampleLine(source, row, line);
+  for (int i = 0; i < row.count * 4; ++i) sums[i] = uint16_t(sums[i] + line[i]);
 }
 
 template <int kEach>
@@ -418,12 +420,12 @@ HWY_EXPORT(SampleLine);
 HWY_EXPORT(AddLine);
 HWY_EXPORT(MeanOfGroups);
 
-void sampleLine(const Source& source, double x, double step, double y, int count, uint8_t* out) {
-  HWY_DYNAMIC_DISPATCH(SampleLine)(source, x, step, y, count, out);
+void sampleLine(const Source& source, const SampleRow& row, uint8_t* out) {
+  HWY_DYNAMIC_DISPATCH(SampleLine)(source, row, out);
 }
 
-void addLine(const Source& source, double x, double step, double y, int count, uint16_t* sums) {
-  HWY_DYNAMIC_DISPATCH(AddLine)(source, x, step, y, count, sums);
+void addLine(const Source& source, const SampleRow& row, uint16_t* sums) {
+  HWY_DYNAMIC_DISPATCH(AddLine)(source, row, sums);
 }
 
 void meanOfGroups(const uint16_t* sums, int count, int each, int samples, uint8_t* out) {

@@ -30,11 +30,8 @@ struct Windows {
   }
 };
 
-#ifndef KA
-#define KA 4
-#endif
-/// Rows ahead of which the source is prefetched.
-constexpr ptrdiff_t kAhead = KA;
+/// Rows ahead for which the source is prefetched.
+constexpr int kAhead = 6;
 
 struct WindowTables {
   // Byte indices for a window that starts at a pixel whose number is r modulo 16, less four times
@@ -59,19 +56,26 @@ struct WindowTables {
 };
 constexpr WindowTables kTables;
 
-/// Which way a chunk's samples go through the source, and how far apart neighbours are at most.
+/// Which way a row's samples go through the source, and how far apart neighbours are at most.
 struct Course {
   bool left, up;
   int32_t stepX, stepY;  // 16.16
+  ptrdiff_t ahead;       // bytes to what a later row needs
 };
 
-HWY_INLINE Course courseOf(const Positions& p, int count) {
+HWY_INLINE Course courseOf(const Source& source, const SampleRow& row, const Positions& p) {
   // The map is monotone along a line and so is its speed: the extremes are at the ends.
-  const int last = count - 1, before = std::max(last - 1, 0);
+  const int last = row.count - 1, before = std::max(last - 1, 0);
   const auto step = [=](const int32_t* v) {
     return std::max(std::abs(v[1] - v[0]), std::abs(v[last] - v[before])) + 64;
   };
-  return {p.x[last] < p.x[0], p.y[last] < p.y[0], step(p.x), step(p.y)};
+  const Point here{row.x + last * row.step / 2, row.y};
+  const Point from = source.map.map(here);
+  const Point to = source.map.map({here.x, here.y + kAhead * row.pitch});
+  const double dx = std::clamp(to.x - from.x, -1e4, 1e4);
+  const double dy = std::clamp(to.y - from.y, -1e4, 1e4);
+  const ptrdiff_t ahead = ptrdiff_t(dy) * source.pixels.stride + ptrdiff_t(dx) * 4;
+  return {p.x[last] < p.x[0], p.y[last] < p.y[0], step(p.x), step(p.y), ahead};
 }
 
 /// Eight samples from the windows at `at` (three rows), pixel bytes picked by `pick`.
@@ -140,7 +144,10 @@ void sampleParts(const ConstPixelView& pixels, const Block& block, const Course&
         if constexpr (kEdge) third[part] -= row + 2 > lastRow ? stride : 0;
         patterns[part] = kTables.pattern[(start - part * W::kPixels) & 15];
       }
-      if constexpr (kHalf == 0) _mm_prefetch(at[0] + kAhead * stride, _MM_HINT_T0);
+      // Windows of 16 pixels are as wide as a cache line and overlap by half.
+      if constexpr (kParts > 1 || kHalf == 0) {
+        for (const uint8_t* window : at) _mm_prefetch(window + course.ahead, _MM_HINT_T0);
+      }
       const __m512i replicate = _mm512_load_si512(kTables.replicate[kHalf]);
       const __m512i pick =
           _mm512_add_epi8(_mm512_permutexvar_epi8(replicate, index), W::load(patterns));
