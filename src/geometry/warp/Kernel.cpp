@@ -1,0 +1,390 @@
+#include "geometry/warp/Kernel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <type_traits>
+
+#define HWY_WANT_AVX3_DL
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "geometry/warp/Kernel.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace kelvar::warp::HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+/// A chunk is sampled in blocks of this many.
+constexpr int kBlock = 64;
+/// Positions are held with 16 bits of fraction, walked with 22.
+constexpr int kPositionBits = 16;
+constexpr int kWalkBits = 22;
+/// Half a step of the 255-step horizontal weight, so that cutting it off rounds.
+constexpr int kHalfWeightStep = 128;
+
+using I32 = hn::ScalableTag<int32_t>;
+using U16 = hn::ScalableTag<uint16_t>;
+using I16 = hn::ScalableTag<int16_t>;
+using U8 = hn::ScalableTag<uint8_t>;
+using U32 = hn::ScalableTag<uint32_t>;
+using F64 = hn::ScalableTag<double>;
+
+/// Source positions of samples, 16.16 fixed point.
+struct Positions {
+  alignas(64) int32_t x[kChunk];
+  alignas(64) int32_t y[kChunk];
+};
+
+/// Those of a block.
+struct Block {
+  int32_t* x;
+  int32_t* y;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Positions
+
+/// The map along one line: coordinates of sample i are (n0 + i n1) / (w0 + i w1).
+struct Line {
+  double xn0, xn1, yn0, yn1, w0, w1;
+};
+
+Line lineOf(const Homography& map, double x, double step, double y) {
+  const auto& m = map.m;
+  return {m[0] * x + m[1] * y + m[2], m[0] * step, m[3] * x + m[4] * y + m[5], m[3] * step,
+          m[6] * x + m[7] * y + m[8], m[6] * step};
+}
+
+/// The runs that make up a chunk, as parabolas: position of sample t of a run is
+/// base / 2^16 + (p + d t + a t (t - 1) / 2) / 2^22.
+struct Runs {
+  static constexpr int kMost = kChunk / 16;
+  struct Coordinate {
+    alignas(64) int32_t base[kMost];
+    alignas(64) int32_t p[kMost];
+    alignas(64) int32_t d[kMost];
+    alignas(64) int32_t a[kMost];
+  } x, y;
+};
+
+/// The run length for a line, or 0 when no parabola is near enough and each position has to be
+/// computed. The cubic term that a parabola through start, middle and end misses is at most
+/// 0.385 h^3 |f'''| / 6 = 0.385 h |f'| e^2, with h half the length and e the relative change of
+/// the denominator over h.
+int runLength(const Line& line, int count) {
+  const double w = std::min(std::abs(line.w0), std::abs(line.w0 + line.w1 * (count - 1)));
+  // |f'| = |n1 w0 - n0 w1| / w^2 is greatest where w is least.
+  const double slope = std::max(std::abs(line.xn1 * line.w0 - line.xn0 * line.w1),
+                                std::abs(line.yn1 * line.w0 - line.yn0 * line.w1)) /
+                       (w * w);
+  for (const int length : {64, 32, 16}) {
+    const double half = length / 2;
+    const double e = std::abs(line.w1) * half / (w - std::abs(line.w1) * length);
+    if (e < 0 || !(e < 0.1)) continue;
+    if (0.385 * half * slope * e * e <= 0.0003 && slope * length < 400) return length;
+  }
+  return 0;
+}
+
+/// Sets up `count` runs from the exact positions at their starts, middles and ends.
+HWY_INLINE void setUp(const Line& line, int length, int count, double n0, double n1,
+                      int32_t bias, Runs::Coordinate* c) {
+  const F64 d;
+  const hn::Rebind<int32_t, F64> di;
+  const auto set = [d](double v) { return hn::Set(d, v); };
+  const auto round = [&](auto v) { return hn::Floor(hn::Add(v, set(0.5))); };
+  const auto at = [&](auto t) {
+    return hn::Div(hn::Add(set(n0), hn::Mul(set(n1), t)),
+                   hn::Add(set(line.w0), hn::Mul(set(line.w1), t)));
+  };
+  const double half = length / 2;
+  const auto one = set(1 << kWalkBits);
+  for (int r = 0; r < count; r += int(hn::Lanes(d))) {
+    const auto t = hn::Mul(hn::Iota(d, r), set(length));
+    const auto u0 = at(t), u1 = at(hn::Add(t, set(half))), u2 = at(hn::Add(t, set(length)));
+    const auto base = hn::Floor(u0);
+    const auto p0 = round(hn::Mul(hn::Sub(u0, base), one));
+    const auto p1 = round(hn::Mul(hn::Sub(u1, base), one));
+    const auto p2 = round(hn::Mul(hn::Sub(u2, base), one));
+    const auto bend = hn::Add(hn::Sub(p2, hn::Add(p1, p1)), p0);
+    const auto mean = hn::Mul(hn::Sub(p2, p0), set(1.0 / length));
+    const auto curve = round(hn::Mul(bend, set(1 / (half * half))));
+    const auto start = round(hn::Sub(mean, hn::Mul(curve, set((length - 1) * 0.5))));
+    const auto end = hn::Add(start, hn::Mul(curve, set(length - 1)));
+    // The map is monotone along a line; where rounding makes the parabola turn, a straight line
+    // is as near and keeps it so.
+    const auto turns = hn::Lt(hn::Mul(start, end), hn::Zero(d));
+    hn::Store(hn::Add(hn::ShiftLeft<kPositionBits>(hn::DemoteTo(di, base)), hn::Set(di, bias)), di,
+              c->base + r);
+    hn::Store(hn::DemoteTo(di, p0), di, c->p + r);
+    hn::Store(hn::DemoteTo(di, hn::IfThenElse(turns, round(mean), start)), di, c->d + r);
+    hn::Store(hn::DemoteTo(di, hn::IfThenElse(turns, hn::Zero(d), curve)), di, c->a + r);
+  }
+}
+
+HWY_INLINE void walk(const Runs::Coordinate& c, int run, int length, int32_t* out) {
+  const I32 d;
+  constexpr int kLanes = int(hn::MaxLanes(I32()));
+  const auto i = hn::Iota(d, 0);
+  const auto triangle = hn::ShiftRight<1>(hn::Mul(i, hn::Sub(i, hn::Set(d, 1))));
+  const auto base = hn::Set(d, c.base[run]);
+  const auto step = hn::Set(d, c.d[run]);
+  const auto growth = hn::Set(d, c.a[run]);
+  auto position = hn::Add(hn::Set(d, c.p[run]),
+                          hn::Add(hn::Mul(step, i), hn::Mul(growth, triangle)));
+  // From here on in steps of a vector: the difference over its lanes, and that one's growth.
+  const auto wide = hn::Mul(growth, hn::Set(d, kLanes));
+  auto velocity = hn::Add(hn::Mul(step, hn::Set(d, kLanes)),
+                          hn::Mul(growth, hn::Add(hn::Mul(i, hn::Set(d, kLanes)),
+                                                  hn::Set(d, kLanes * (kLanes - 1) / 2))));
+  const auto acceleration = hn::Mul(wide, hn::Set(d, kLanes));
+  for (int t = 0; t < length; t += kLanes) {
+    hn::Store(hn::Add(base, hn::ShiftRight<kWalkBits - kPositionBits>(position)), d, out + t);
+    position = hn::Add(position, velocity);
+    velocity = hn::Add(velocity, acceleration);
+  }
+}
+
+/// Positions one by one, for perspective too strong for runs.
+void computeEach(const Line& line, int count, Positions* positions) {
+  const double one = 1 << kPositionBits;
+  const double far = 32767.5 * one;
+  for (int i = 0; i < count; ++i) {
+    const double w = line.w0 + line.w1 * i;
+    const double x = (line.xn0 + line.xn1 * i) / w * one;
+    const double y = (line.yn0 + line.yn1 * i) / w * one;
+    positions->x[i] = int32_t(std::floor(std::clamp(x, -far, far) + 0.5)) + kHalfWeightStep;
+    positions->y[i] = int32_t(std::floor(std::clamp(y, -far, far) + 0.5));
+  }
+}
+
+void computeRuns(const Line& line, int length, int count, Positions* positions) {
+  Runs runs;
+  const int n = (count + length - 1) / length;
+  setUp(line, length, n, line.xn0, line.xn1, kHalfWeightStep, &runs.x);
+  setUp(line, length, n, line.yn0, line.yn1, 0, &runs.y);
+  for (int r = 0; r < n; ++r) {
+    walk(runs.x, r, length, positions->x + r * length);
+    walk(runs.y, r, length, positions->y + r * length);
+  }
+}
+
+/// Positions of `count` samples. The last is repeated to fill the block, since what lies beyond
+/// may be anywhere.
+void computePositions(const Line& line, int count, Positions* positions) {
+  const int length = runLength(line, count);
+  if (length == 0) {
+    computeEach(line, count, positions);
+  } else {
+    computeRuns(line, length, count, positions);
+  }
+  const int end = (count + kBlock - 1) / kBlock * kBlock;
+  std::fill(positions->x + count, positions->x + end, positions->x[count - 1]);
+  std::fill(positions->y + count, positions->y + end, positions->y[count - 1]);
+}
+
+/// Moves positions to [0, limit].
+HWY_INLINE void clampAll(int32_t* positions, int32_t limit) {
+  const I32 d;
+  for (int t = 0; t < kBlock; t += int(hn::Lanes(d))) {
+    const auto p = hn::Load(d, positions + t);
+    hn::Store(hn::Min(hn::Max(p, hn::Zero(d)), hn::Set(d, limit)), d, positions + t);
+  }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Samples
+
+#if HWY_TARGET == HWY_SCALAR
+
+/// The samples of a block, one by one: the arithmetic that every other way repeats.
+void sampleScattered(const ConstPixelView& pixels, const Block& block, int count, uint8_t* out) {
+  for (int i = 0; i < count; ++i) {
+    const uint8_t* top =
+        pixels.row(block.y[i] >> kPositionBits) + ptrdiff_t(block.x[i] >> kPositionBits) * 4;
+    const uint8_t* bottom = top + pixels.stride;
+    const int right = ((block.x[i] & 0xFFFF) * 255) >> 16, left = 255 - right;
+    const int lower = (block.y[i] & 0xFFFF) >> 1, upper = 0x8000 - lower;
+    for (int c = 0; c < 4; ++c) {
+      const int t = (top[c] - 128) * left + (top[c + 4] - 128) * right;
+      const int b = (bottom[c] - 128) * left + (bottom[c + 4] - 128) * right;
+      // Both products are rounded, the upper one as the negative that its weight is elsewhere.
+      const int sum = ((b * lower + 0x4000) >> 15) - ((t * -upper + 0x4000) >> 15);
+      out[i * 4 + c] = uint8_t((uint32_t(sum + 0x8000) * 257) >> 16);
+    }
+  }
+}
+
+#else
+
+using VU8 = hn::Vec<U8>;
+using VI16 = hn::Vec<I16>;
+using VU16 = hn::Vec<U16>;
+
+/// Sums of neighbouring products: unsigned weights by signed values. Exact as used here.
+HWY_INLINE VI16 mulPairs(VU8 weights, VU8 values) {
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
+  return VI16{_mm512_maddubs_epi16(weights.raw, values.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return VI16{_mm256_maddubs_epi16(weights.raw, values.raw)};
+#elif HWY_TARGET == HWY_SSE4 || HWY_TARGET == HWY_SSSE3
+  return VI16{_mm_maddubs_epi16(weights.raw, values.raw)};
+#else
+  const I16 d;
+  const auto w = hn::BitCast(d, weights), v = hn::BitCast(d, values);
+  const auto low = hn::Set(d, 0xFF);
+  const auto even = hn::Mul(hn::And(w, low), hn::ShiftRight<8>(hn::ShiftLeft<8>(v)));
+  const auto odd = hn::Mul(hn::BitCast(d, hn::ShiftRight<8>(hn::BitCast(U16(), w))),
+                           hn::ShiftRight<8>(v));
+  return hn::Add(even, odd);
+#endif
+}
+
+/// From the two rows' horizontal sums (255 (pixel - 128)) to pixels 0 … 255 in 16 bits.
+/// `fraction` is the vertical weight of `bottom` in 15 bits.
+HWY_INLINE VU16 blendRows(VI16 top, VI16 bottom, VI16 fraction) {
+  const I16 d;
+  const auto complement = hn::Xor(fraction, hn::Set(d, int16_t(-32768)));
+  const auto sum = hn::Sub(hn::MulFixedPoint15(bottom, fraction),
+                           hn::MulFixedPoint15(top, complement));
+  // (s + 128) * 257 / 65536 is s / 255, rounded.
+  const U16 du;
+  return hn::MulHigh(hn::Xor(hn::BitCast(du, sum), hn::Set(du, 0x8000)), hn::Set(du, 257));
+}
+
+/// 16-bit values to bytes; in each 128-bit part `a`'s come before `b`'s.
+HWY_INLINE VU8 pack(VU16 a, VU16 b) {
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
+  return VU8{_mm512_packus_epi16(a.raw, b.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return VU8{_mm256_packus_epi16(a.raw, b.raw)};
+#elif HWY_TARGET == HWY_SSE4 || HWY_TARGET == HWY_SSSE3
+  return VU8{_mm_packus_epi16(a.raw, b.raw)};
+#else
+  const U8 d;
+  alignas(16) static constexpr uint8_t kOrder[16] = {0, 2, 4, 6, 8, 10, 12, 14,
+                                                     1, 3, 5, 7, 9, 11, 13, 15};
+  const auto both = hn::Or(a, hn::ShiftLeft<8>(b));
+  return hn::TableLookupBytes(hn::BitCast(d, both), hn::LoadDup128(d, kOrder));
+#endif
+}
+
+/// Two neighbouring pixels of one row for each of some samples, 8 bytes each, from `at(sample)`:
+/// `first`, `first + 1`, then the same 4, 8, … further on.
+template <typename At>
+HWY_INLINE VU8 loadPairs(const At& at, int first) {
+  const hn::CappedTag<uint64_t, 2> d;
+  const U8 d8;
+  const auto two = [&](int i) {
+    const hn::CappedTag<uint64_t, 1> half;
+    const auto load = [&](int k) {
+      uint64_t v;
+      std::memcpy(&v, at(k), 8);
+      return hn::Set(half, v);
+    };
+    return hn::Combine(d, load(i + 1), load(i));
+  };
+  const hn::ScalableTag<uint64_t> d64;
+#if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
+  const hn::Half<decltype(d64)> h;
+  return hn::BitCast(
+      d8, hn::Combine(d64, hn::Combine(h, two(first + 12), two(first + 8)),
+                      hn::Combine(h, two(first + 4), two(first))));
+#elif HWY_TARGET == HWY_AVX2
+  return hn::BitCast(d8, hn::Combine(d64, two(first + 4), two(first)));
+#else
+  return hn::BitCast(d8, two(first));
+#endif
+}
+
+/// The samples of a block, any map. Positions must be inside.
+void sampleScattered(const ConstPixelView& pixels, const Block& block, int count, uint8_t* out) {
+  const I32 d;
+  const U8 d8;
+  const U16 d16;
+  const U32 d32;
+  const int n = int(hn::Lanes(d));
+  alignas(16) static constexpr uint8_t kInterleave[16] = {0, 4,  1, 5,  2,  6,  3,  7,
+                                                          8, 12, 9, 13, 10, 14, 11, 15};
+  const auto interleave = hn::LoadDup128(d8, kInterleave);
+  const auto bias = hn::Set(d8, 0x80);
+  alignas(64) uint8_t tail[kBlock * 4];
+  const bool whole = count == kBlock;
+  for (int t = 0; t < count; t += n) {
+    const auto x = hn::Load(d, block.x + t), y = hn::Load(d, block.y + t);
+    const auto at = [&](int i) {
+      return pixels.data + ptrdiff_t(block.y[t + i] >> 16) * pixels.stride +
+             ptrdiff_t(block.x[t + i] >> 16) * 4;
+    };
+    const auto below = [&](int i) { return at(i) + pixels.stride; };
+    // Weights of the left and right pixel as a pair of bytes, 255 - f and f, all channels.
+    const auto fx = hn::BitCast(
+        d32, hn::MulHigh(hn::BitCast(d16, x), hn::BitCast(d16, hn::Set(d32, 0x000000FF))));
+    const auto pair = hn::Xor(hn::Or(fx, hn::ShiftLeft<8>(fx)), hn::Set(d32, 0x000000FF));
+    const auto weights = hn::Or(pair, hn::ShiftLeft<16>(pair));
+    const auto fy = hn::And(hn::ShiftRight<1>(hn::BitCast(d32, y)), hn::Set(d32, 0x7FFF));
+    const auto fraction = hn::Or(fy, hn::ShiftLeft<16>(fy));
+    const auto half = [&](int first, auto w, auto f) {
+      const auto top = hn::Xor(hn::TableLookupBytes(loadPairs(at, first), interleave), bias);
+      const auto bottom = hn::Xor(hn::TableLookupBytes(loadPairs(below, first), interleave), bias);
+      const auto w8 = hn::BitCast(d8, w);
+      return blendRows(mulPairs(w8, top), mulPairs(w8, bottom), hn::BitCast(I16(), f));
+    };
+    const auto a = half(0, hn::InterleaveLower(d32, weights, weights),
+                        hn::InterleaveLower(d32, fraction, fraction));
+    const auto b = half(2, hn::InterleaveUpper(d32, weights, weights),
+                        hn::InterleaveUpper(d32, fraction, fraction));
+    hn::StoreU(pack(a, b), d8, whole ? out + t * 4 : tail + t * 4);
+  }
+  if (!whole) std::memcpy(out, tail, size_t(count) * 4);
+}
+
+#endif  // HWY_TARGET == HWY_SCALAR
+
+#if HWY_TARGET == HWY_AVX3_DL
+#include "geometry/warp/KernelWindows-inl.h"
+#endif
+
+/// Keeps a block's positions inside the picture.
+HWY_INLINE void keepInside(const ConstPixelView& pixels, const Block& block) {
+  const int32_t limitX = int32_t((uint32_t(pixels.width - 1) << kPositionBits) - 1);
+  const int32_t limitY = int32_t((uint32_t(pixels.height - 1) << kPositionBits) - 1);
+  const auto outside = [](const int32_t* p, int32_t limit) {
+    return std::min(p[0], p[kBlock - 1]) < 0 || std::max(p[0], p[kBlock - 1]) > limit;
+  };
+  if (outside(block.x, limitX)) clampAll(block.x, limitX);
+  if (outside(block.y, limitY)) clampAll(block.y, limitY);
+}
+
+void SampleLine(const Source& source, double x, double step, double y, int count, uint8_t* out) {
+  Positions positions;
+  computePositions(lineOf(source.map, x, step, y), count, &positions);
+#if HWY_TARGET == HWY_AVX3_DL
+  const Course course = courseOf(positions, count);
+#endif
+  for (int t = 0; t < count; t += kBlock) {
+    const Block block{positions.x + t, positions.y + t};
+    const int n = std::min(kBlock, count - t);
+    keepInside(source.pixels, block);
+#if HWY_TARGET == HWY_AVX3_DL
+    if (sampleWindows(source.pixels, block, course, n, out + t * 4)) continue;
+#endif
+    sampleScattered(source.pixels, block, n, out + t * 4);
+  }
+}
+
+}  // namespace kelvar::warp::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace kelvar::warp {
+
+HWY_EXPORT(SampleLine);
+
+void sampleLine(const Source& source, double x, double step, double y, int count, uint8_t* out) {
+  HWY_DYNAMIC_DISPATCH(SampleLine)(source, x, step, y, count, out);
+}
+
+}  // namespace kelvar::warp
+#endif

@@ -1,0 +1,83 @@
+#include "geometry/warp/ThreadPool.h"
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace kelvar::warp {
+namespace {
+
+/// One call's tasks, handed out by number.
+struct Job {
+  const std::function<void(int)>* task;
+  int count;
+  std::atomic<int> next{0};
+  int helpers = 0;  // Workers still to come or at it; under the pool's lock.
+
+  void run() {
+    for (int i = next++; i < count; i = next++) (*task)(i);
+  }
+};
+
+thread_local bool insideTask = false;
+
+class Pool {
+ public:
+  /// Never destroyed: workers may still sleep in it when the process ends.
+  static Pool& shared() {
+    static Pool* const pool = std::make_unique<Pool>().release();
+    return *pool;
+  }
+
+  void run(Job* job, int helpers) {
+    {
+      const std::lock_guard lock(mutex_);
+      while (int(workers_.size()) < helpers) workers_.emplace_back([this] { work(); });
+      job->helpers = helpers;
+      queue_.insert(queue_.end(), size_t(helpers), job);
+    }
+    wake_.notify_all();
+    job->run();
+    std::unique_lock lock(mutex_);
+    // What no worker has taken up by now need not be.
+    job->helpers -= int(std::erase(queue_, job));
+    done_.wait(lock, [job] { return job->helpers == 0; });
+  }
+
+ private:
+  void work() {
+    insideTask = true;
+    std::unique_lock lock(mutex_);
+    for (;;) {
+      wake_.wait(lock, [this] { return !queue_.empty(); });
+      Job* const job = queue_.back();
+      queue_.pop_back();
+      lock.unlock();
+      job->run();
+      lock.lock();
+      if (--job->helpers == 0) done_.notify_all();
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable wake_, done_;
+  std::vector<Job*> queue_;
+  std::vector<std::jthread> workers_;
+};
+
+}  // namespace
+
+void parallelFor(int count, int threads, const std::function<void(int)>& task) {
+  if (threads <= 0) threads = int(std::max(1u, std::thread::hardware_concurrency()));
+  const int helpers = insideTask ? 0 : std::min({threads, count, 64}) - 1;
+  Job job{&task, count};
+  if (helpers <= 0) return job.run();
+  insideTask = true;
+  Pool::shared().run(&job, helpers);
+  insideTask = false;
+}
+
+}  // namespace kelvar::warp
