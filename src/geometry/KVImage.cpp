@@ -1,6 +1,5 @@
 #include "geometry/KVImage.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "geometry/CGRectAspectFittingSize.h"
@@ -18,19 +17,6 @@ bool canBeDrawn(const ImageRef& image) {
   if (image && image->isValid()) return true;
   logLine(u"Invalid Image");
   return false;
-}
-
-/// `rect` within (0, 0, width, height), widened to whole pixels; empty for not a number.
-QRect clippedToPixels(const QRectF& rect, int width, int height) {
-  const QRectF box = rect.normalized();
-  if (!(box.width() > 0 && box.height() > 0)) return {};
-  // In this order of arguments, what is not a number stays so and fails the comparison below.
-  const double left = std::max(floorToPixel(box.left()), 0.0);
-  const double top = std::max(floorToPixel(box.top()), 0.0);
-  const double right = std::min(ceilToPixel(box.right()), double(width));
-  const double bottom = std::min(ceilToPixel(box.bottom()), double(height));
-  if (!(left < right && top < bottom)) return {};
-  return {int(left), int(top), int(right - left), int(bottom - top)};
 }
 
 }  // namespace
@@ -69,7 +55,7 @@ ImageRef KVImage::fillImage(const ImageRef& image, const KVRectRef& insideBounds
 ImageRef KVImage::cropImage(const ImageRef& image, const KVRectRef& withBounds) {
   const QImage bitmap = getCGImage(image);
   const QRectF frame = rectOrZero(withBounds);
-  const QRect pixels = clippedToPixels(frame, bitmap.width(), bitmap.height());
+  const QRect pixels = clippedToPixels(frame, bitmap.size());
   return std::make_shared<Image>(pixels.isEmpty() ? QImage() : bitmap.copy(pixels), frame.size());
 }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Log.h"
+#include "geometry/WarpedImage.h"
 #include "platform/PixelGrid.h"
 
 namespace kelvar {
@@ -51,24 +51,9 @@ KVImageTransform::Placement KVImageTransform::placement() const {
 }
 
 ImageRef KVImageTransform::createOutput(int threads) const {
-  const auto nothing = std::make_shared<Image>();
-  const QImage source = getCIImageFromNSImage(input_);
   const auto [width, height, quad] = placement();
-  if (source.isNull() || !warp::Homography::fromRectangle(source.width(), source.height(), quad)) {
-    return nothing;
-  }
-  if (!isHoldable(width, height) || !isHoldable(source.width(), source.height())) {
-    logLine(u"KVImageTransform: a picture of %@ by %@ pixels cannot be held",
-            {stringFromNumber(width), stringFromNumber(height)});
-    return nothing;
-  }
-  QImage output(int(width), int(height), QImage::Format_ARGB32_Premultiplied);
-  if (output.isNull()) return nothing;
-  const warp::Options options{.sampling = sampling_, .threads = threads};
-  const bool mapped = warp::warp(
-      {source.constBits(), source.width(), source.height(), source.bytesPerLine()},
-      {output.bits(), output.width(), output.height(), output.bytesPerLine()}, quad, options);
-  return mapped ? getNSImage(output) : nothing;
+  return getNSImage(warpedImage(getCIImageFromNSImage(input_), width, height, quad,
+                                {.sampling = sampling_, .threads = threads}));
 }
 
 QImage KVImageTransform::getCIImageFromNSImage(const ImageRef& image) const {
