@@ -14,7 +14,7 @@ namespace kelvar {
 struct KELVAR_EXPORT Mapping {
   /// The shape's four corners in drawing order, of either winding, in pixels, y down. The first is
   /// the design's top-left corner. With any other number of points there is no mapping.
-  PointList path;
+  PointList path{};
   /// Factor on the shape; 0 is read as 1.
   double scale = 1;
   /// Quarter turns of the design within the shape, counter-clockwise on screen, after the flip.

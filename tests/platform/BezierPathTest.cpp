@@ -11,18 +11,16 @@ using Kind = BezierPath::Kind;
 
 /// "M 0 0 L 10 0 C x1 y1 x2 y2 x y Z", for reading what came out.
 std::string text(const BezierPath& path) {
-  std::string out;
+  constexpr int kPoints[] = {1, 1, 3, 0};
+  QStringList words;
   for (const auto& element : path.elements()) {
-    const int points[] = {1, 1, 3, 0};
-    out += (out.empty() ? "" : " ") + std::string(1, "MLCZ"[int(element.kind)]);
-    for (int i = 0; i < points[int(element.kind)]; ++i) {
-      out += QStringLiteral(" %1 %2")
-                 .arg(element.points[i].x())
-                 .arg(element.points[i].y())
-                 .toStdString();
+    words.append(QString(QChar::fromLatin1("MLCZ"[int(element.kind)])));
+    for (int i = 0; i < kPoints[int(element.kind)]; ++i) {
+      words.append(QString::number(element.points[size_t(i)].x()));
+      words.append(QString::number(element.points[size_t(i)].y()));
     }
   }
-  return out;
+  return words.join(u' ').toStdString();
 }
 
 BezierPath parse(const char* source) {
