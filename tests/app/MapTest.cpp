@@ -244,18 +244,14 @@ TEST_F(Map, AgreesWithTheLibrary) {
     const std::string line =
         "kelvar map design.png --points '" + std::string(corners) + "' " + options + " -o out.png";
     ASSERT_EQ(run(line).status, 0) << options;
-    const auto pixels = [&] {
-      return QImage(path("out.png")).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    // Written by the library, so that what a file cannot keep is lost on both sides.
+    const auto same = [&](const ImageRef& image) {
+      return ImageFile::write(*image, path("library.png"), &error) &&
+             QImage(path("out.png")) == QImage(path("library.png"));
     };
-    // Files keep colours without their alpha, which costs a step where they are not opaque.
-    const auto straight = [](const ImageRef& image) {
-      return image->pixels()
-          .convertToFormat(QImage::Format_ARGB32)
-          .convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    };
-    EXPECT_EQ(pixels(), straight(mapping.createOutput(design))) << options;
+    EXPECT_TRUE(same(mapping.createOutput(design))) << options;
     ASSERT_EQ(run(line + " --onto photo.png").status, 0) << options;
-    EXPECT_EQ(pixels(), straight(mapping.layOnto(design, photo))) << options;
+    EXPECT_TRUE(same(mapping.layOnto(design, photo))) << options;
   }
 }
 
