@@ -1,0 +1,60 @@
+#include <CLI/CLI.hpp>
+#include <QLoggingCategory>
+#include <csignal>
+#include <cstdio>
+#include <new>
+
+#include "app/Failure.h"
+#include "app/map.h"
+
+namespace {
+
+using kelvar::app::Failure;
+
+/// Libraries below talk only when asked: what goes wrong is told in one sentence at the end.
+bool verbose = false;
+
+void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString& line) {
+  if (verbose || type == QtFatalMsg) std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(line));
+}
+
+int complain(int status, const char* sentence) {
+  std::fprintf(stderr, "kelvar: %s\n", sentence);
+  return status;
+}
+
+int run(int argc, char** argv) {
+  CLI::App program("Lays flat designs onto four-cornered shapes in perspective.", "kelvar");
+  program.set_version_flag("--version", "kelvar " KELVAR_VERSION);
+  program.add_flag("--verbose", verbose, "Say on standard error what is being done");
+  const std::function<void()> map = kelvar::app::addMap(program);
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::Success& success) {  // --help and --version.
+    return program.exit(success);
+  } catch (const CLI::ParseError& error) {
+    return complain(Failure::kMisuse, (std::string(error.what()) + " (see kelvar --help)").c_str());
+  }
+  if (program.get_subcommands().empty()) {
+    return complain(Failure::kMisuse, "a command is missing, such as map (see kelvar --help)");
+  }
+  if (verbose) QLoggingCategory::setFilterRules(QStringLiteral("kelvar.info=true"));
+  map();
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // A full disk and a closed pipe are to be told like everything else.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  qInstallMessageHandler(logToStandardError);
+  try {
+    return run(argc, argv);
+  } catch (const Failure& failure) {
+    return complain(failure.status(), failure.what());
+  } catch (const std::bad_alloc&) {
+    return complain(Failure::kFailed, "there is too little memory");
+  }
+}

@@ -1,0 +1,223 @@
+#include "app/map.h"
+
+#include <CLI/CLI.hpp>
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <memory>
+
+#include "app/Corners.h"
+#include "app/Failure.h"
+#include "app/Progress.h"
+#include "host/Mapping.h"
+#include "platform/ImageFile.h"
+#include "platform/PixelGrid.h"
+
+namespace kelvar::app {
+namespace {
+
+constexpr double kLeastScale = 0.001;
+constexpr double kMostScale = 1000;
+
+constexpr const char* kExamples = R"(
+Points are the corners of the shape in the order in which it was drawn, y down; the first is where
+the design's top-left corner goes.
+
+Examples:
+  A design in perspective, by itself, twice as large:
+    kelvar map screen.png --points "0,0 400,60 380,600 10,560" --scale 2 -o shape.png
+  A design on the screen in a photo:
+    kelvar map screen.svg --points "812,304 1490,377 1433,1650 758,1480" --onto photo.jpg -o out.jpg
+  In a pipe, turned by a quarter:
+    kelvar map - --points "0,0 600,0 600,400 0,400" --rotation 1 -o - < screen.png > turned.png
+
+Exit status: 0 done, 1 failed, 2 misuse.)";
+
+/// The command line of `kelvar map`, as given.
+struct Arguments {
+  std::string design;
+  std::string points;
+  double scale = 1;
+  std::string rotation = "0";
+  bool flip = false;
+  std::string onto;
+  std::string sampling = "best";
+  int threads = 0;
+  bool json = false;
+  std::string output;
+};
+
+/// Milliseconds since it was last asked, or made.
+class Stopwatch {
+ public:
+  Stopwatch() { timer_.start(); }
+  double lap() {
+    const double milliseconds = double(timer_.nsecsElapsed()) / 1e6;
+    timer_.restart();
+    return milliseconds;
+  }
+
+ private:
+  QElapsedTimer timer_;
+};
+
+[[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
+[[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
+
+uint64_t readRotation(const std::string& text) {
+  uint64_t turns = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), turns);
+  if (error != std::errc() || end != text.data() + text.size()) {
+    misuse(QStringLiteral("--rotation takes a whole number of quarter turns from 0 on, not \"%1\"")
+               .arg(QString::fromStdString(text)));
+  }
+  return turns;
+}
+
+Mapping mappingFrom(const Arguments& arguments) {
+  const double scale = arguments.scale;
+  if (!(scale == 0 || (scale >= kLeastScale && scale <= kMostScale))) {
+    misuse(QStringLiteral("--scale takes a number from %1 to %2, or 0 for 1")
+               .arg(kLeastScale)
+               .arg(kMostScale));
+  }
+  if (arguments.design == "-" && arguments.onto == "-") {
+    misuse(QStringLiteral("the design and the photo cannot both be read from standard input"));
+  }
+  if (arguments.json && arguments.output == "-") {
+    misuse(QStringLiteral("--json and -o - cannot both write to standard output"));
+  }
+  return {
+      .path = readCorners(arguments.points),
+      .scale = scale,
+      .rotation = readRotation(arguments.rotation),
+      .flipped = arguments.flip,
+      .sampling = arguments.sampling == "best" ? warp::Sampling::Best : warp::Sampling::Bilinear,
+      .threads = arguments.threads};
+}
+
+void refuseWhatCannotBeHeld(const KVImageTransform::Placement& placement) {
+  if (isHoldable(placement.width, placement.height)) return;
+  misuse(QStringLiteral("the shape would be %1 by %2 pixels, and no picture may have more than %3 "
+                        "a side or take more than %4 MiB at four bytes a pixel")
+             .arg(placement.width)
+             .arg(placement.height)
+             .arg(ImageFile::kMaxSide)
+             .arg(ImageFile::kMaxBytes >> 20));
+}
+
+/// `wanted` as far as it can be held, and at least one pixel.
+QSizeF holdable(QSizeF wanted) {
+  const double side = ImageFile::kMaxSide;
+  wanted = {std::clamp(wanted.width(), 1.0, side), std::clamp(wanted.height(), 1.0, side)};
+  // Whoever draws rounds up, so a little is left for that.
+  const double most = double(ImageFile::kMaxBytes) / 4 - 2 * side;
+  const double area = wanted.width() * wanted.height();
+  return area <= most ? wanted : wanted * std::sqrt(most / area);
+}
+
+ImageRef read(const std::string& path, const ImageFile::ReadOptions& options = {}) {
+  QString error;
+  const ImageRef image = ImageFile::read(QString::fromStdString(path), options, &error);
+  if (!image) fail(error);
+  return image;
+}
+
+void report(const QSizeF& size, const warp::Quad& quad, double read, double warp, double write) {
+  QJsonArray corners;
+  for (const warp::Point& corner : quad) corners.append(QJsonArray{corner.x, corner.y});
+  const QJsonObject object{
+      {QStringLiteral("size"), QJsonArray{size.width(), size.height()}},
+      {QStringLiteral("corners"), corners},
+      {QStringLiteral("milliseconds"), QJsonObject{{QStringLiteral("read"), read},
+                                                   {QStringLiteral("warp"), warp},
+                                                   {QStringLiteral("write"), write}}}};
+  const QByteArray line = QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+  if (std::fwrite(line.constData(), 1, size_t(line.size()), stdout) != size_t(line.size()) ||
+      std::fflush(stdout) != 0) {
+    fail(QStringLiteral("the report of --json cannot be written to standard output"));
+  }
+}
+
+void run(const Arguments& arguments) {
+  const Mapping mapping = mappingFrom(arguments);
+  const bool onPhoto = !arguments.onto.empty();
+  const KVImageTransform::Placement placement = mapping.placement();
+  if (!onPhoto) refuseWhatCannotBeHeld(placement);
+  const QString output = QString::fromStdString(arguments.output);
+  if (const auto problem = ImageFile::cannotWrite(output)) fail(*problem);
+
+  Progress progress;
+  Stopwatch stopwatch;
+  progress.setStage("reading");
+  const warp::Quad quad = onPhoto ? mapping.quadOnPhoto() : placement.quad;
+  // On a photo the scale asks for finer samples, and a vector design has them to give.
+  const double finer = onPhoto ? std::clamp(mapping.scale, 1.0, 16.0) : 1.0;
+  const auto neededSize = [&](const QSizeF&) {
+    return holdable(Mapping::neededSize(quad) * finer);
+  };
+  const ImageRef design = read(arguments.design, {.vectorSize = neededSize});
+  const ImageRef photo = onPhoto ? read(arguments.onto) : nullptr;
+  const double readTime = stopwatch.lap();
+
+  progress.setStage("warping");
+  const ImageRef picture = onPhoto ? mapping.layOnto(design, photo) : mapping.createOutput(design);
+  if (!picture->isValid()) {
+    fail(
+        QStringLiteral("the design cannot be mapped: its corners are too close to a line, or there "
+                       "is too little memory"));
+  }
+  const double warpTime = stopwatch.lap();
+
+  progress.setStage("writing");
+  QString error;
+  if (!ImageFile::write(*picture, output, &error)) fail(error);
+  if (arguments.json) report(picture->pixels().size(), quad, readTime, warpTime, stopwatch.lap());
+}
+
+}  // namespace
+
+std::function<void()> addMap(CLI::App& program) {
+  const auto arguments = std::make_shared<Arguments>();
+  CLI::App* map = program.add_subcommand("map", "Lay a design onto a four-cornered shape");
+  map->footer(kExamples);
+  map->fallthrough();
+  map->add_option("DESIGN", arguments->design, "PNG, JPEG, WebP or SVG; - is standard input")
+      ->required();
+  map->add_option("--points", arguments->points, "The shape's corners, \"x,y x,y x,y x,y\"")
+      ->required()
+      ->type_name("POINTS");
+  map->add_option("--scale", arguments->scale,
+                  "Factor on the size of the output; with --onto on the quality of sampling")
+      ->type_name("S")
+      ->capture_default_str();
+  map->add_option("--rotation", arguments->rotation,
+                  "Quarter turns of the design within the shape, counter-clockwise")
+      ->type_name("N")
+      ->capture_default_str();
+  map->add_flag("--flip", arguments->flip, "Swap the design's left and right");
+  map->add_option("--onto", arguments->onto,
+                  "Lay the design into this picture, in whose pixels the points are")
+      ->type_name("PHOTO");
+  map->add_option("--sampling", arguments->sampling, "How pixels are sampled")
+      ->check(CLI::IsMember({"best", "bilinear"}))
+      ->capture_default_str();
+  map->add_option("--threads", arguments->threads, "Threads to use; 0 for one each processor")
+      ->check(CLI::Range(0, 1024))
+      ->type_name("N")
+      ->capture_default_str();
+  map->add_flag("--json", arguments->json,
+                "Print the size, the design's four corners in it, and the times taken");
+  map->add_option("-o,--output", arguments->output,
+                  "png, jpg or webp by its ending; - is standard output, as PNG")
+      ->required()
+      ->type_name("OUT");
+  return [arguments] { run(*arguments); };
+}
+
+}  // namespace kelvar::app

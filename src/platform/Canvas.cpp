@@ -1,0 +1,125 @@
+#include "platform/Canvas.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "platform/PixelGrid.h"
+
+namespace kelvar {
+namespace {
+
+/// Draws the whole picture into `target`, in pixels, y down.
+void paint(QImage& onto, const QImage& picture, const QRectF& target,
+           QPainter::CompositionMode mode) {
+  const double width = ceilToPixel(target.width()), height = ceilToPixel(target.height());
+  if (picture.isNull() || !isHoldable(width, height)) return;
+  // The painter interpolates between neighbours only, which aliases where a picture shrinks.
+  const QSize size{int(width), int(height)};
+  const QImage scaled = picture.size() == size
+                            ? picture
+                            : picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  QPainter painter(&onto);
+  painter.setCompositionMode(mode);
+  painter.setRenderHints(QPainter::SmoothPixmapTransform | QPainter::Antialiasing);
+  painter.drawImage(target, scaled);
+}
+
+std::vector<float> gaussian(double deviation) {
+  const int radius = int(std::ceil(3 * deviation));
+  std::vector<float> weights;
+  float sum = 0;
+  for (int i = -radius; i <= radius; ++i) {
+    weights.push_back(deviation > 0 ? float(std::exp(-0.5 * i * i / (deviation * deviation))) : 1);
+    sum += weights.back();
+  }
+  for (float& weight : weights) weight /= sum;
+  return weights;
+}
+
+/// Blurs one channel along rows and writes the result transposed; twice makes a full blur. Outside
+/// is empty.
+std::vector<float> blurredRowsTransposed(const std::vector<float>& from, int width, int height,
+                                         const std::vector<float>& weights) {
+  const int radius = int(weights.size()) / 2;
+  std::vector<float> to(from.size());
+  for (int y = 0; y < height; ++y) {
+    const float* row = from.data() + size_t(y) * width;
+    for (int x = 0; x < width; ++x) {
+      float sum = 0;
+      const int last = std::min(width - 1, x + radius);
+      for (int i = std::max(0, x - radius); i <= last; ++i) sum += row[i] * weights[i - x + radius];
+      to[size_t(x) * height + y] = sum;
+    }
+  }
+  return to;
+}
+
+/// The picture's alpha, blurred and coloured.
+QImage shadowOf(const QImage& layer, const QColor& color, const std::vector<float>& weights) {
+  const int width = layer.width(), height = layer.height();
+  std::vector<float> alpha(size_t(width) * height);
+  for (int y = 0; y < height; ++y) {
+    const auto* row = reinterpret_cast<const QRgb*>(layer.constScanLine(y));
+    for (int x = 0; x < width; ++x) alpha[size_t(y) * width + x] = float(qAlpha(row[x]));
+  }
+  alpha = blurredRowsTransposed(alpha, width, height, weights);
+  alpha = blurredRowsTransposed(alpha, height, width, weights);
+  QImage shadow(width, height, QImage::Format_ARGB32_Premultiplied);
+  for (int y = 0; y < height; ++y) {
+    auto* row = reinterpret_cast<QRgb*>(shadow.scanLine(y));
+    for (int x = 0; x < width; ++x) {
+      const float a = alpha[size_t(y) * width + x] * color.alphaF();
+      row[x] = qPremultiply(qRgba(color.red(), color.green(), color.blue(), int(std::lround(a))));
+    }
+  }
+  return shadow;
+}
+
+}  // namespace
+
+Canvas::Canvas(const QSizeF& size) : size_(size) {
+  const double width = ceilToPixel(size.width()), height = ceilToPixel(size.height());
+  if (!isHoldable(width, height)) return;
+  pixels_ = QImage(int(width), int(height), QImage::Format_ARGB32_Premultiplied);
+  pixels_.fill(Qt::transparent);
+}
+
+void Canvas::restore() {
+  if (!saved_.isEmpty()) shadow_ = saved_.takeLast();
+}
+
+void Canvas::setShadow(const QColor& color, double blurRadius, const QSizeF& offset) {
+  shadow_ = {color, blurRadius, offset};
+}
+
+void Canvas::drawImage(const Image& image, const QRectF& rect, Operation operation) {
+  if (pixels_.isNull() || !image.isValid()) return;
+  const QRectF target = deviceRect(rect);
+  if (shadow_.color.alpha() > 0) drawShadow(image, target);
+  paint(pixels_, image.pixels(), target,
+        operation == Operation::Copy ? QPainter::CompositionMode_Source
+                                     : QPainter::CompositionMode_SourceOver);
+}
+
+QRectF Canvas::deviceRect(const QRectF& rect) const {
+  const double sx = pixels_.width() / size_.width(), sy = pixels_.height() / size_.height();
+  return {rect.x() * sx, (size_.height() - rect.y() - rect.height()) * sy, rect.width() * sx,
+          rect.height() * sy};
+}
+
+void Canvas::drawShadow(const Image& image, const QRectF& target) {
+  const std::vector<float> weights = gaussian(shadow_.blurRadius / 2);
+  // What lies up to the blur's reach outside of the canvas still darkens it.
+  const int margin = int(weights.size()) / 2;
+  QImage layer(pixels_.size() + QSize(2 * margin, 2 * margin), QImage::Format_ARGB32_Premultiplied);
+  if (layer.isNull()) return;
+  layer.fill(Qt::transparent);
+  const QPointF offset(margin + shadow_.offset.width(), margin - shadow_.offset.height());
+  paint(layer, image.pixels(), target.translated(offset), QPainter::CompositionMode_Source);
+  QPainter painter(&pixels_);
+  painter.drawImage(-margin, -margin, shadowOf(layer, shadow_.color, weights));
+}
+
+}  // namespace kelvar

@@ -1,0 +1,298 @@
+#include "platform/PngWriter.h"
+
+#include <isa-l/crc.h>
+#include <isa-l/igzip_lib.h>
+#include <zlib.h>
+
+#include <QByteArray>
+#include <QSemaphore>
+#include <QThread>
+#include <QThreadPool>
+#include <QtEndian>
+#include <atomic>
+#include <cmath>
+#include <condition_variable>
+#include <cstring>
+#include <mutex>
+#include <vector>
+
+#include "platform/AlphaPixels.h"
+#include "platform/PngFilters.h"
+
+namespace kelvar {
+
+namespace {
+
+constexpr size_t kBandBytes = 512 << 10;
+/// Every so many rows one is looked at for the choice of the filter.
+constexpr int kSampledRows = 16;
+constexpr int kLevel = 1;
+/// Above so many bits of information a byte, repetitions are chance, and telling of them costs more
+/// than the bytes themselves: then only runs are looked for.
+constexpr double kNoisyBits = 1.5;
+constexpr uint16_t kRunsOnly = 1;
+
+bool isOpaque(const QImage& image) {
+  for (int y = 0; y < image.height(); ++y) {
+    const auto* row = reinterpret_cast<const uint32_t*>(image.constScanLine(y));
+    uint32_t all = ~0u;
+    for (int x = 0; x < image.width(); ++x) all &= row[x];
+    if (all >> 24 != 255) return false;
+  }
+  return true;
+}
+
+void appendBigEndian(std::vector<uint8_t>* out, uint32_t value) {
+  const uint32_t big = qToBigEndian(value);
+  const auto* bytes = reinterpret_cast<const uint8_t*>(&big);
+  out->insert(out->end(), bytes, bytes + sizeof big);
+}
+
+/// A chunk in the making: room for the length, the type, then what is appended.
+std::vector<uint8_t> beginChunk(const char* type) {
+  std::vector<uint8_t> chunk(8);
+  std::memcpy(chunk.data() + 4, type, 4);
+  return chunk;
+}
+
+void endChunk(std::vector<uint8_t>* chunk) {
+  qToBigEndian(static_cast<uint32_t>(chunk->size() - 8), chunk->data());
+  appendBigEndian(chunk, crc32_gzip_refl(0, chunk->data() + 4, chunk->size() - 4));
+}
+
+/// The picture's rows as PNG has them, one after the other, with the one above at hand.
+class RowWindow {
+ public:
+  RowWindow(const QImage& image, bool opaque)
+      : image_(image),
+        pixelBytes_(opaque ? 3 : 4),
+        rows_{std::vector<uint8_t>(pixelBytes_ + rowBytes()),
+              std::vector<uint8_t>(pixelBytes_ + rowBytes())} {}
+
+  int pixelBytes() const { return pixelBytes_; }
+  size_t rowBytes() const { return size_t(image_.width()) * size_t(pixelBytes_); }
+  const uint8_t* row() const { return rows_[current_].data() + pixelBytes_; }
+  const uint8_t* above() const { return rows_[1 - current_].data() + pixelBytes_; }
+
+  /// Makes `y` the row. Costs one conversion when it follows the last one, else two.
+  void moveTo(int y) {
+    if (y != y_ + 1) load(y - 1);
+    load(y);
+    y_ = y;
+  }
+
+ private:
+  void load(int y) {
+    current_ = 1 - current_;
+    uint8_t* out = rows_[current_].data() + pixelBytes_;
+    if (y < 0) {
+      std::memset(out, 0, rowBytes());
+      return;
+    }
+    const auto* in = reinterpret_cast<const uint32_t*>(image_.constScanLine(y));
+    if (pixelBytes_ == 4) return unpremultiplyRow(in, out, image_.width());
+    for (int x = 0; x < image_.width(); ++x) {
+      out[3 * x] = static_cast<uint8_t>(in[x] >> 16);
+      out[3 * x + 1] = static_cast<uint8_t>(in[x] >> 8);
+      out[3 * x + 2] = static_cast<uint8_t>(in[x]);
+    }
+  }
+
+  const QImage& image_;
+  int pixelBytes_;
+  std::vector<uint8_t> rows_[2];
+  size_t current_ = 0;
+  int y_ = -2;
+};
+
+/// How often each byte occurs.
+class Histogram {
+ public:
+  void add(const uint8_t* bytes, size_t size) {
+    for (size_t i = 0; i < size; ++i) ++counts_[i % kLanes][bytes[i]];
+    total_ += static_cast<double>(size);
+  }
+  /// Shannon's entropy, in bits a byte.
+  double bits() const {
+    double sum = 0;
+    for (int value = 0; value < 256; ++value) {
+      double count = 0;
+      for (const auto& lane : counts_) count += lane[value];
+      if (count > 0) sum += count * std::log2(total_ / count);
+    }
+    return sum / total_;
+  }
+
+ private:
+  /// Equal neighbours would wait for each other if they were counted in one place.
+  static constexpr int kLanes = 4;
+  uint32_t counts_[kLanes][256] = {};
+  double total_ = 0;
+};
+
+struct Choice {
+  png::Filter filter = png::Filter::None;
+  double bits = 8;
+};
+
+/// One band after the other, for one thread.
+class BandEncoder {
+ public:
+  BandEncoder(const QImage& image, bool opaque)
+      : rows_(image, opaque), tables_(ISAL_DEF_LVL1_DEFAULT), sample_(rows_.rowBytes()) {}
+
+  /// The IDAT chunk of the rows from `top` to before `bottom`, which ends on a whole byte and
+  /// refers to no other band. `*adler` is the checksum of what was packed.
+  std::vector<uint8_t> encode(int top, int bottom, bool first, bool last, uint32_t* adler) {
+    const Choice choice = choose(top, bottom);
+    const size_t stride = rows_.rowBytes() + 1;
+    filtered_.resize(stride * size_t(bottom - top));
+    for (int y = top; y < bottom; ++y) {
+      uint8_t* out = filtered_.data() + stride * size_t(y - top);
+      out[0] = static_cast<uint8_t>(choice.filter);
+      rows_.moveTo(y);
+      png::filter(choice.filter, rows_.row(), rows_.above(), out + 1, rows_.rowBytes(),
+                  rows_.pixelBytes());
+    }
+    *adler = isal_adler32(1, filtered_.data(), filtered_.size());
+    auto chunk = beginChunk("IDAT");
+    if (first) chunk.insert(chunk.end(), {0x78, 0x01});
+    deflate(choice.bits > kNoisyBits ? kRunsOnly : 0, last, &chunk);
+    return chunk;
+  }
+
+ private:
+  Choice choose(int top, int bottom) {
+    Histogram histograms[png::kFilters];
+    for (int y = top; y < bottom; y += kSampledRows) {
+      rows_.moveTo(y);
+      for (int f = 0; f < png::kFilters; ++f) {
+        png::filter(png::Filter(f), rows_.row(), rows_.above(), sample_.data(), sample_.size(),
+                    rows_.pixelBytes());
+        histograms[f].add(sample_.data(), sample_.size());
+      }
+    }
+    Choice best;
+    for (int f = 0; f < png::kFilters; ++f) {
+      const double bits = histograms[f].bits();
+      if (bits < best.bits) best = {png::Filter(f), bits};
+    }
+    return best;
+  }
+
+  void deflate(uint16_t history, bool last, std::vector<uint8_t>* out) {
+    isal_zstream stream;
+    isal_deflate_init(&stream);
+    stream.level = kLevel;
+    stream.level_buf = tables_.data();
+    stream.level_buf_size = static_cast<uint32_t>(tables_.size());
+    stream.hist_bits = history;
+    stream.flush = FULL_FLUSH;
+    stream.end_of_stream = last;
+    stream.next_in = filtered_.data();
+    stream.avail_in = static_cast<uint32_t>(filtered_.size());
+    do {
+      const size_t used = out->size();
+      const size_t room = filtered_.size() / 2 + 4096;
+      out->resize(used + room);
+      stream.next_out = out->data() + used;
+      stream.avail_out = static_cast<uint32_t>(room);
+      isal_deflate(&stream);
+      out->resize(used + room - stream.avail_out);
+    } while (stream.avail_out == 0);
+  }
+
+  RowWindow rows_;
+  std::vector<uint8_t> tables_;
+  std::vector<uint8_t> sample_;
+  std::vector<uint8_t> filtered_;
+};
+
+/// The bands, shared out among threads and written in their order.
+class BandedWrite {
+ public:
+  BandedWrite(const QImage& image, bool opaque, QIODevice* device)
+      : image_(image),
+        opaque_(opaque),
+        stride_(size_t(image.width()) * (opaque ? 3 : 4) + 1),
+        rowsPerBand_(static_cast<int>(std::max(kBandBytes / stride_, size_t{1}))),
+        bands_((image.height() + rowsPerBand_ - 1) / rowsPerBand_),
+        device_(device) {}
+
+  bool run() {
+    const int wanted = std::min(QThread::idealThreadCount(), bands_) - 1;
+    int helpers = 0;
+    while (helpers < wanted && QThreadPool::globalInstance()->tryStart([this] {
+      work();
+      done_.release();
+    })) {
+      ++helpers;
+    }
+    work();
+    done_.acquire(helpers);
+    return !failed_;
+  }
+
+ private:
+  void work() {
+    BandEncoder encoder(image_, opaque_);
+    for (int band = nextBand_++; band < bands_ && !failed_; band = nextBand_++) {
+      const int top = band * rowsPerBand_;
+      const int bottom = std::min(top + rowsPerBand_, image_.height());
+      const bool last = band == bands_ - 1;
+      uint32_t adler = 0;
+      auto chunk = encoder.encode(top, bottom, band == 0, last, &adler);
+
+      std::unique_lock lock(mutex_);
+      turn_.wait(lock, [&] { return written_ == band || failed_; });
+      const auto bytes = static_cast<z_off_t>(stride_ * size_t(bottom - top));
+      adler_ = static_cast<uint32_t>(adler32_combine(adler_, adler, bytes));
+      if (last) appendBigEndian(&chunk, adler_);
+      endChunk(&chunk);
+      const auto size = static_cast<qint64>(chunk.size());
+      if (device_->write(reinterpret_cast<const char*>(chunk.data()), size) != size) failed_ = true;
+      ++written_;
+      turn_.notify_all();
+    }
+  }
+
+  const QImage& image_;
+  bool opaque_;
+  size_t stride_;
+  int rowsPerBand_;
+  int bands_;
+  QIODevice* device_;
+  std::atomic<int> nextBand_ = 0;
+  std::atomic<bool> failed_ = false;
+  std::mutex mutex_;
+  std::condition_variable turn_;
+  int written_ = 0;
+  uint32_t adler_ = 1;
+  QSemaphore done_;
+};
+
+bool writeChunk(std::vector<uint8_t> chunk, QIODevice* device) {
+  endChunk(&chunk);
+  const auto size = static_cast<qint64>(chunk.size());
+  return device->write(reinterpret_cast<const char*>(chunk.data()), size) == size;
+}
+
+}  // namespace
+
+bool writePng(const QImage& image, QIODevice* device) {
+  const bool opaque = isOpaque(image);
+  auto header = beginChunk("IHDR");
+  appendBigEndian(&header, static_cast<uint32_t>(image.width()));
+  appendBigEndian(&header, static_cast<uint32_t>(image.height()));
+  const uint8_t colourType = opaque ? 2 : 6;
+  header.insert(header.end(), {8, colourType, 0, 0, 0});
+  auto colours = beginChunk("sRGB");
+  colours.push_back(0);
+
+  const QByteArray signature = QByteArrayLiteral("\x89PNG\r\n\x1a\n");
+  return device->write(signature) == signature.size() && writeChunk(header, device) &&
+         writeChunk(colours, device) && BandedWrite(image, opaque, device).run() &&
+         writeChunk(beginChunk("IEND"), device);
+}
+
+}  // namespace kelvar

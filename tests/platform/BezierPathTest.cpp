@@ -1,0 +1,85 @@
+#include "platform/BezierPath.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace kelvar {
+namespace {
+
+using Kind = BezierPath::Kind;
+
+/// "M 0 0 L 10 0 C x1 y1 x2 y2 x y Z", for reading what came out.
+std::string text(const BezierPath& path) {
+  constexpr int kPoints[] = {1, 1, 3, 0};
+  QStringList words;
+  for (const auto& element : path.elements()) {
+    words.append(QString(QChar::fromLatin1("MLCZ"[int(element.kind)])));
+    for (int i = 0; i < kPoints[int(element.kind)]; ++i) {
+      words.append(QString::number(element.points[size_t(i)].x()));
+      words.append(QString::number(element.points[size_t(i)].y()));
+    }
+  }
+  return words.join(u' ').toStdString();
+}
+
+BezierPath parse(const char* source) {
+  BezierPath path;
+  const QStringList words = QString::fromLatin1(source).split(u' ', Qt::SkipEmptyParts);
+  const auto point = [&](qsizetype i) {
+    return QPointF(words[i].toDouble(), words[i + 1].toDouble());
+  };
+  for (qsizetype i = 0; i < words.size(); ++i) {
+    if (words[i] == u"M") path.moveTo(point(i + 1));
+    if (words[i] == u"L") path.lineTo(point(i + 1));
+    if (words[i] == u"C") path.curveTo(point(i + 5), point(i + 1), point(i + 3));
+    if (words[i] == u"Z") path.close();
+  }
+  return path;
+}
+
+TEST(BezierPath, ReversesEachSubpathInItsPlace) {
+  const struct {
+    const char* path;
+    const char* reversed;
+  } cases[] = {
+      {"", ""},
+      {"Z", "Z"},
+      {"M 1 2", "M 1 2"},
+      {"M 0 0 L 9 0 L 9 9", "M 9 9 L 9 0 L 0 0"},
+      {"M 0 0 L 9 0 L 9 9 L 0 9 Z", "M 0 0 L 0 9 L 9 9 L 9 0 Z"},
+      {"M 0 0 L 9 0 L 9 9 L 0 9 L 0 0 Z", "M 0 0 L 0 9 L 9 9 L 9 0 Z"},
+      {"M 0 0 L 9 0 Z", "M 0 0 L 9 0 Z"},
+      {"M 0 0 C 1 2 3 4 5 6", "M 5 6 C 3 4 1 2 0 0"},
+      {"M 0 0 C 1 2 3 4 5 6 L 7 8 Z", "M 0 0 L 7 8 L 5 6 C 3 4 1 2 0 0 Z"},
+      {"M 0 0 L 9 0 L 9 9 Z M 1 1 L 2 2", "M 0 0 L 9 9 L 9 0 Z M 2 2 L 1 1"},
+      {"M 5 5 L 9 5 L 9 9 Z L 1 1", "M 5 5 L 9 9 L 9 5 Z M 1 1 L 5 5"},
+      {"L 3 4", "M 3 4 L 0 0"},
+  };
+  for (const auto& [path, reversed] : cases) EXPECT_EQ(text(parse(path).reversed()), reversed);
+}
+
+TEST(BezierPath, FlattensWithinTheFlatness) {
+  const BezierPath curve = parse("M 0 0 C 0 55.2 44.8 100 100 100 L 200 100 Z");
+  for (const double flatness : {0.6, 0.01}) {
+    const QList<BezierPath::Element> lines = curve.flattened(flatness).elements();
+    ASSERT_GT(lines.size(), 4);
+    EXPECT_EQ(lines.last().kind, Kind::Close);
+    // The curve runs a quarter circle around (100, 0), itself within 0.03 of the circle.
+    for (qsizetype i = 1; lines[i].end().x() <= 100; ++i) {
+      EXPECT_EQ(lines[i].kind, Kind::Line);
+      const QPointF middle = (lines[i - 1].end() + lines[i].end()) / 2 - QPointF(100, 0);
+      EXPECT_NEAR(std::hypot(middle.x(), middle.y()), 100, flatness + 0.03);
+    }
+  }
+  EXPECT_LT(curve.flattened(0.6).elements().size(), curve.flattened(0.01).elements().size());
+}
+
+TEST(BezierPath, FlattensCurvesThatHaveNoSize) {
+  EXPECT_EQ(text(parse("M 1 1 C 1 1 1 1 1 1").flattened()), "M 1 1 L 1 1");
+  EXPECT_EQ(text(parse("M 0 0 C 1 0 2 0 3 0 L 4 0").flattened()), "M 0 0 L 3 0 L 4 0");
+  EXPECT_EQ(parse("M 0 0 C nan 0 inf 0 3 0").flattened().elements().size(), 2);
+}
+
+}  // namespace
+}  // namespace kelvar
