@@ -219,8 +219,8 @@ void fillFiltered(const Source& source, const PixelView& dst, const Quad& quad, 
     for (const Row& row : rows) {
       if (row.centres().end - row.centres().begin <= offset) continue;
       left = std::min(left, double(row.centres().begin + offset));
-      right = std::max(right, double(std::min(row.centres().begin + offset + source.chunk,
-                                              row.centres().end)));
+      right = std::max(
+          right, double(std::min(row.centres().begin + offset + source.chunk, row.centres().end)));
     }
     const bool plain = oversampling == 1 && keepsAll(source.map, left, first, right, last);
     for (Row& row : rows) {

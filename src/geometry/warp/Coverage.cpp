@@ -90,8 +90,8 @@ RowCoverage::RowCoverage(const Quad& quad, int row, int width) : quad_(quad), ro
   // A convex shape holds a pixel when it holds its corners.
   whole_.begin = std::clamp(clampedInt(std::ceil(std::max(top.from, bottom.from)), width),
                             touched_.begin, touched_.end);
-  whole_.end = std::clamp(clampedInt(std::floor(std::min(top.to, bottom.to)), width),
-                          whole_.begin, touched_.end);
+  whole_.end = std::clamp(clampedInt(std::floor(std::min(top.to, bottom.to)), width), whole_.begin,
+                          touched_.end);
 }
 
 double RowCoverage::of(int x) const {

@@ -22,8 +22,7 @@ bool strictlyConvex(const Quad& q) {
 
 }  // namespace
 
-std::optional<Homography> Homography::fromRectangle(double width, double height,
-                                                    const Quad& quad) {
+std::optional<Homography> Homography::fromRectangle(double width, double height, const Quad& quad) {
   if (!(width > 0 && height > 0) || !strictlyConvex(quad)) return std::nullopt;
   const auto [p0, p1, p2, p3] = quad;
   const double dx1 = p1.x - p2.x, dx2 = p3.x - p2.x, sx = p0.x - p1.x + p2.x - p3.x;

@@ -20,8 +20,6 @@ constexpr int kBlock = 64;
 /// Positions are held with 16 bits of fraction, walked with 22.
 constexpr int kPositionBits = 16;
 constexpr int kWalkBits = 22;
-/// Half a step of the 255-step horizontal weight, so that cutting it off rounds.
-constexpr int kHalfWeightStep = 128;
 
 using I32 = hn::ScalableTag<int32_t>;
 using U16 = hn::ScalableTag<uint16_t>;
@@ -53,8 +51,8 @@ struct Line {
 Line lineOf(const Homography& map, const SampleRow& row) {
   const auto& m = map.m;
   const double x = row.x, y = row.y;
-  return {m[0] * x + m[1] * y + m[2], m[0] * row.step, m[3] * x + m[4] * y + m[5],
-          m[3] * row.step, m[6] * x + m[7] * y + m[8], m[6] * row.step};
+  return {m[0] * x + m[1] * y + m[2], m[0] * row.step, m[3] * x + m[4] * y + m[5], m[3] * row.step,
+          m[6] * x + m[7] * y + m[8], m[6] * row.step};
 }
 
 /// The runs that make up a chunk, as parabolas: position of sample t of a run is
@@ -90,7 +88,7 @@ int runLength(const Line& line, int count) {
 
 /// Sets up `count` runs from the exact positions at their starts, middles and ends.
 HWY_INLINE void setUp(const Line& line, int length, int count, double n0, double n1,
-                      int32_t bias, Runs::Coordinate* c) {
+                      Runs::Coordinate* c) {
   const F64 d;
   const hn::Rebind<int32_t, F64> di;
   const auto set = [d](double v) { return hn::Set(d, v); };
@@ -116,8 +114,7 @@ HWY_INLINE void setUp(const Line& line, int length, int count, double n0, double
     // The map is monotone along a line; where rounding makes the parabola turn, a straight line
     // is as near and keeps it so.
     const auto turns = hn::Lt(hn::Mul(start, end), hn::Zero(d));
-    hn::Store(hn::Add(hn::ShiftLeft<kPositionBits>(hn::DemoteTo(di, base)), hn::Set(di, bias)), di,
-              c->base + r);
+    hn::Store(hn::ShiftLeft<kPositionBits>(hn::DemoteTo(di, base)), di, c->base + r);
     hn::Store(hn::DemoteTo(di, p0), di, c->p + r);
     hn::Store(hn::DemoteTo(di, hn::IfThenElse(turns, round(mean), start)), di, c->d + r);
     hn::Store(hn::DemoteTo(di, hn::IfThenElse(turns, hn::Zero(d), curve)), di, c->a + r);
@@ -132,8 +129,8 @@ HWY_INLINE void walk(const Runs::Coordinate& c, int run, int length, int32_t* ou
   const auto base = hn::Set(d, c.base[run]);
   const auto step = hn::Set(d, c.d[run]);
   const auto growth = hn::Set(d, c.a[run]);
-  auto position = hn::Add(hn::Set(d, c.p[run]),
-                          hn::Add(hn::Mul(step, i), hn::Mul(growth, triangle)));
+  auto position =
+      hn::Add(hn::Set(d, c.p[run]), hn::Add(hn::Mul(step, i), hn::Mul(growth, triangle)));
   // From here on in steps of a vector: the difference over its lanes, and that one's growth.
   const auto wide = hn::Mul(growth, hn::Set(d, kLanes));
   auto velocity = hn::Add(hn::Mul(step, hn::Set(d, kLanes)),
@@ -157,7 +154,7 @@ HWY_INLINE int32_t toFixed(double position) {
 void computeEach(const Line& line, int count, Positions* positions) {
   for (int i = 0; i < count; ++i) {
     const double w = line.w0 + line.w1 * i;
-    positions->x[i] = toFixed((line.xn0 + line.xn1 * i) / w) + kHalfWeightStep;
+    positions->x[i] = toFixed((line.xn0 + line.xn1 * i) / w);
     positions->y[i] = toFixed((line.yn0 + line.yn1 * i) / w);
   }
 }
@@ -165,8 +162,8 @@ void computeEach(const Line& line, int count, Positions* positions) {
 void computeRuns(const Line& line, int length, int count, Positions* positions) {
   Runs runs;
   const int n = (count + length - 1) / length;
-  setUp(line, length, n, line.xn0, line.xn1, kHalfWeightStep, &runs.x);
-  setUp(line, length, n, line.yn0, line.yn1, 0, &runs.y);
+  setUp(line, length, n, line.xn0, line.xn1, &runs.x);
+  setUp(line, length, n, line.yn0, line.yn1, &runs.y);
   for (int r = 0; r < n; ++r) {
     walk(runs.x, r, length, positions->x + r * length);
     walk(runs.y, r, length, positions->y + r * length);
@@ -207,7 +204,7 @@ void sampleScattered(const ConstPixelView& pixels, const Block& block, int count
     const uint8_t* top =
         pixels.row(block.y[i] >> kPositionBits) + ptrdiff_t(block.x[i] >> kPositionBits) * 4;
     const uint8_t* bottom = top + pixels.stride;
-    const int right = ((block.x[i] & 0xFFFF) * 255) >> 16, left = 255 - right;
+    const int right = (((block.x[i] & 0xFFFF) >> 1) * 255 + 0x4000) >> 15, left = 255 - right;
     const int lower = (block.y[i] & 0xFFFF) >> 1, upper = 0x8000 - lower;
     for (int c = 0; c < 4; ++c) {
       const int t = (top[c] - 128) * left + (top[c + 4] - 128) * right;
@@ -238,8 +235,8 @@ HWY_INLINE VI16 mulPairs(VU8 weights, VU8 values) {
   const auto w = hn::BitCast(d, weights), v = hn::BitCast(d, values);
   const auto low = hn::Set(d, 0xFF);
   const auto even = hn::Mul(hn::And(w, low), hn::ShiftRight<8>(hn::ShiftLeft<8>(v)));
-  const auto odd = hn::Mul(hn::BitCast(d, hn::ShiftRight<8>(hn::BitCast(U16(), w))),
-                           hn::ShiftRight<8>(v));
+  const auto odd =
+      hn::Mul(hn::BitCast(d, hn::ShiftRight<8>(hn::BitCast(U16(), w))), hn::ShiftRight<8>(v));
   return hn::Add(even, odd);
 #endif
 }
@@ -249,8 +246,8 @@ HWY_INLINE VI16 mulPairs(VU8 weights, VU8 values) {
 HWY_INLINE VU16 blendRows(VI16 top, VI16 bottom, VI16 fraction) {
   const I16 d;
   const auto complement = hn::Xor(fraction, hn::Set(d, int16_t(-32768)));
-  const auto sum = hn::Sub(hn::MulFixedPoint15(bottom, fraction),
-                           hn::MulFixedPoint15(top, complement));
+  const auto sum =
+      hn::Sub(hn::MulFixedPoint15(bottom, fraction), hn::MulFixedPoint15(top, complement));
   // (s + 128) * 257 / 65536 is s / 255, rounded.
   const U16 du;
   return hn::MulHigh(hn::Xor(hn::BitCast(du, sum), hn::Set(du, 0x8000)), hn::Set(du, 257));
@@ -291,9 +288,8 @@ HWY_INLINE VU8 loadPairs(const At& at, int first) {
   const hn::ScalableTag<uint64_t> d64;
 #if HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
   const hn::Half<decltype(d64)> h;
-  return hn::BitCast(
-      d8, hn::Combine(d64, hn::Combine(h, two(first + 12), two(first + 8)),
-                      hn::Combine(h, two(first + 4), two(first))));
+  return hn::BitCast(d8, hn::Combine(d64, hn::Combine(h, two(first + 12), two(first + 8)),
+                                     hn::Combine(h, two(first + 4), two(first))));
 #elif HWY_TARGET == HWY_AVX2
   return hn::BitCast(d8, hn::Combine(d64, two(first + 4), two(first)));
 #else
@@ -323,7 +319,8 @@ void sampleScattered(const ConstPixelView& pixels, const Block& block, int count
     const auto below = [&](int i) { return at(i) + pixels.stride; };
     // Weights of the left and right pixel as a pair of bytes, 255 - f and f, all channels.
     const auto fx = hn::BitCast(
-        d32, hn::MulHigh(hn::BitCast(d16, x), hn::BitCast(d16, hn::Set(d32, 0x000000FF))));
+        d32, hn::MulFixedPoint15(hn::BitCast(I16(), hn::ShiftRight<1>(hn::BitCast(d16, x))),
+                                 hn::BitCast(I16(), hn::Set(d32, 0x000000FF))));
     const auto pair = hn::Xor(hn::Or(fx, hn::ShiftLeft<8>(fx)), hn::Set(d32, 0x000000FF));
     const auto weights = hn::Or(pair, hn::ShiftLeft<16>(pair));
     const auto fy = hn::And(hn::ShiftRight<1>(hn::BitCast(d32, y)), hn::Set(d32, 0x7FFF));
@@ -402,11 +399,16 @@ HWY_INLINE void meanOf(const uint16_t* sums, int count, int each, uint32_t recip
 void MeanOfGroups(const uint16_t* sums, int count, int each, int samples, uint8_t* out) {
   const uint32_t reciprocal = uint32_t((1u << 24) / double(samples) + 0.5);
   switch (each) {
-    case 1: return meanOf<1>(sums, count, each, reciprocal, out);
-    case 2: return meanOf<2>(sums, count, each, reciprocal, out);
-    case 3: return meanOf<3>(sums, count, each, reciprocal, out);
-    case 4: return meanOf<4>(sums, count, each, reciprocal, out);
-    default: return meanOf<0>(sums, count, each, reciprocal, out);
+    case 1:
+      return meanOf<1>(sums, count, each, reciprocal, out);
+    case 2:
+      return meanOf<2>(sums, count, each, reciprocal, out);
+    case 3:
+      return meanOf<3>(sums, count, each, reciprocal, out);
+    case 4:
+      return meanOf<4>(sums, count, each, reciprocal, out);
+    default:
+      return meanOf<0>(sums, count, each, reciprocal, out);
   }
 }
 

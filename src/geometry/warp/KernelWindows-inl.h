@@ -8,8 +8,8 @@
 /// Eight samples in `kParts` parts, each with a window of 16 / kParts pixels in three rows.
 template <int kParts>
 struct Windows {
-  static constexpr int kPixels = 16 / kParts;   // in a window
-  static constexpr int kSamples = 8 / kParts;   // in a part
+  static constexpr int kPixels = 16 / kParts;  // in a window
+  static constexpr int kSamples = 8 / kParts;  // in a part
   static constexpr int kBytes = 64 / kParts;
 
   /// The parts' windows side by side.
@@ -80,9 +80,8 @@ HWY_INLINE Course courseOf(const Source& source, const SampleRow& row, const Pos
 
 /// Eight samples from the windows at `at` (three rows), pixel bytes picked by `pick`.
 template <int kParts>
-HWY_INLINE VU16 sampleEight(const uint8_t* const* at, const uint8_t* const* third,
-                            ptrdiff_t stride, __m512i pick, __mmask8 next, __m512i weights,
-                            __m512i fraction) {
+HWY_INLINE VU16 sampleEight(const uint8_t* const* at, const uint8_t* const* third, ptrdiff_t stride,
+                            __m512i pick, __mmask8 next, __m512i weights, __m512i fraction) {
   using W = Windows<kParts>;
   const __m512i bias = _mm512_set1_epi8(int8_t(0x80));
   const __m512i row0 = _mm512_permutexvar_epi8(pick, W::load(at));
@@ -115,16 +114,15 @@ void sampleParts(const ConstPixelView& pixels, const Block& block, const Course&
   const int32_t* const xs = block.x + (course.left ? kLast : 0);
   const int32_t* const ys = block.y + (course.up ? kLast : 0);
   const __m512i lanes = _mm512_set_epi32(15, 14, 13, 12, 11, 10, 9, 8, 7, 6, 5, 4, 3, 2, 1, 0);
-  const __m512i topmost = course.up
-                              ? _mm512_or_si512(lanes, _mm512_set1_epi32(kLast))
-                              : _mm512_andnot_si512(_mm512_set1_epi32(kLast), lanes);
+  const __m512i topmost = course.up ? _mm512_or_si512(lanes, _mm512_set1_epi32(kLast))
+                                    : _mm512_andnot_si512(_mm512_set1_epi32(kLast), lanes);
   const __m512i order = _mm512_set_epi64(7, 5, 3, 1, 6, 4, 2, 0);
   const __m512i leftMask = _mm512_set1_epi16(0x00FF);
 
   for (int t = 0; t < count; t += 16) {
     const __m512i x = _mm512_load_si512(block.x + t), y = _mm512_load_si512(block.y + t);
     const __m512i index = _mm512_and_si512(_mm512_srli_epi32(x, 14), _mm512_set1_epi32(0xFC));
-    const __m512i fx = _mm512_mulhi_epu16(x, _mm512_set1_epi32(0xFF));
+    const __m512i fx = _mm512_mulhrs_epi16(_mm512_srli_epi16(x, 1), _mm512_set1_epi32(0xFF));
     const __m512i fy = _mm512_srli_epi16(y, 1);
     // A sample's upper row is its part's topmost or the next one.
     const __m512i apart = _mm512_xor_si512(y, _mm512_permutexvar_epi32(topmost, y));

@@ -24,9 +24,9 @@ Span centresInside(const Quad& quad, int row, int width) {
       return {};
     }
   }
-  const int begin = int(std::ceil(left - 0.5));
-  const int end = int(std::floor(right - 0.5)) + 1;
-  return begin < end ? Span{std::max(begin, 0), std::min(end, width)} : Span{};
+  if (left > right) return {};
+  const Span span{int(std::ceil(left - 0.5)), int(std::floor(right - 0.5)) + 1};
+  return span.begin < span.end ? span : Span{};
 }
 
 }  // namespace kelvar::warp

@@ -13,6 +13,8 @@
 namespace kelvar::warp {
 namespace {
 
+constexpr int kMostPixels = 32768;
+
 /// Rows that one task fills. Enough that neighbouring rows find each other's source in the cache.
 constexpr int kBandRows = 32;
 
@@ -36,8 +38,7 @@ void clear(uint8_t* row, int begin, int end) {
 
 /// Fills rows [first, last) with bilinear samples. The rows' chunks are taken column by column,
 /// so that the source's part in use stays in the cache.
-void fillPlain(const Source& source, const PixelView& dst, const Quad& quad, int first,
-                  int last) {
+void fillPlain(const Source& source, const PixelView& dst, const Quad& quad, int first, int last) {
   Span spans[kBandRows];
   int longest = 0;
   for (int y = first; y < last; ++y) {
@@ -64,18 +65,79 @@ int chunkFor(const Homography& map, const Quad& quad) {
   return std::abs(b.y - a.y) > 0.3 ? kSteepChunk : kChunk;
 }
 
+/// Whether the quad is the source's own rectangle, moved by whole pixels.
+bool isWholeMove(const ConstPixelView& src, const Quad& quad) {
+  const Point o = quad[0];
+  const double w = src.width, h = src.height;
+  const Quad moved{{o, {o.x + w, o.y}, {o.x + w, o.y + h}, {o.x, o.y + h}}};
+  const auto same = [](Point a, Point b) { return a.x == b.x && a.y == b.y; };
+  return o.x == std::floor(o.x) && o.y == std::floor(o.y) &&
+         std::equal(quad.begin(), quad.end(), moved.begin(), same);
+}
+
+void copyRows(const ConstPixelView& src, const PixelView& dst, Point to, int first, int last) {
+  const double left = std::clamp(to.x, 0.0, double(dst.width));
+  const double right = std::clamp(to.x + src.width, left, double(dst.width));
+  for (int y = first; y < last; ++y) {
+    const bool inside = y >= to.y && y < to.y + src.height && right > left;
+    const int begin = inside ? int(left) : 0, end = inside ? int(right) : 0;
+    clear(dst.row(y), 0, begin);
+    if (inside) {
+      std::memcpy(dst.row(y) + size_t(begin) * 4, src.row(int(y - to.y)) + size_t(begin - to.x) * 4,
+                  size_t(end - begin) * 4);
+    }
+    clear(dst.row(y), end, dst.width);
+  }
+}
+
+/// The source as the kernel needs it, at least two pixels a side: `store` takes a copy with its
+/// edge repeated where it is smaller.
+ConstPixelView atLeastTwo(const ConstPixelView& src, std::vector<uint8_t>* store) {
+  if (src.width >= 2 && src.height >= 2) return src;
+  const int width = std::max(src.width, 2), height = std::max(src.height, 2);
+  store->resize(size_t(width) * height * 4);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      std::memcpy(store->data() + (size_t(y) * width + x) * 4,
+                  src.row(std::min(y, src.height - 1)) + std::min(x, src.width - 1) * 4, 4);
+    }
+  }
+  return {store->data(), width, height, ptrdiff_t(width) * 4};
+}
+
+template <typename Fill>
+void eachBand(const PixelView& dst, int threads, const Fill& fill) {
+  const int bands = (dst.height + kBandRows - 1) / kBandRows;
+  parallelFor(bands, threads, [&](int band) {
+    const int first = band * kBandRows;
+    fill(first, std::min(first + kBandRows, dst.height));
+  });
+}
+
+bool tooLarge(int width, int height) { return width > kMostPixels || height > kMostPixels; }
+
 }  // namespace
 
 bool warp(const ConstPixelView& src, const PixelView& dst, const Quad& quad,
           const Options& options) {
-  const auto map = Homography::fromRectangle(src.width, src.height, quad);
-  if (!map) return false;
+  const auto map = tooLarge(src.width, src.height) || tooLarge(dst.width, dst.height)
+                       ? std::nullopt
+                       : Homography::fromRectangle(src.width, src.height, quad);
+  if (!map) {
+    for (int y = 0; y < dst.height; ++y) clear(dst.row(y), 0, dst.width);
+    return false;
+  }
+  if (isWholeMove(src, quad) && options.oversampling <= 1) {
+    eachBand(dst, options.threads,
+             [&](int first, int last) { copyRows(src, dst, quad[0], first, last); });
+    return true;
+  }
+  std::vector<uint8_t> store;
   const Homography inverse = sourceMap(*map);
-  const Source source{src, inverse, chunkFor(inverse, quad)};
-  const int bands = (dst.height + kBandRows - 1) / kBandRows;
-  parallelFor(bands, options.threads, [&](int band) {
-    const int first = band * kBandRows, last = std::min(first + kBandRows, dst.height);
-    if (options.sampling == Sampling::Best || options.oversampling > 1) {
+  const Source source{atLeastTwo(src, &store), inverse, chunkFor(inverse, quad)};
+  const bool filtered = options.sampling == Sampling::Best || options.oversampling > 1;
+  eachBand(dst, options.threads, [&](int first, int last) {
+    if (filtered) {
       fillFiltered(source, dst, quad, std::clamp(options.oversampling, 1, 16), first, last);
     } else {
       fillPlain(source, dst, quad, first, last);

@@ -1,0 +1,125 @@
+#include "geometry/warp/AreaFilter.h"
+
+#include <gtest/gtest.h>
+
+#include "geometry/warp/Pixels.h"
+#include "geometry/warp/ReferenceWarp.h"
+#include "geometry/warp/Warp.h"
+
+namespace kelvar::warp {
+namespace {
+
+Pixels best(const Pixels& source, int width, int height, const Quad& quad, int oversampling = 1) {
+  Pixels output(width, height);
+  EXPECT_TRUE(warp(source.view(), output.view(), quad, {Sampling::Best, oversampling, 2}));
+  return output;
+}
+
+/// Against the mean over 16 by 16 exact samples a pixel, in decibels.
+double psnr(const Pixels& source, const Pixels& output, const Quad& quad) {
+  const ReferenceWarp reference(source.view(), quad);
+  double error = 0;
+  for (int y = 0; y < output.height; ++y) {
+    for (int x = 0; x < output.width; ++x) {
+      const ReferenceWarp::Colour mean = reference.mean(x, y, 16);
+      for (int c = 0; c < 4; ++c) error += std::pow(output.at(x, y)[c] - mean[c], 2);
+    }
+  }
+  return 10 * std::log10(255 * 255 / (error / (4.0 * output.width * output.height)));
+}
+
+TEST(AreaFilter, IsTheMeanOverThePixelWhereTheMapShrinks) {
+  const struct {
+    const char* name;
+    Pixels pixels;
+  } pictures[] = {{"zone plate", zonePlate(400, 300)},
+                  {"small text", smallText(400, 300)},
+                  {"photograph", photograph(400, 300)}};
+  struct Map {
+    std::string name;
+    int width, height;
+    Quad quad;
+  };
+  std::vector<Map> maps;
+  for (const double factor : {2.0, 2.4, 3.0, 4.0, 5.5, 8.0}) {
+    const double w = 400 / factor, h = 300 / factor, m = w * 0.03;
+    maps.push_back(
+        {"shrunk by " + std::to_string(factor),
+         int(w + m) + 2,
+         int(h + m) + 2,
+         {{{m * 0.3, m * 0.5}, {w + m * 0.2, m * 0.1}, {w + m * 0.1, h + m * 0.2}, {m * 0.2, h}}}});
+  }
+  maps.push_back({"turned", 122, 112, {{{39, 0}, {121, 43}, {84, 110}, {2, 65}}}});
+  maps.push_back({"flattened", 180, 42, {{{2, 2}, {176, 8}, {166, 39}, {4, 35}}}});
+  maps.push_back({"strong perspective", 125, 80, {{{39, 2}, {82, 0}, {121, 78}, {1, 74}}}});
+  for (const Map& map : maps) {
+    for (const auto& picture : pictures) {
+      const Pixels output = best(picture.pixels, map.width, map.height, map.quad);
+      EXPECT_GE(psnr(picture.pixels, output, map.quad), 38) << picture.name << " " << map.name;
+    }
+  }
+}
+
+TEST(AreaFilter, IsThePlainSampleWhereTheMapKeepsOrEnlargesButForTheEdge) {
+  const Pixels source = noise(200, 150);
+  const Quad quads[] = {
+      {{{3.3, 5.1}, {410.7, 12.2}, {399.2, 311.9}, {8.4, 300.3}}},
+      {{{30.5, 4.2}, {229.1, 40.8}, {205.9, 191.4}, {2.6, 154.5}}},
+      {{{300.2, 3}, {298, 402.5}, {4, 399.5}, {1.5, 7.5}}},
+  };
+  for (const Quad& quad : quads) {
+    Pixels plain(420, 410);
+    ASSERT_TRUE(warp(source.view(), plain.view(), quad));
+    const Pixels output = best(source, 420, 410, quad);
+    const ReferenceWarp reference(source.view(), quad);
+    int differing = 0, edge = 0;
+    double worst = 0;
+    for (int y = 0; y < 410; ++y) {
+      for (int x = 0; x < 420; ++x) {
+        const double depth = reference.depth({x + 0.5, y + 0.5});
+        const uint8_t* got = output.at(x, y);
+        if (depth > 0.75) differing += !std::equal(got, got + 4, plain.at(x, y));
+        if (std::abs(depth) > 0.75) continue;
+        double covered = 0;
+        for (int k = 0; k < 1024; ++k) {
+          covered += reference.depth({x + (k % 32 + 0.5) / 32, y + (k / 32 + 0.5) / 32}) >= 0;
+        }
+        // The alpha of what is there, times coverage.
+        const double alpha = reference.sample({x + 0.5, y + 0.5})[3] * covered / 1024;
+        worst = std::max(worst, std::abs(alpha - got[3]));
+        ++edge;
+      }
+    }
+    EXPECT_EQ(differing, 0);
+    EXPECT_GT(edge, 800);
+    EXPECT_LE(worst, 4);
+  }
+}
+
+/// The pattern of samples changes at some shrink factors; what it yields must hardly change.
+TEST(AreaFilter, GoesOverWithoutASeam) {
+  const Pixels source = photograph(600, 450);
+  for (int hundredths = 100; hundredths < 450; hundredths += 5) {
+    const double before = hundredths / 100.0, after = before + 1e-4;
+    const auto run = [&](double factor) {
+      const double w = 600 / factor, h = 450 / factor;
+      return best(source, 100, 100, {{{0, 0}, {w, 0}, {w, h}, {0, h}}});
+    };
+    const Pixels a = run(before), b = run(after);
+    double square = 0;
+    for (int y = 0; y < 100; ++y) {
+      for (int x = 0; x < 100; ++x) square += std::pow(a.at(x, y)[0] - b.at(x, y)[0], 2);
+    }
+    EXPECT_LE(std::sqrt(square / 10000), 1.2) << "at a shrink factor of " << before;
+  }
+}
+
+TEST(AreaFilter, TakesTheMeanOfMoreSamplesWhenAsked) {
+  const Pixels source = noise(60, 40);
+  const Quad quad{{{4.2, 3.1}, {75.5, 6.4}, {70.1, 58.3}, {2.2, 50.9}}};
+  const Pixels output = best(source, 80, 60, quad, 8);
+  EXPECT_GE(psnr(source, output, quad), 45);
+}
+
+}  // namespace
+}  // namespace kelvar::warp
