@@ -1,0 +1,199 @@
+// The warp beside its rivals, in one process on the same work: a general quad, as large as the
+// picture. Prints every run and then a table of medians with the ratios to the default sampling.
+
+#include <benchmark/benchmark.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QTransform>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "geometry/warp/Warp.h"
+
+#ifdef KELVAR_OPENCV
+#include <opencv2/imgproc.hpp>
+#endif
+
+namespace {
+
+using kelvar::warp::Options;
+using kelvar::warp::Quad;
+using kelvar::warp::Sampling;
+
+struct Work {
+  int width, height;
+  QImage source, output;
+  Quad quad;
+};
+
+QImage noise(int width, int height) {
+  QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+  std::mt19937 random(1);
+  for (int y = 0; y < height; ++y) {
+    auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < width; ++x) row[x] = 0xFF000000u | (random() & 0xFFFFFFu);
+  }
+  return image;
+}
+
+/// A phone held at a slight angle, filling most of the picture.
+Quad generalQuad(double w, double h) {
+  return {{{w * 0.04, h * 0.06}, {w * 0.97, h * 0.02}, {w * 0.93, h * 0.96}, {w * 0.07, h * 0.91}}};
+}
+
+Work& work(int width) {
+  static std::map<int, Work> all;
+  const auto [found, made] = all.try_emplace(width);
+  if (made) {
+    const int height = width * 3 / 4;
+    found->second = {width, height, noise(width, height),
+                     QImage(width, height, QImage::Format_ARGB32_Premultiplied),
+                     generalQuad(width, height)};
+    found->second.output.fill(0);
+  }
+  return found->second;
+}
+
+void kelvarWarp(Work& w, const Quad& quad, int width, int height, const Options& options) {
+  const QImage& in = w.source;
+  if (!kelvar::warp::warp({in.constBits(), in.width(), in.height(), in.bytesPerLine()},
+                          {w.output.bits(), width, height, w.output.bytesPerLine()}, quad,
+                          options)) {
+    std::abort();
+  }
+}
+
+void withKelvar(Work& w, Sampling sampling, int threads) {
+  kelvarWarp(w, w.quad, w.width, w.height, {sampling, 1, threads});
+}
+
+/// The whole picture on a quarter of its width.
+void toQuarter(Work& w, int threads) {
+  const double width = w.width / 4.0, height = w.height / 4.0;
+  kelvarWarp(w, {{{0, 0}, {width, 0}, {width, height}, {0, height}}}, w.width / 4, w.height / 4,
+             {Sampling::Best, 1, threads});
+}
+
+void withPainter(Work& w, int) {
+  QTransform map;
+  const QPolygonF from(QRectF(0, 0, w.width, w.height));
+  QPolygonF to;
+  for (const auto& corner : w.quad) to << QPointF(corner.x, corner.y);
+  if (!QTransform::quadToQuad(from.mid(0, 4), to, map)) std::abort();
+  QPainter painter(&w.output);
+  painter.setCompositionMode(QPainter::CompositionMode_Source);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.setTransform(map);
+  painter.drawImage(0, 0, w.source);
+}
+
+#ifdef KELVAR_OPENCV
+void withOpencv(Work& w, int threads) {
+  cv::setNumThreads(threads);
+  const cv::Mat in(w.height, w.width, CV_8UC4, w.source.bits(), size_t(w.source.bytesPerLine()));
+  cv::Mat out(w.height, w.width, CV_8UC4, w.output.bits(), size_t(w.output.bytesPerLine()));
+  const float width = float(w.width), height = float(w.height);
+  const cv::Point2f from[4] = {{0, 0}, {width, 0}, {width, height}, {0, height}};
+  cv::Point2f to[4];
+  for (size_t i = 0; i < 4; ++i) to[i] = {float(w.quad[i].x), float(w.quad[i].y)};
+  cv::warpPerspective(in, out, cv::getPerspectiveTransform(from, to), out.size(), cv::INTER_LINEAR);
+}
+#endif
+
+void copy(Work& w, int) {
+  std::memcpy(w.output.bits(), w.source.constBits(), size_t(w.output.sizeInBytes()));
+}
+
+struct Contender {
+  const char* name;
+  bool threaded;
+  std::function<void(Work&, int)> run;
+};
+
+const std::vector<Contender>& contenders() {
+  static const std::vector<Contender> all = {
+      {"bilinear", true, [](Work& w, int t) { withKelvar(w, Sampling::Bilinear, t); }},
+      {"best", true, [](Work& w, int t) { withKelvar(w, Sampling::Best, t); }},
+      {"best to a quarter", true, toQuarter},
+#ifdef KELVAR_OPENCV
+      {"OpenCV", true, withOpencv},
+#endif
+      {"QPainter", false, withPainter},
+      {"memcpy", false, copy},
+  };
+  return all;
+}
+
+/// The usual console lines, and the medians for the table.
+class Reporter : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const Run& run : runs) {
+      if (run.aggregate_name == "median")
+        medians_[run.run_name.function_name] = run.GetAdjustedRealTime();
+    }
+    ConsoleReporter::ReportRuns(runs);
+  }
+
+  void printTable() const {
+    std::printf("\n%-18s", "median ms (times)");
+    for (const int threads : {1, 2}) {
+      for (const int width : {1024, 2048, 4096}) {
+        std::printf("  %6dx%d, %d th.", width, width * 3 / 4, threads);
+      }
+    }
+    for (const Contender& contender : contenders()) {
+      std::printf("\n%-18s", contender.name);
+      for (const int threads : {1, 2}) {
+        for (const int width : {1024, 2048, 4096}) {
+          const double time = of(contender.name, width, threads);
+          const double ours = of("bilinear", width, threads);
+          if (time > 0) std::printf("  %8.2f (%5.2f) ", time, time / ours);
+        }
+      }
+    }
+    std::printf("\n");
+  }
+
+  static std::string key(const std::string& name, int width, int threads) {
+    return name + " " + std::to_string(width) + " on " + std::to_string(threads);
+  }
+
+ private:
+  double of(const std::string& name, int width, int threads) const {
+    const auto found = medians_.find(key(name, width, threads));
+    return found == medians_.end() ? 0 : found->second;
+  }
+
+  std::map<std::string, double> medians_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  for (const int width : {1024, 2048, 4096}) {
+    for (const Contender& contender : contenders()) {
+      for (int threads = 1; threads <= (contender.threaded ? 2 : 1); ++threads) {
+        benchmark::RegisterBenchmark(Reporter::key(contender.name, width, threads).c_str(),
+                                     [&contender, width, threads](benchmark::State& state) {
+                                       Work& w = work(width);
+                                       for (auto _ : state) contender.run(w, threads);
+                                     })
+            ->UseRealTime()
+            ->MeasureProcessCPUTime()
+            ->Unit(benchmark::kMillisecond);
+      }
+    }
+  }
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  Reporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  reporter.printTable();
+}
