@@ -214,18 +214,18 @@ void fillFiltered(const Source& source, const PixelView& dst, const Quad& quad, 
     row.clearOutside(dst.width);
     longest = std::max(longest, row.centres().end - row.centres().begin);
   }
-  for (int offset = 0; offset < longest; offset += source.chunk) {
+  for (int offset = 0; offset < longest; offset += kChunk) {
     double left = 1e300, right = -1e300;
     for (const Row& row : rows) {
       if (row.centres().end - row.centres().begin <= offset) continue;
       left = std::min(left, double(row.centres().begin + offset));
-      right = std::max(
-          right, double(std::min(row.centres().begin + offset + source.chunk, row.centres().end)));
+      right = std::max(right,
+                       double(std::min(row.centres().begin + offset + kChunk, row.centres().end)));
     }
     const bool plain = oversampling == 1 && keepsAll(source.map, left, first, right, last);
     for (Row& row : rows) {
       const int begin = row.centres().begin + offset;
-      const int end = std::min(begin + source.chunk, row.centres().end);
+      const int end = std::min(begin + kChunk, row.centres().end);
       if (begin < end) row.fillInside(begin, end, plain);
     }
   }

@@ -14,9 +14,6 @@ constexpr int kChunk = 512;
 struct Source {
   ConstPixelView pixels;
   Homography map;
-  /// Lines are cut after this many pixels (at most kChunk) from their starts, and the pieces that
-  /// lie below each other are filled in turn.
-  int chunk = kChunk;
 };
 
 /// Samples at the destination points (x + i * step, y), i = 0, 1, … count - 1, with `count` from 1

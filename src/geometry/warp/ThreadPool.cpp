@@ -22,6 +22,9 @@ struct Job {
   }
 };
 
+/// More hardly help, and what each needs for itself adds up.
+constexpr int kMostThreads = 32;
+
 thread_local bool insideTask = false;
 
 class Pool {
@@ -72,7 +75,7 @@ class Pool {
 
 void parallelFor(int count, int threads, const std::function<void(int)>& task) {
   if (threads <= 0) threads = int(std::max(1u, std::thread::hardware_concurrency()));
-  const int helpers = insideTask ? 0 : std::min({threads, count, 64}) - 1;
+  const int helpers = insideTask ? 0 : std::min({threads, count, kMostThreads}) - 1;
   Job job{&task, count};
   if (helpers <= 0) return job.run();
   insideTask = true;

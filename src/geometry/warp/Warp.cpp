@@ -18,10 +18,10 @@ constexpr int kMostPixels = 32768;
 /// Rows that one task fills. Enough that neighbouring rows find each other's source in the cache.
 constexpr int kBandRows = 32;
 
-/// Pieces of rows that run steeply through the source.
-constexpr int kSteepChunk = 128;
+/// Columns that one task fills: two cache lines', or what a megabyte holds.
+int bandColumns(int height) { return std::clamp((1 << 18) / height, 4, 32); }
 
-/// The inverse of the map onto `quad`, for pixel numbers that stand for pixel centres.
+/// The inverse of `map`, for pixel numbers that stand for pixel centres in the source.
 Homography sourceMap(const Homography& map) {
   Homography inverse = map.inverted();
   auto& m = inverse.m;
@@ -47,22 +47,13 @@ void fillPlain(const Source& source, const PixelView& dst, const Quad& quad, int
     clear(dst.row(y), span.end, dst.width);
     longest = std::max(longest, span.end - span.begin);
   }
-  for (int offset = 0; offset < longest; offset += source.chunk) {
+  for (int offset = 0; offset < longest; offset += kChunk) {
     for (int y = first; y < last; ++y) {
       const int x = spans[y - first].begin + offset;
-      const int count = std::min(source.chunk, spans[y - first].end - x);
+      const int count = std::min(kChunk, spans[y - first].end - x);
       if (count > 0) sampleLine(source, {x + 0.5, 1, y + 0.5, count}, dst.row(y) + size_t(x) * 4);
     }
   }
-}
-
-/// Where rows of the destination run across many rows of the source, short pieces keep the
-/// source's part in use in the cache.
-int chunkFor(const Homography& map, const Quad& quad) {
-  const Point centre{(quad[0].x + quad[1].x + quad[2].x + quad[3].x) / 4,
-                     (quad[0].y + quad[1].y + quad[2].y + quad[3].y) / 4};
-  const Point a = map.map(centre), b = map.map({centre.x + 1, centre.y});
-  return std::abs(b.y - a.y) > 0.3 ? kSteepChunk : kChunk;
 }
 
 /// Whether the quad is the source's own rectangle, moved by whole pixels.
@@ -105,13 +96,62 @@ ConstPixelView atLeastTwo(const ConstPixelView& src, std::vector<uint8_t>* store
   return {store->data(), width, height, ptrdiff_t(width) * 4};
 }
 
+/// Calls `fill(first, last)` for bands of at most `rows` rows that make up [0, height).
 template <typename Fill>
-void eachBand(const PixelView& dst, int threads, const Fill& fill) {
-  const int bands = (dst.height + kBandRows - 1) / kBandRows;
-  parallelFor(bands, threads, [&](int band) {
-    const int first = band * kBandRows;
-    fill(first, std::min(first + kBandRows, dst.height));
+void eachBand(int height, int rows, int threads, const Fill& fill) {
+  parallelFor((height + rows - 1) / rows, threads, [&](int band) {
+    const int first = band * rows;
+    fill(first, std::min(first + rows, height));
   });
+}
+
+void fillBand(const Source& source, const PixelView& dst, const Quad& quad, const Options& options,
+              int first, int last) {
+  if (options.sampling == Sampling::Best || options.oversampling > 1) {
+    fillFiltered(source, dst, quad, std::clamp(options.oversampling, 1, 16), first, last);
+  } else {
+    fillPlain(source, dst, quad, first, last);
+  }
+}
+
+/// The map and the quad for the destination's mirror image about the diagonal, less `rows` of its
+/// rows.
+Homography mirrored(const Homography& map, double rows) {
+  const auto& m = map.m;
+  return {{m[1], m[0], m[2] + m[0] * rows, m[4], m[3], m[5] + m[3] * rows, m[7], m[6],
+           m[8] + m[6] * rows}};
+}
+
+Quad mirrored(const Quad& quad, double rows) {
+  Quad result;
+  for (size_t i = 0; i < 4; ++i) result[i] = {quad[i].y, quad[i].x - rows};
+  return result;
+}
+
+/// Whether the source's rows pass faster along the destination's rows than along its columns.
+bool isSteep(const Homography& map, const Quad& quad) {
+  const Point centre{(quad[0].x + quad[1].x + quad[2].x + quad[3].x) / 4,
+                     (quad[0].y + quad[1].y + quad[2].y + quad[3].y) / 4};
+  const double here = map.map(centre).y;
+  return std::abs(map.map({centre.x + 1, centre.y}).y - here) >
+         std::abs(map.map({centre.x, centre.y + 1}).y - here);
+}
+
+/// Fills columns [first, last) of `dst` as the rows of its mirror image about the diagonal, so that
+/// sampling goes along the source's rows and not across them.
+void fillColumns(const Source& source, const PixelView& dst, const Quad& quad,
+                 const Options& options, int first, int last) {
+  // An odd number of cache lines, so that a column of the mirror does not compete for one.
+  const ptrdiff_t stride = (ptrdiff_t(dst.height) * 4 + 63) / 128 * 128 + 64;
+  std::vector<uint8_t> columns(size_t(stride) * size_t(last - first));
+  const PixelView mirror{columns.data(), dst.height, last - first, stride};
+  fillBand({source.pixels, mirrored(source.map, first)}, mirror, mirrored(quad, first), options, 0,
+           mirror.height);
+  for (int y = 0; y < dst.height; ++y) {
+    uint8_t* const to = dst.row(y) + size_t(first) * 4;
+    const uint8_t* from = columns.data() + size_t(y) * 4;
+    for (int x = 0; x < mirror.height; ++x, from += stride) std::memcpy(to + x * 4, from, 4);
+  }
 }
 
 bool tooLarge(int width, int height) { return width > kMostPixels || height > kMostPixels; }
@@ -128,21 +168,19 @@ bool warp(const ConstPixelView& src, const PixelView& dst, const Quad& quad,
     return false;
   }
   if (isWholeMove(src, quad) && options.oversampling <= 1) {
-    eachBand(dst, options.threads,
+    eachBand(dst.height, kBandRows, options.threads,
              [&](int first, int last) { copyRows(src, dst, quad[0], first, last); });
     return true;
   }
   std::vector<uint8_t> store;
-  const Homography inverse = sourceMap(*map);
-  const Source source{atLeastTwo(src, &store), inverse, chunkFor(inverse, quad)};
-  const bool filtered = options.sampling == Sampling::Best || options.oversampling > 1;
-  eachBand(dst, options.threads, [&](int first, int last) {
-    if (filtered) {
-      fillFiltered(source, dst, quad, std::clamp(options.oversampling, 1, 16), first, last);
-    } else {
-      fillPlain(source, dst, quad, first, last);
-    }
-  });
+  const Source source{atLeastTwo(src, &store), sourceMap(*map)};
+  if (isSteep(source.map, quad)) {
+    eachBand(dst.width, bandColumns(dst.height), options.threads,
+             [&](int first, int last) { fillColumns(source, dst, quad, options, first, last); });
+  } else {
+    eachBand(dst.height, kBandRows, options.threads,
+             [&](int first, int last) { fillBand(source, dst, quad, options, first, last); });
+  }
   return true;
 }
 
