@@ -53,13 +53,10 @@ jpeg_error_mgr* install(Failure* failure) {
   return manager;
 }
 
-/// Adobe's CMYK, which is what is met, stands inverted: 255 is no ink.
-uint32_t fromCmyk(const uint8_t* cmyk, bool inverted) {
+/// CMYK files are taken as standing inverted, 255 for no ink: those met in the wild do.
+uint32_t fromCmyk(const uint8_t* cmyk) {
   uint32_t pixel = 0xff;
-  const uint32_t flip = inverted ? 0 : 255;
-  for (int i = 0; i < 3; ++i) {
-    pixel = pixel << 8 | ((cmyk[i] ^ flip) * (cmyk[3] ^ flip) + 127) / 255;
-  }
+  for (int i = 0; i < 3; ++i) pixel = pixel << 8 | (uint32_t{cmyk[i]} * cmyk[3] + 127) / 255;
   return pixel;
 }
 
@@ -125,9 +122,7 @@ class JpegDecoder {
  private:
   void convertCmyk(uint8_t* row) const {
     auto* out = reinterpret_cast<uint32_t*>(row);
-    for (JDIMENSION x = 0; x < codec_.output_width; ++x) {
-      out[x] = fromCmyk(row + 4 * x, codec_.saw_Adobe_marker);
-    }
+    for (JDIMENSION x = 0; x < codec_.output_width; ++x) out[x] = fromCmyk(row + 4 * x);
   }
 
   const QByteArray& file_;
@@ -180,10 +175,11 @@ bool compress(const QImage& flat, Failure* failure, unsigned char** bytes, unsig
 /// Premultiplied over white: what the alpha lacks is added to each colour.
 QImage overWhite(const QImage& image) {
   QImage flat(image.size(), QImage::Format_RGB32);
+  const int width = image.width();
   for (int y = 0; y < flat.height(); ++y) {
     const auto* in = reinterpret_cast<const uint32_t*>(image.constScanLine(y));
     auto* out = reinterpret_cast<uint32_t*>(flat.scanLine(y));
-    for (int x = 0; x < flat.width(); ++x) out[x] = in[x] + (255 - (in[x] >> 24)) * 0x01010101u;
+    for (int x = 0; x < width; ++x) out[x] = in[x] + (255 - (in[x] >> 24)) * 0x01010101u;
   }
   return flat;
 }

@@ -22,7 +22,7 @@
 #include "platform/WebPFile.h"
 
 /// Fontconfig keeps what it has found until the process ends.
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
+extern "C" KELVAR_EXPORT const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
 
 namespace kelvar {
 namespace {
