@@ -1,6 +1,6 @@
 #include "platform/ImageFile.h"
 
-#include <unistd.h>
+#include <fcntl.h>
 
 #include <QDir>
 #include <QFile>
@@ -23,7 +23,7 @@ namespace {
 enum class Format { None, Png, Jpeg, WebP, Svg };
 
 /// Enough to tell the formats apart, behind what may stand in front of an SVG's first element.
-constexpr qint64 kHeadBytes = 4096;
+constexpr qint64 kHeadBytes = 64 << 10;
 constexpr qint64 kStep = 1 << 20;
 
 bool isStandardStream(const QString& path) { return path == u"-"; }
@@ -59,36 +59,34 @@ QString openInput(const QString& path, QFile* file) {
   return file->errorString();
 }
 
-/// The rest of the file behind `*data`, up to a size that no picture within the limits has.
-bool readRest(QFile* file, QByteArray* data) {
-  if (!file->isSequential()) data->reserve(std::min(file->size(), ImageFile::kMaxBytes));
-  while (data->size() <= ImageFile::kMaxBytes) {
-    const qsizetype used = data->size();
-    const qint64 step = std::max(kStep, std::min(file->size(), ImageFile::kMaxBytes) - used);
-    data->resize(used + step);
-    const qint64 got = file->read(data->data() + used, step);
-    data->resize(used + std::max(got, qint64{0}));
-    if (got <= 0) return got == 0 || file->atEnd();
+/// All of the file, unless it is larger than any picture within the limits.
+bool readWhole(QFile* file, QByteArray* data) {
+  if (!file->isSequential()) {
+    if (file->size() > ImageFile::kMaxBytes) return false;
+    *data = file->readAll();
+    return true;
   }
-  return false;
+  data->clear();
+  for (QByteArray part = file->read(kStep); !part.isEmpty(); part = file->read(kStep)) {
+    *data += part;
+    if (data->size() > ImageFile::kMaxBytes) return false;
+  }
+  return true;
 }
 
 QString readFile(const QString& path, QByteArray* data, Format* format) {
   QFile file;
   const QString objection = openInput(path, &file);
   if (!objection.isEmpty()) return objection;
-  *data = file.read(kHeadBytes);
-  if (data->isEmpty()) {
-    return file.error() == QFile::NoError ? QStringLiteral("the file is empty")
-                                          : file.errorString();
+  *format = formatOfContent(file.peek(kHeadBytes));
+  if (*format != Format::None && !readWhole(&file, data)) {
+    return QStringLiteral("it is larger than 1 GiB");
   }
-  *format = formatOfContent(*data);
-  if (*format == Format::None) {
-    return QStringLiteral("it is no PNG, JPEG, WebP or SVG picture, whatever its name says");
-  }
-  if (readRest(&file, data)) return {};
-  return file.error() == QFile::NoError ? QStringLiteral("it is larger than 1 GiB")
-                                        : file.errorString();
+  if (file.error() != QFile::NoError) return file.errorString();
+  if (*format != Format::None) return {};
+  return file.peek(1).isEmpty()
+             ? QStringLiteral("the file is empty")
+             : QStringLiteral("it is no PNG, JPEG, WebP or SVG picture, whatever its name says");
 }
 
 QString folderOf(const QString& path) {
@@ -150,6 +148,14 @@ QString writeStandardOutput(const QImage& pixels) {
   return writeStream(pixels, Format::Png, &out);
 }
 
+/// QSaveFile flushes too, but overlooks what fails in it: a disk whose space turns out short, or
+/// bad. This waits for the data alone, so that the costly flush of the journal happens once.
+bool reachesTheDisk(int file) {
+  constexpr unsigned kWhole =
+      SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+  return ::sync_file_range(file, 0, 0, kWhole) == 0;
+}
+
 QString writeFile(const QImage& pixels, const QString& path) {
   const QString objection = outputObjection(path);
   if (!objection.isEmpty()) return objection;
@@ -166,8 +172,7 @@ QString writeFile(const QImage& pixels, const QString& path) {
   if (!encode(pixels, format, &file, &error) || !file.flush()) {
     return error.isEmpty() ? deviceProblem(file) : error;
   }
-  // commit() flushes to the disk too, but overlooks when that fails.
-  if (::fsync(file.handle()) != 0) return QString::fromLocal8Bit(std::strerror(errno));
+  if (!reachesTheDisk(file.handle())) return QString::fromLocal8Bit(std::strerror(errno));
   return file.commit() ? QString() : deviceProblem(file);
 }
 

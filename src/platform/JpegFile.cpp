@@ -12,7 +12,7 @@
 #include <csetjmp>
 #include <cstdlib>
 #include <memory>
-#include <vector>
+#include <string_view>
 
 #include "platform/ColorProfile.h"
 #include "platform/PictureLimits.h"
@@ -22,6 +22,9 @@ namespace kelvar {
 namespace {
 
 constexpr int kQuality = 92;
+constexpr int kExifMarker = JPEG_APP0 + 1;
+constexpr int kProfileMarker = JPEG_APP0 + 2;
+constexpr std::string_view kExifName("Exif\0", 5);
 
 /// libjpeg's way of failing: it jumps. Nothing with a destructor may live between the setjmp and
 /// the calls that can jump.
@@ -50,31 +53,27 @@ jpeg_error_mgr* install(Failure* failure) {
   return manager;
 }
 
-/// Adobe's CMYK, which is what is met, stands inverted: 255 is no ink.
-uint32_t fromCmyk(const uint8_t* cmyk, bool inverted) {
+/// CMYK files are taken as standing inverted, 255 for no ink: those met in the wild do.
+uint32_t fromCmyk(const uint8_t* cmyk) {
   uint32_t pixel = 0xff;
-  const uint32_t flip = inverted ? 0 : 255;
-  for (int i = 0; i < 3; ++i) {
-    pixel = pixel << 8 | ((cmyk[i] ^ flip) * (cmyk[3] ^ flip) + 127) / 255;
-  }
+  for (int i = 0; i < 3; ++i) pixel = pixel << 8 | (uint32_t{cmyk[i]} * cmyk[3] + 127) / 255;
   return pixel;
 }
 
 class JpegDecoder {
  public:
-  explicit JpegDecoder(const QByteArray& file) {
-    codec_.err = install(&failure_);
-    jpeg_create_decompress(&codec_);
-    jpeg_mem_src(&codec_, reinterpret_cast<const uint8_t*>(file.constData()),
-                 static_cast<unsigned long>(file.size()));
-    jpeg_save_markers(&codec_, JPEG_APP0 + 2, 0xffff);
-  }
+  explicit JpegDecoder(const QByteArray& file) : file_(file) { codec_.err = install(&failure_); }
   ~JpegDecoder() { jpeg_destroy_decompress(&codec_); }
   JpegDecoder(const JpegDecoder&) = delete;
   JpegDecoder& operator=(const JpegDecoder&) = delete;
 
   bool readHeader() {
     if (setjmp(failure_.escape) != 0) return false;
+    jpeg_create_decompress(&codec_);
+    jpeg_mem_src(&codec_, reinterpret_cast<const uint8_t*>(file_.constData()),
+                 static_cast<unsigned long>(file_.size()));
+    jpeg_save_markers(&codec_, kExifMarker, kExifName.size());
+    jpeg_save_markers(&codec_, kProfileMarker, 0xffff);
     jpeg_read_header(&codec_, TRUE);
     isCmyk_ = codec_.num_components == 4;
     codec_.out_color_space = isCmyk_ ? JCS_CMYK : JCS_EXT_BGRA;
@@ -82,6 +81,15 @@ class JpegDecoder {
   }
 
   QSize size() const { return {int(codec_.image_width), int(codec_.image_height)}; }
+
+  bool hasExif() const {
+    for (auto* marker = codec_.marker_list; marker; marker = marker->next) {
+      const std::string_view start(reinterpret_cast<const char*>(marker->data),
+                                   marker->data_length);
+      if (marker->marker == kExifMarker && start == kExifName) return true;
+    }
+    return false;
+  }
 
   QByteArray profile() {
     JOCTET* bytes = nullptr;
@@ -114,11 +122,10 @@ class JpegDecoder {
  private:
   void convertCmyk(uint8_t* row) const {
     auto* out = reinterpret_cast<uint32_t*>(row);
-    for (JDIMENSION x = 0; x < codec_.output_width; ++x) {
-      out[x] = fromCmyk(row + 4 * x, codec_.saw_Adobe_marker);
-    }
+    for (JDIMENSION x = 0; x < codec_.output_width; ++x) out[x] = fromCmyk(row + 4 * x);
   }
 
+  const QByteArray& file_;
   Failure failure_{};
   jpeg_decompress_struct codec_{};
   bool isCmyk_ = false;
@@ -168,10 +175,11 @@ bool compress(const QImage& flat, Failure* failure, unsigned char** bytes, unsig
 /// Premultiplied over white: what the alpha lacks is added to each colour.
 QImage overWhite(const QImage& image) {
   QImage flat(image.size(), QImage::Format_RGB32);
+  const int width = image.width();
   for (int y = 0; y < flat.height(); ++y) {
     const auto* in = reinterpret_cast<const uint32_t*>(image.constScanLine(y));
     auto* out = reinterpret_cast<uint32_t*>(flat.scanLine(y));
-    for (int x = 0; x < flat.width(); ++x) out[x] = in[x] + (255 - (in[x] >> 24)) * 0x01010101u;
+    for (int x = 0; x < width; ++x) out[x] = in[x] + (255 - (in[x] >> 24)) * 0x01010101u;
   }
   return flat;
 }
@@ -187,14 +195,17 @@ QImage readJpeg(const QByteArray& file, QString* error) {
   *error = sizeObjection(decoder.size().width(), decoder.size().height());
   if (!error->isEmpty()) return {};
 
+  // Both are forgotten once the pixels are read.
   const QByteArray profile = decoder.profile();
+  const bool hasExif = decoder.hasExif();
   QImage image(decoder.size(), QImage::Format_ARGB32_Premultiplied);
   if (image.isNull() || !decoder.readPixels(image.bits(), image.bytesPerLine())) {
     *error =
         image.isNull() ? QStringLiteral("there is not enough memory for it") : decoder.problem();
     return {};
   }
-  return upright(toSRgb(image, profile), orientation(file));
+  image = toSRgb(image, profile);
+  return hasExif ? upright(image, orientation(file)) : image;
 }
 
 QByteArray packJpeg(const QImage& image, QString* error) {

@@ -9,6 +9,7 @@
 #include <QThread>
 #include <QThreadPool>
 #include <QtEndian>
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <condition_variable>
@@ -24,8 +25,8 @@ namespace kelvar {
 namespace {
 
 constexpr size_t kBandBytes = 512 << 10;
-/// Every so many rows one is looked at for the choice of the filter.
-constexpr int kSampledRows = 16;
+/// One row in so many is looked at for the choice of the filter, but three of a band at least.
+constexpr int kSampleStep = 16, kLeastSamples = 3;
 constexpr int kLevel = 1;
 /// Above so many bits of information a byte, repetitions are chance, and telling of them costs more
 /// than the bytes themselves: then only runs are looked for.
@@ -33,10 +34,11 @@ constexpr double kNoisyBits = 1.5;
 constexpr uint16_t kRunsOnly = 1;
 
 bool isOpaque(const QImage& image) {
+  const int width = image.width();
   for (int y = 0; y < image.height(); ++y) {
     const auto* row = reinterpret_cast<const uint32_t*>(image.constScanLine(y));
     uint32_t all = ~0u;
-    for (int x = 0; x < image.width(); ++x) all &= row[x];
+    for (int x = 0; x < width; ++x) all &= row[x];
     if (all >> 24 != 255) return false;
   }
   return true;
@@ -90,8 +92,9 @@ class RowWindow {
       return;
     }
     const auto* in = reinterpret_cast<const uint32_t*>(image_.constScanLine(y));
-    if (pixelBytes_ == 4) return unpremultiplyRow(in, out, image_.width());
-    for (int x = 0; x < image_.width(); ++x) {
+    const int width = image_.width();
+    if (pixelBytes_ == 4) return unpremultiplyRow(in, out, width);
+    for (int x = 0; x < width; ++x) {
       out[3 * x] = static_cast<uint8_t>(in[x] >> 16);
       out[3 * x + 1] = static_cast<uint8_t>(in[x] >> 8);
       out[3 * x + 2] = static_cast<uint8_t>(in[x]);
@@ -164,7 +167,8 @@ class BandEncoder {
  private:
   Choice choose(int top, int bottom) {
     Histogram histograms[png::kFilters];
-    for (int y = top; y < bottom; y += kSampledRows) {
+    const int step = std::clamp((bottom - top) / kLeastSamples, 1, kSampleStep);
+    for (int y = top + step / 2; y < bottom; y += step) {
       rows_.moveTo(y);
       for (int f = 0; f < png::kFilters; ++f) {
         png::filter(png::Filter(f), rows_.row(), rows_.above(), sample_.data(), sample_.size(),
@@ -221,8 +225,10 @@ class BandedWrite {
 
   bool run() {
     const int wanted = std::min(QThread::idealThreadCount(), bands_) - 1;
+    // There is no pool once the application is gone.
+    QThreadPool* pool = QThreadPool::globalInstance();
     int helpers = 0;
-    while (helpers < wanted && QThreadPool::globalInstance()->tryStart([this] {
+    while (helpers < wanted && pool && pool->tryStart([this] {
       work();
       done_.release();
     })) {

@@ -14,7 +14,8 @@ namespace kelvar {
 
 namespace {
 
-/// libwebp's second least thorough effort: a tenth of the default's time for a few per cent.
+/// On libwebp's scale of 0 to 9. The least effort takes a quarter of the time but makes flat
+/// designs twice as large; more of it gains a few per cent.
 constexpr int kEffort = 1;
 
 QByteArray profileOf(const QByteArray& file) {
@@ -36,9 +37,10 @@ QString problem(VP8StatusCode code) {
 }
 
 void premultiplyInPlace(QImage* image) {
+  const int width = image->width();
   for (int y = 0; y < image->height(); ++y) {
     auto* row = reinterpret_cast<uint32_t*>(image->scanLine(y));
-    for (int x = 0; x < image->width(); ++x) row[x] = premultiplied(row[x]);
+    for (int x = 0; x < width; ++x) row[x] = premultiplied(row[x]);
   }
 }
 
@@ -65,7 +67,7 @@ bool fillPicture(const QImage& image, WebPPicture* picture) {
   for (int y = 0; y < image.height(); ++y) {
     const auto* in = reinterpret_cast<const uint32_t*>(image.constScanLine(y));
     uint32_t* out = picture->argb + ptrdiff_t(y) * picture->argb_stride;
-    for (int x = 0; x < image.width(); ++x) out[x] = unpremultiplied(in[x]);
+    for (int x = 0; x < picture->width; ++x) out[x] = unpremultiplied(in[x]);
   }
   return true;
 }

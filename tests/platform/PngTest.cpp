@@ -272,7 +272,7 @@ TEST(PngReader, EveryCutAndEveryFlippedBitIsAnError) {
   }
 }
 
-TEST(PngReader, CutsOfALargePictureEndBothThreads) {
+TEST(PngReader, ADamagedLargePictureEndsBothThreads) {
   const QByteArray file = written(picture(1200, 1000, true));
   for (int part = 0; part < 20; ++part) {
     QString error;
@@ -280,6 +280,12 @@ TEST(PngReader, CutsOfALargePictureEndBothThreads) {
     ASSERT_TRUE(readExactly(cut, &error).isNull()) << part;
     ASSERT_TRUE(error.contains(u"cut short")) << qPrintable(error);
   }
+  // The decoding side gives up while the other one still fills its blocks.
+  const QByteArray wrongFilter = QByteArray(1, 9) + QByteArray(4000 * 1001 - 1, 0);
+  QString error;
+  EXPECT_TRUE(
+      readExactly(header(1000, 1000, 8, 6) + chunk("IDAT", packed(wrongFilter)) + kEnd, &error)
+          .isNull());
 }
 
 TEST(PngReader, ConvertsAProfileToSRgb) {
