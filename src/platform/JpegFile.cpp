@@ -12,7 +12,7 @@
 #include <csetjmp>
 #include <cstdlib>
 #include <memory>
-#include <vector>
+#include <string_view>
 
 #include "platform/ColorProfile.h"
 #include "platform/PictureLimits.h"
@@ -22,6 +22,9 @@ namespace kelvar {
 namespace {
 
 constexpr int kQuality = 92;
+constexpr int kExifMarker = JPEG_APP0 + 1;
+constexpr int kProfileMarker = JPEG_APP0 + 2;
+constexpr std::string_view kExifName("Exif\0", 5);
 
 /// libjpeg's way of failing: it jumps. Nothing with a destructor may live between the setjmp and
 /// the calls that can jump.
@@ -62,19 +65,18 @@ uint32_t fromCmyk(const uint8_t* cmyk, bool inverted) {
 
 class JpegDecoder {
  public:
-  explicit JpegDecoder(const QByteArray& file) {
-    codec_.err = install(&failure_);
-    jpeg_create_decompress(&codec_);
-    jpeg_mem_src(&codec_, reinterpret_cast<const uint8_t*>(file.constData()),
-                 static_cast<unsigned long>(file.size()));
-    jpeg_save_markers(&codec_, JPEG_APP0 + 2, 0xffff);
-  }
+  explicit JpegDecoder(const QByteArray& file) : file_(file) { codec_.err = install(&failure_); }
   ~JpegDecoder() { jpeg_destroy_decompress(&codec_); }
   JpegDecoder(const JpegDecoder&) = delete;
   JpegDecoder& operator=(const JpegDecoder&) = delete;
 
   bool readHeader() {
     if (setjmp(failure_.escape) != 0) return false;
+    jpeg_create_decompress(&codec_);
+    jpeg_mem_src(&codec_, reinterpret_cast<const uint8_t*>(file_.constData()),
+                 static_cast<unsigned long>(file_.size()));
+    jpeg_save_markers(&codec_, kExifMarker, kExifName.size());
+    jpeg_save_markers(&codec_, kProfileMarker, 0xffff);
     jpeg_read_header(&codec_, TRUE);
     isCmyk_ = codec_.num_components == 4;
     codec_.out_color_space = isCmyk_ ? JCS_CMYK : JCS_EXT_BGRA;
@@ -82,6 +84,15 @@ class JpegDecoder {
   }
 
   QSize size() const { return {int(codec_.image_width), int(codec_.image_height)}; }
+
+  bool hasExif() const {
+    for (auto* marker = codec_.marker_list; marker; marker = marker->next) {
+      const std::string_view start(reinterpret_cast<const char*>(marker->data),
+                                   marker->data_length);
+      if (marker->marker == kExifMarker && start == kExifName) return true;
+    }
+    return false;
+  }
 
   QByteArray profile() {
     JOCTET* bytes = nullptr;
@@ -119,6 +130,7 @@ class JpegDecoder {
     }
   }
 
+  const QByteArray& file_;
   Failure failure_{};
   jpeg_decompress_struct codec_{};
   bool isCmyk_ = false;
@@ -187,14 +199,17 @@ QImage readJpeg(const QByteArray& file, QString* error) {
   *error = sizeObjection(decoder.size().width(), decoder.size().height());
   if (!error->isEmpty()) return {};
 
+  // Both are forgotten once the pixels are read.
   const QByteArray profile = decoder.profile();
+  const bool hasExif = decoder.hasExif();
   QImage image(decoder.size(), QImage::Format_ARGB32_Premultiplied);
   if (image.isNull() || !decoder.readPixels(image.bits(), image.bytesPerLine())) {
     *error =
         image.isNull() ? QStringLiteral("there is not enough memory for it") : decoder.problem();
     return {};
   }
-  return upright(toSRgb(image, profile), orientation(file));
+  image = toSRgb(image, profile);
+  return hasExif ? upright(image, orientation(file)) : image;
 }
 
 QByteArray packJpeg(const QImage& image, QString* error) {

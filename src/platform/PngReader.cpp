@@ -247,7 +247,9 @@ class FastDecode {
 
   /// False when the data is damaged.
   bool run() {
-    const bool shared = blockCount() > 2 && QThreadPool::globalInstance()->tryStart([this] {
+    // There is no pool once the application is gone.
+    QThreadPool* pool = QThreadPool::globalInstance();
+    const bool shared = blockCount() > 2 && pool && pool->tryStart([this] {
       produce();
       done_.release();
     });

@@ -221,8 +221,10 @@ class BandedWrite {
 
   bool run() {
     const int wanted = std::min(QThread::idealThreadCount(), bands_) - 1;
+    // There is no pool once the application is gone.
+    QThreadPool* pool = QThreadPool::globalInstance();
     int helpers = 0;
-    while (helpers < wanted && QThreadPool::globalInstance()->tryStart([this] {
+    while (helpers < wanted && pool && pool->tryStart([this] {
       work();
       done_.release();
     })) {

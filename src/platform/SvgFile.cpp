@@ -1,13 +1,12 @@
 #include "platform/SvgFile.h"
 
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 #include <QtMath>
-#include <memory>
+#include <algorithm>
 
 #include "platform/PictureLimits.h"
 
@@ -31,12 +30,25 @@ bool isEmbeddedBitmap(const QString& address) {
          (head.startsWith("RIFF") && head.mid(8, 4) == "WEBP");
 }
 
+bool isReference(const QXmlStreamAttribute& attribute) {
+  return attribute.name().compare(u"href", Qt::CaseInsensitive) == 0;
+}
+
+/// An image element that shows something from elsewhere.
+bool isForeignImage(const QXmlStreamReader& reader) {
+  const QXmlStreamAttributes attributes = reader.attributes();
+  return reader.name() == u"image" &&
+         !std::all_of(attributes.begin(), attributes.end(), [](const auto& attribute) {
+           return !isReference(attribute) || isEmbeddedBitmap(attribute.value().toString());
+         });
+}
+
+/// Elements other than images may refer to their like in the same file.
 QXmlStreamAttributes cleanAttributes(const QXmlStreamReader& reader) {
   QXmlStreamAttributes attributes = reader.attributes();
-  attributes.removeIf([&](const QXmlStreamAttribute& attribute) {
-    if (attribute.name().compare(u"href", Qt::CaseInsensitive) != 0) return false;
-    const QString address = attribute.value().trimmed().toString();
-    return reader.name() == u"image" ? !isEmbeddedBitmap(address) : !address.startsWith(u'#');
+  if (reader.name() == u"image") return attributes;
+  attributes.removeIf([](const QXmlStreamAttribute& attribute) {
+    return isReference(attribute) && !attribute.value().trimmed().startsWith(u'#');
   });
   return attributes;
 }
@@ -70,6 +82,10 @@ bool cleanSvg(const QByteArray& file, CleanSvg* clean) {
   while (!reader.atEnd()) {
     switch (reader.readNext()) {
       case QXmlStreamReader::StartElement:
+        if (isForeignImage(reader)) {
+          reader.skipCurrentElement();
+          break;
+        }
         copyStartElement(reader, isRoot, &writer, clean);
         isRoot = false;
         break;
@@ -86,23 +102,10 @@ bool cleanSvg(const QByteArray& file, CleanSvg* clean) {
   return !reader.hasError();
 }
 
-/// Text needs fonts, and fonts need an application with a platform. Where there is none at all, one
-/// without a screen serves; beside a plain QCoreApplication there is no place for one.
-class FontsAtHand {
- public:
-  FontsAtHand() {
-    if (!QCoreApplication::instance()) app_ = std::make_unique<QGuiApplication>(count_, arguments_);
-  }
-  bool ready() const {
-    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
-  }
-
- private:
-  char name_[7] = "kelvar", option_[10] = "-platform", platform_[10] = "offscreen";
-  char* arguments_[4] = {name_, option_, platform_, nullptr};
-  int count_ = 3;
-  std::unique_ptr<QGuiApplication> app_;
-};
+/// Without it Qt ends the process at the first text.
+bool fontsAreAtHand() {
+  return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+}
 
 QImage draw(QSvgRenderer* renderer, const QSize& size, QString* error) {
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -131,9 +134,7 @@ QImage readSvg(const QByteArray& file, const std::function<QSizeF(const QSizeF&)
     *error = QStringLiteral("the SVG tells no size; give it a viewBox, or a width and a height");
     return {};
   }
-  std::unique_ptr<FontsAtHand> fonts;
-  if (clean.hasText) fonts = std::make_unique<FontsAtHand>();
-  if (fonts && !fonts->ready()) {
+  if (clean.hasText && !fontsAreAtHand()) {
     *error = QStringLiteral(
         "the SVG has text, which only an application with fonts "
         "(a QGuiApplication) can draw");
