@@ -13,6 +13,7 @@
 
 #include "app/Corners.h"
 #include "app/Failure.h"
+#include "app/Fonts.h"
 #include "app/Progress.h"
 #include "host/Mapping.h"
 #include "platform/ImageFile.h"
@@ -155,6 +156,7 @@ void run(const Arguments& arguments) {
   Progress progress;
   Stopwatch stopwatch;
   progress.setStage("reading");
+  const auto fonts = fontsFor(arguments.design, arguments.onto);
   const warp::Quad quad = onPhoto ? mapping.quadOnPhoto() : placement.quad;
   // On a photo the scale asks for finer samples, and a vector design has them to give.
   const double finer = onPhoto ? std::clamp(mapping.scale, 1.0, 16.0) : 1.0;

@@ -72,7 +72,8 @@ class Map : public testing::Test {
     write("design.svg",
           "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='10'>"
           "<rect width='10' height='10' fill='#f00'/>"
-          "<rect x='10' width='10' height='10' fill='#00f'/></svg>");
+          "<rect x='10' width='10' height='10' fill='#00f'/>"
+          "<text x='1' y='9' font-size='2'>Text</text></svg>");
     write("short.png", bytes("noise.png").first(bytes("noise.png").size() / 2));
     write("short.jpg", bytes("noise.jpg").first(bytes("noise.jpg").size() / 2));
     write("empty.png", "");
@@ -273,6 +274,11 @@ TEST_F(Map, PipesAndReplaces) {
   ASSERT_EQ(run("kelvar map design.png " + map + "-o out.png").status, 0);
   ASSERT_EQ(run("kelvar map - " + map + "-o - <design.png >piped.png").status, 0);
   EXPECT_EQ(QImage(path("piped.png")), QImage(path("out.png")));
+  ASSERT_EQ(run("cat design.svg | kelvar map - " + map + "-o vector.png").status, 0);
+  ASSERT_EQ(run("kelvar map - " + map + "-o - <design.svg >piped-vector.png").status, 0);
+  ASSERT_EQ(run("kelvar map design.svg " + map + "-o out-vector.png").status, 0);
+  EXPECT_EQ(QImage(path("vector.png")), QImage(path("out-vector.png")));
+  EXPECT_EQ(QImage(path("piped-vector.png")), QImage(path("out-vector.png")));
   ASSERT_EQ(run("kelvar map design.png " + map + "--onto - -o out.png <photo.png").status, 0);
   EXPECT_EQ(QImage(path("out.png")).size(), QSize(90, 70));
   ASSERT_EQ(run("kelvar map design.png " + map + "-o design.png").status, 0);
