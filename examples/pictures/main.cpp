@@ -58,7 +58,7 @@ int main(int argc, char** argv) {
 
   QFile list(folder.filePath(QStringLiteral("phone.points")));
   const bool written =
-      list.open(QIODevice::WriteOnly) && list.write(corners + '\n') > 0 &&
+      list.open(QIODevice::WriteOnly) && list.write(corners + '\n') > 0 && list.flush() &&
       save(kelvar::examples::drawDesign(), folder.filePath(QStringLiteral("design.png")), 0) &&
       save(parser.isSet(preview) ? kelvar::examples::drawPhoto(0.4, 24)
                                  : kelvar::examples::drawPhoto(1, 160),
