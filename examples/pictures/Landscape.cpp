@@ -77,22 +77,21 @@ void drawRidge(QPainter& painter, const Ridge& ridge, const QRectF& frame, doubl
 
 /// A fir of five tiers standing at `foot`.
 void drawTree(QPainter& painter, QPointF foot, double height, const QColor& colour) {
-  QPainterPath path(foot - QPointF(0, height));
-  const auto side = [&](double sign) {
-    for (int tier = 1; tier <= 5; ++tier) {
-      const double down = tier / 5.0;
-      const double half = sign * height * 0.2 * (0.25 + 0.75 * down);
-      path.lineTo(foot + QPointF(half, height * (down * 0.94 - 1)));
-      path.lineTo(foot + QPointF(half * 0.5, height * (down * 0.94 - 1.02)));
-    }
-    path.lineTo(foot + QPointF(sign * height * 0.02, 0));
-  };
-  side(1);
-  path.lineTo(foot);
-  path.moveTo(foot - QPointF(0, height));
-  side(-1);
-  path.lineTo(foot);
-  path.setFillRule(Qt::WindingFill);
+  QPolygonF side{QPointF(0, -height)};
+  for (int tier = 1; tier <= 5; ++tier) {
+    const double down = tier / 5.0;
+    const double half = height * 0.2 * (0.25 + 0.75 * down);
+    side << QPointF(half, height * (down * 0.94 - 1))
+         << QPointF(half / 2, height * (down * 0.94 - 1.02));
+  }
+  side << QPointF(height * 0.02, 0);
+  QPolygonF tree = side;
+  for (auto point = side.rbegin(); point != side.rend(); ++point) {
+    tree << QPointF(-point->x(), point->y());
+  }
+  QPainterPath path;
+  path.addPolygon(tree.translated(foot));
+  path.closeSubpath();
   painter.fillPath(path, colour);
 }
 
@@ -114,7 +113,7 @@ void drawLake(QPainter& painter, const QImage& above, const QRectF& frame, doubl
   for (double y = 0; y < lake.height(); y += 1 / scale) {
     const double swing = (0.4 + 0.06 * y) * (2 * noise({y * (2.2 - 0.006 * y), 3, 3}) - 1) * 2;
     const QRectF from(0, mirrorTop + y * 1.25 * scale, above.width(), 1);
-    painter.drawImage(QRectF(lake.left() + swing - 4, shore + y, lake.width() + 8, 1 / scale),
+    painter.drawImage(QRectF(lake.left() + swing - 10, shore + y, lake.width() + 20, 1 / scale),
                       mirrored, from);
   }
   QLinearGradient depth(0, lake.top(), 0, lake.bottom());
