@@ -1,0 +1,35 @@
+# `cmake --install`: the program, the library, its public headers under include/kelvar, and what
+# find_package(Kelvar) and pkg-config need.
+
+# A header is public when it marks something KELVAR_EXPORT. PixelView.h has no code to export.
+set(public_headers src/geometry/warp/PixelView.h)
+file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
+     src/platform/*.h src/runtime/*.h src/geometry/*.h src/geometry/warp/*.h src/host/*.h)
+foreach(header IN LISTS headers)
+  file(STRINGS ${PROJECT_SOURCE_DIR}/${header} mark REGEX KELVAR_EXPORT LIMIT_COUNT 1)
+  if(mark)
+    list(APPEND public_headers ${header})
+  endif()
+endforeach()
+list(TRANSFORM public_headers PREPEND ${PROJECT_SOURCE_DIR}/)
+target_sources(kelvar PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/src
+               FILES ${public_headers})
+
+install(TARGETS kelvar EXPORT KelvarTargets
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
+install(TARGETS kelvar-program)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Kelvar)
+include(CMakePackageConfigHelpers)
+configure_package_config_file(cmake/KelvarConfig.cmake.in KelvarConfig.cmake
+                              INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(KelvarConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/KelvarConfig.cmake
+              ${PROJECT_BINARY_DIR}/KelvarConfigVersion.cmake DESTINATION ${package_dir})
+install(EXPORT KelvarTargets NAMESPACE Kelvar:: DESTINATION ${package_dir})
+
+# The prefix is found from where the file lies, so that `cmake --install --prefix` can move it.
+file(RELATIVE_PATH prefix_from_pc
+     ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(cmake/kelvar.pc.in kelvar.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/kelvar.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
