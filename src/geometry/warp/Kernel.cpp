@@ -171,9 +171,11 @@ void computeRuns(const Line& line, int length, int count, Positions* positions) 
 }
 
 /// Positions of `count` samples. The last is repeated to fill the block, since what lies beyond
-/// may be anywhere.
-void computePositions(const Line& line, int count, Positions* positions) {
-  const int length = runLength(line, count);
+/// may be anywhere. False when the line crosses the horizon, where the denominator changes its
+/// sign: then the positions are not in order.
+bool computePositions(const Line& line, int count, Positions* positions) {
+  const bool ordered = line.w0 * (line.w0 + line.w1 * (count - 1)) > 0;
+  const int length = ordered ? runLength(line, count) : 0;
   if (length == 0) {
     computeEach(line, count, positions);
   } else {
@@ -182,6 +184,7 @@ void computePositions(const Line& line, int count, Positions* positions) {
   const int end = (count + kBlock - 1) / kBlock * kBlock;
   std::fill(positions->x + count, positions->x + end, positions->x[count - 1]);
   std::fill(positions->y + count, positions->y + end, positions->y[count - 1]);
+  return ordered;
 }
 
 /// Moves positions to [0, limit].
@@ -346,12 +349,12 @@ void sampleScattered(const ConstPixelView& pixels, const Block& block, int count
 #include "geometry/warp/KernelWindows-inl.h"
 #endif
 
-/// Keeps a block's positions inside the picture.
-HWY_INLINE void keepInside(const ConstPixelView& pixels, const Block& block) {
+/// Keeps a block's positions inside the picture. Of those in order only the ends need a look.
+HWY_INLINE void keepInside(const ConstPixelView& pixels, const Block& block, bool ordered) {
   const int32_t limitX = int32_t((uint32_t(pixels.width - 1) << kPositionBits) - 1);
   const int32_t limitY = int32_t((uint32_t(pixels.height - 1) << kPositionBits) - 1);
-  const auto outside = [](const int32_t* p, int32_t limit) {
-    return std::min(p[0], p[kBlock - 1]) < 0 || std::max(p[0], p[kBlock - 1]) > limit;
+  const auto outside = [ordered](const int32_t* p, int32_t limit) {
+    return !ordered || std::min(p[0], p[kBlock - 1]) < 0 || std::max(p[0], p[kBlock - 1]) > limit;
   };
   if (outside(block.x, limitX)) clampAll(block.x, limitX);
   if (outside(block.y, limitY)) clampAll(block.y, limitY);
@@ -360,16 +363,16 @@ HWY_INLINE void keepInside(const ConstPixelView& pixels, const Block& block) {
 void SampleLine(const Source& source, const SampleRow& row, uint8_t* out) {
   const int count = row.count;
   Positions positions;
-  computePositions(lineOf(source.map, row), count, &positions);
+  const bool ordered = computePositions(lineOf(source.map, row), count, &positions);
 #if HWY_TARGET == HWY_AVX3_DL
   const Course course = courseOf(source, row, positions);
 #endif
   for (int t = 0; t < count; t += kBlock) {
     const Block block{positions.x + t, positions.y + t};
     const int n = std::min(kBlock, count - t);
-    keepInside(source.pixels, block);
+    keepInside(source.pixels, block, ordered);
 #if HWY_TARGET == HWY_AVX3_DL
-    if (sampleWindows(source.pixels, block, course, n, out + t * 4)) continue;
+    if (ordered && sampleWindows(source.pixels, block, course, n, out + t * 4)) continue;
 #endif
     sampleScattered(source.pixels, block, n, out + t * 4);
   }

@@ -17,7 +17,7 @@ struct Source {
 };
 
 /// Samples at the destination points (x + i * step, y), i = 0, 1, … count - 1, with `count` from 1
-/// to kChunk. The map's denominator must keep its sign over the points.
+/// to kChunk.
 struct SampleRow {
   double x;
   double step;

@@ -59,7 +59,7 @@ constexpr WindowTables kTables;
 /// Which way a row's samples go through the source, and how far apart neighbours are at most.
 struct Course {
   bool left, up;
-  int32_t stepX, stepY;  // 16.16
+  int64_t stepX, stepY;  // 16.16
   ptrdiff_t ahead;       // bytes to what a later row needs
 };
 
@@ -67,14 +67,15 @@ HWY_INLINE Course courseOf(const Source& source, const SampleRow& row, const Pos
   // The map is monotone along a line and so is its speed: the extremes are at the ends.
   const int last = row.count - 1, before = std::max(last - 1, 0);
   const auto step = [=](const int32_t* v) {
-    return std::max(std::abs(v[1] - v[0]), std::abs(v[last] - v[before])) + 64;
+    const int64_t first = v[1], final = v[last];
+    return std::max(std::abs(first - v[0]), std::abs(final - v[before])) + 64;
   };
   const Point here{row.x + last * row.step / 2, row.y};
   const Point from = source.map.map(here);
   const Point to = source.map.map({here.x, here.y + kAhead * row.pitch});
-  const double dx = std::clamp(to.x - from.x, -1e4, 1e4);
-  const double dy = std::clamp(to.y - from.y, -1e4, 1e4);
-  const ptrdiff_t ahead = ptrdiff_t(dy) * source.pixels.stride + ptrdiff_t(dx) * 4;
+  // In this order of arguments not a number becomes a number.
+  const auto whole = [](double d) { return ptrdiff_t(std::min(1e4, std::max(-1e4, d))); };
+  const ptrdiff_t ahead = whole(to.y - from.y) * source.pixels.stride + whole(to.x - from.x) * 4;
   return {p.x[last] < p.x[0], p.y[last] < p.y[0], step(p.x), step(p.y), ahead};
 }
 
@@ -169,7 +170,7 @@ void sampleParts(const ConstPixelView& pixels, const Block& block, const Course&
 /// False when the samples lie too far apart for windows.
 HWY_INLINE bool sampleWindows(const ConstPixelView& pixels, const Block& block,
                               const Course& course, int count, uint8_t* out) {
-  constexpr int32_t kOne = 1 << kPositionBits;
+  constexpr int64_t kOne = 1 << kPositionBits;
   if (pixels.width < 16 || course.stepX >= 2 * kOne || course.stepY >= kOne) return false;
   const int right = std::max(block.x[0], block.x[kBlock - 1]) >> kPositionBits;
   const int bottom = std::max(block.y[0], block.y[kBlock - 1]) >> kPositionBits;
