@@ -77,7 +77,7 @@ int runLength(const Line& line, int count) {
   const double slope = std::max(std::abs(line.xn1 * line.w0 - line.xn0 * line.w1),
                                 std::abs(line.yn1 * line.w0 - line.yn0 * line.w1)) /
                        (w * w);
-  for (const int length : {64, 32, 16}) {
+  for (const int length : {128, 64, 32, 16}) {
     const double half = length / 2;
     const double e = std::abs(line.w1) * half / (w - std::abs(line.w1) * length);
     if (e < 0 || !(e < 0.1)) continue;

@@ -16,7 +16,7 @@ namespace {
 constexpr int kMostPixels = 32768;
 
 /// Rows that one task fills. Enough that neighbouring rows find each other's source in the cache.
-constexpr int kBandRows = 32;
+constexpr int kBandRows = 96;
 
 /// Columns that one task fills: two cache lines', or what a megabyte holds.
 int bandColumns(int height) { return std::clamp((1 << 18) / height, 4, 32); }
