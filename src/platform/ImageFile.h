@@ -13,9 +13,9 @@ namespace kelvar {
 /// Picture files: PNG, JPEG, WebP and SVG in; PNG, JPEG and WebP out.
 ///
 /// Every failure is one sentence for the person who gave the path: what was wrong, where, and what
-/// to do where that is not plain. Safe to call from any thread; large PNGs take help from Qt's
-/// global thread pool. An SVG with text needs a QGuiApplication for its fonts, whose platform may
-/// well be "offscreen"; nothing else needs an application.
+/// to do where that is not plain. Safe to call from any thread, but for an SVG with text: fonts
+/// need a QGuiApplication. Where there is no application object at all, one without a screen is
+/// made for the time of the drawing, which then has to happen on the main thread.
 class KELVAR_EXPORT ImageFile {
  public:
   /// No side longer than this, in pixels.

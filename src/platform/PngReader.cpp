@@ -5,7 +5,6 @@
 #include <spng.h>
 
 #include <QSemaphore>
-#include <QThreadPool>
 #include <QtEndian>
 #include <array>
 #include <atomic>
@@ -17,6 +16,7 @@
 #include "platform/ColorProfile.h"
 #include "platform/PictureLimits.h"
 #include "platform/PngFilters.h"
+#include "platform/TryThread.h"
 
 namespace kelvar {
 
@@ -232,8 +232,8 @@ class RowDecoder {
   int y_ = 0;
 };
 
-/// One thread inflates into a ring of blocks, the caller's decodes them. When the pool has no
-/// thread to spare, or the picture is too small to share, the caller does both in turns.
+/// One thread inflates into a ring of blocks, the caller's decodes them. When the
+/// picture is too small to share, or there is no thread to be had, the caller does both in turns.
 class FastDecode {
  public:
   FastDecode(const QByteArray& file, const Header& header, QImage* image)
@@ -247,17 +247,14 @@ class FastDecode {
 
   /// False when the data is damaged.
   bool run() {
-    // There is no pool once the application is gone.
-    QThreadPool* pool = QThreadPool::globalInstance();
-    const bool shared = blockCount() > 2 && pool && pool->tryStart([this] {
-      produce();
-      done_.release();
-    });
+    std::thread helper;
+    if (blockCount() > 2) helper = tryThread([this] { produce(); });
+    const bool shared = helper.joinable();
     const bool decoded = shared ? consume() : inTurns();
     if (shared) {
       stop_ = true;
       free_.release();
-      done_.acquire();
+      helper.join();
     }
     return decoded && stream_.finish();
   }
@@ -300,7 +297,7 @@ class FastDecode {
   int height_;
   int rowsPerBlock_;
   std::array<std::vector<uint8_t>, kBlocks> blocks_;
-  QSemaphore free_{kBlocks}, full_, done_;
+  QSemaphore free_{kBlocks}, full_;
   std::atomic<bool> stop_ = false, failed_ = false;
 };
 

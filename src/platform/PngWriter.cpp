@@ -5,9 +5,6 @@
 #include <zlib.h>
 
 #include <QByteArray>
-#include <QSemaphore>
-#include <QThread>
-#include <QThreadPool>
 #include <QtEndian>
 #include <algorithm>
 #include <atomic>
@@ -19,6 +16,7 @@
 
 #include "platform/AlphaPixels.h"
 #include "platform/PngFilters.h"
+#include "platform/TryThread.h"
 
 namespace kelvar {
 
@@ -224,18 +222,15 @@ class BandedWrite {
         device_(device) {}
 
   bool run() {
-    const int wanted = std::min(QThread::idealThreadCount(), bands_) - 1;
-    // There is no pool once the application is gone.
-    QThreadPool* pool = QThreadPool::globalInstance();
-    int helpers = 0;
-    while (helpers < wanted && pool && pool->tryStart([this] {
-      work();
-      done_.release();
-    })) {
-      ++helpers;
+    const auto wanted = std::min<size_t>(std::thread::hardware_concurrency(), size_t(bands_));
+    std::vector<std::thread> helpers;
+    while (helpers.size() + 1 < wanted) {
+      std::thread helper = tryThread([this] { work(); });
+      if (!helper.joinable()) break;
+      helpers.push_back(std::move(helper));
     }
     work();
-    done_.acquire(helpers);
+    for (auto& helper : helpers) helper.join();
     return !failed_;
   }
 
@@ -274,7 +269,6 @@ class BandedWrite {
   std::condition_variable turn_;
   int written_ = 0;
   uint32_t adler_ = 1;
-  QSemaphore done_;
 };
 
 bool writeChunk(std::vector<uint8_t> chunk, QIODevice* device) {

@@ -7,6 +7,7 @@
 #include <QXmlStreamWriter>
 #include <QtMath>
 #include <algorithm>
+#include <optional>
 
 #include "platform/PictureLimits.h"
 
@@ -102,10 +103,24 @@ bool cleanSvg(const QByteArray& file, CleanSvg* clean) {
   return !reader.hasError();
 }
 
-/// Without it Qt ends the process at the first text.
-bool fontsAreAtHand() {
-  return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
-}
+/// Text needs fonts, and fonts need an application with a platform, without which Qt ends the
+/// process. Where there is no application at all, one without a screen serves for the time being;
+/// beside a plain QCoreApplication there is no place for one.
+class FontsAtHand {
+ public:
+  FontsAtHand() {
+    if (!QCoreApplication::instance()) application_.emplace(count_, arguments_);
+  }
+  explicit operator bool() const {
+    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+  }
+
+ private:
+  char name_[7] = "kelvar", option_[10] = "-platform", platform_[10] = "offscreen";
+  char* arguments_[4] = {name_, option_, platform_, nullptr};
+  int count_ = 3;
+  std::optional<QGuiApplication> application_;
+};
 
 QImage draw(QSvgRenderer* renderer, const QSize& size, QString* error) {
   QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -134,7 +149,8 @@ QImage readSvg(const QByteArray& file, const std::function<QSizeF(const QSizeF&)
     *error = QStringLiteral("the SVG tells no size; give it a viewBox, or a width and a height");
     return {};
   }
-  if (clean.hasText && !fontsAreAtHand()) {
+  std::optional<FontsAtHand> fonts;
+  if (clean.hasText && !fonts.emplace()) {
     *error = QStringLiteral(
         "the SVG has text, which only an application with fonts "
         "(a QGuiApplication) can draw");

@@ -7,9 +7,9 @@
 
 #include <QBuffer>
 #include <QColorSpace>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QGuiApplication>
 #include <QImageReader>
 #include <QTemporaryDir>
 #include <cmath>
@@ -394,20 +394,17 @@ TEST_F(ImageFileTest, TextInAnSvgNeedsFonts) {
   put(QStringLiteral("t.svg"),
       "<svg xmlns='http://www.w3.org/2000/svg' width='40' height='40'>"
       "<text y='40' font-size='50'>MM</text></svg>");
-  if (!QCoreApplication::instance()) {
-    EXPECT_TRUE(read(QStringLiteral("t.svg")).isNull());
-    EXPECT_TRUE(error_.contains(u"QGuiApplication")) << qPrintable(error_);
-    static char name[] = "tests", option[] = "-platform", platform[] = "offscreen";
-    static char* arguments[] = {name, option, platform, nullptr};
-    static int count = 3;
-    // Never ended: Qt's thread pool, which other tests use, ends with it.
-    static const auto* application = new QGuiApplication(count, arguments);
-    ASSERT_TRUE(application);
-  }
-  if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) GTEST_SKIP();
   QImage blank(40, 40, QImage::Format_ARGB32_Premultiplied);
   blank.fill(Qt::transparent);
-  EXPECT_GT(distance(read(QStringLiteral("t.svg")), blank), 200) << qPrintable(error_);
+  // Twice, since what is made for it goes away again.
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_GT(distance(read(QStringLiteral("t.svg")), blank), 200) << qPrintable(error_);
+  }
+  if (QCoreApplication::instance()) GTEST_SKIP();
+  int count = 0;
+  const QCoreApplication plain(count, nullptr);
+  EXPECT_TRUE(read(QStringLiteral("t.svg")).isNull());
+  EXPECT_TRUE(error_.contains(u"QGuiApplication")) << qPrintable(error_);
 }
 
 TEST_F(ImageFileTest, AnSvgDrawsOnlyWhatItCarries) {
