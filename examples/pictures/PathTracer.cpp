@@ -145,6 +145,7 @@ Vec tracePath(const Scene& scene, Ray ray, Random& random) {
     light += i > 0 ? limited(straight) : straight;
     const Bounce next = bounce(*hit, -ray.direction, random);
     weight = weight * next.weight;
+    if (luminance(weight) <= 0) break;
     seesWindow = next.seesWindow;
     // Dim paths end early; those that go on stand for the ones that ended.
     const double goOn = i < 1 ? 1 : std::min(1.0, 2 * luminance(weight));
