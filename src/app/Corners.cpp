@@ -16,7 +16,7 @@ constexpr const char* kForm = R"(--points takes four corners like "0,0 400,60 38
 
 /// All of `text` as one finite number.
 double readCoordinate(QStringView text, const QString& point) {
-  const QByteArray digits = text.toUtf8();
+  const QByteArray digits = (text.startsWith(u'+') ? text.sliced(1) : text).toUtf8();
   double value = 0;
   const auto [end, error] = std::from_chars(digits.cbegin(), digits.cend(), value);
   if (error != std::errc() || end != digits.cend() || !std::isfinite(value)) {
@@ -54,7 +54,9 @@ void refuseWhatHasNoMap(const std::array<QPointF, 4>& corners) {
     left += t < 0;
     right += t > 0;
   }
-  if (left + right < 4) misuse(QStringLiteral("three of the corners in --points lie on one line"));
+  if (left + right < 4)
+    misuse(
+        QStringLiteral("three of the corners in --points lie on one line or too close together"));
   if (left == 2) {
     misuse(
         QStringLiteral("the sides of the shape in --points cross: name the corners in the order "

@@ -10,14 +10,14 @@
 #include <cmath>
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 #include "app/Corners.h"
 #include "app/Failure.h"
-#include "app/Fonts.h"
 #include "app/Progress.h"
 #include "host/Mapping.h"
 #include "platform/ImageFile.h"
-#include "platform/PixelGrid.h"
+#include "platform/Log.h"
 
 namespace kelvar::app {
 namespace {
@@ -46,7 +46,7 @@ struct Arguments {
   double scale = 1;
   std::string rotation = "0";
   bool flip = false;
-  std::string onto;
+  std::optional<std::string> onto;
   std::string sampling = "best";
   int threads = 0;
   bool json = false;
@@ -112,6 +112,17 @@ void refuseWhatCannotBeHeld(const KVImageTransform::Placement& placement) {
              .arg(ImageFile::kMaxBytes >> 20));
 }
 
+void refuseWhatLiesOutside(const warp::Quad& quad, const Image& photo) {
+  const auto outside = [&](auto test) { return std::all_of(quad.begin(), quad.end(), test); };
+  const double width = photo.pixelWidth(), height = photo.pixelHeight();
+  if (outside([](auto p) { return p.x <= 0; }) || outside([=](auto p) { return p.x >= width; }) ||
+      outside([](auto p) { return p.y <= 0; }) || outside([=](auto p) { return p.y >= height; })) {
+    misuse(QStringLiteral("the shape in --points lies outside the photo, which is %1 by %2 pixels")
+               .arg(width)
+               .arg(height));
+  }
+}
+
 /// `wanted` as far as it can be held, and at least one pixel.
 QSizeF holdable(QSizeF wanted) {
   const double side = ImageFile::kMaxSide;
@@ -147,16 +158,19 @@ void report(const QSizeF& size, const warp::Quad& quad, double read, double warp
 
 void run(const Arguments& arguments) {
   const Mapping mapping = mappingFrom(arguments);
-  const bool onPhoto = !arguments.onto.empty();
+  const bool onPhoto = arguments.onto.has_value();
   const KVImageTransform::Placement placement = mapping.placement();
   if (!onPhoto) refuseWhatCannotBeHeld(placement);
   const QString output = QString::fromStdString(arguments.output);
+  if (!ImageFile::hasKnownEnding(output)) {
+    misuse(QStringLiteral("-o takes a file that ends in png, jpg, jpeg or webp, or -, not \"%1\"")
+               .arg(output));
+  }
   if (const auto problem = ImageFile::cannotWrite(output)) fail(*problem);
 
   Progress progress;
   Stopwatch stopwatch;
   progress.setStage("reading");
-  const auto fonts = fontsFor(arguments.design, arguments.onto);
   const warp::Quad quad = onPhoto ? mapping.quadOnPhoto() : placement.quad;
   // On a photo the scale asks for finer samples, and a vector design has them to give.
   const double finer = onPhoto ? std::clamp(mapping.scale, 1.0, 16.0) : 1.0;
@@ -164,8 +178,11 @@ void run(const Arguments& arguments) {
     return holdable(Mapping::neededSize(quad) * finer);
   };
   const ImageRef design = read(arguments.design, {.vectorSize = neededSize});
-  const ImageRef photo = onPhoto ? read(arguments.onto) : nullptr;
+  const ImageRef photo = onPhoto ? read(*arguments.onto) : nullptr;
   const double readTime = stopwatch.lap();
+  logLine(u"Read a design of %@ by %@ pixels",
+          {QString::number(design->pixelWidth()), QString::number(design->pixelHeight())});
+  if (onPhoto) refuseWhatLiesOutside(quad, *photo);
 
   progress.setStage("warping");
   const ImageRef picture = onPhoto ? mapping.layOnto(design, photo) : mapping.createOutput(design);
@@ -175,10 +192,13 @@ void run(const Arguments& arguments) {
                        "is too little memory"));
   }
   const double warpTime = stopwatch.lap();
+  logLine(u"Mapped it to %@ by %@ pixels",
+          {QString::number(picture->pixelWidth()), QString::number(picture->pixelHeight())});
 
   progress.setStage("writing");
   QString error;
   if (!ImageFile::write(*picture, output, &error)) fail(error);
+  logLine(u"Wrote %@", {output});
   if (arguments.json) report(picture->pixels().size(), quad, readTime, warpTime, stopwatch.lap());
 }
 
@@ -210,13 +230,14 @@ std::function<void()> addMap(CLI::App& program) {
       ->check(CLI::IsMember({"best", "bilinear"}))
       ->capture_default_str();
   map->add_option("--threads", arguments->threads, "Threads to use; 0 for one each processor")
-      ->check(CLI::Range(0, 1024))
+      ->check(CLI::Range(0, 32))
       ->type_name("N")
       ->capture_default_str();
   map->add_flag("--json", arguments->json,
                 "Print the size, the design's four corners in it, and the times taken");
-  map->add_option("-o,--output", arguments->output,
-                  "png, jpg or webp by its ending; - is standard output, as PNG")
+  map->add_option(
+         "-o,--output", arguments->output,
+         "png, jpg (on white) or webp (lossless) by its ending; - is standard output, as PNG")
       ->required()
       ->type_name("OUT");
   return [arguments] { run(*arguments); };

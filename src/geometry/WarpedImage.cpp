@@ -1,8 +1,8 @@
 #include "geometry/WarpedImage.h"
 
 #include "geometry/PointList.h"
+#include "platform/ImageFile.h"
 #include "platform/Log.h"
-#include "platform/PixelGrid.h"
 
 namespace kelvar {
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <vector>
 
+#include "platform/ImageFile.h"
 #include "platform/PixelGrid.h"
 
 namespace kelvar {

@@ -100,7 +100,7 @@ QString outputObjection(const QString& path) {
   const QFileInfo target(path), folder(target.absolutePath());
   if (path.isEmpty()) return QStringLiteral("the path is empty");
   if (target.isDir()) return QStringLiteral("there is a folder of that name");
-  if (formatOfEnding(path) == Format::None && !(target.exists() && !target.isFile())) {
+  if (!ImageFile::hasKnownEnding(path)) {
     return QStringLiteral(
         "its ending tells no format; the known ones are .png, .jpg, .jpeg and "
         ".webp");
@@ -177,6 +177,7 @@ QString writeFile(const QImage& pixels, const QString& path) {
 }
 
 QString readable(const QString& path, const char* standardStream) {
+  if (path.isEmpty()) return QStringLiteral("\"\"");
   return isStandardStream(path) ? QString::fromLatin1(standardStream) : path;
 }
 
@@ -214,10 +215,16 @@ bool ImageFile::write(const Image& image, const QString& path, QString* error) {
   return false;
 }
 
+bool ImageFile::hasKnownEnding(const QString& path) {
+  const QFileInfo target(path);
+  const bool isDevice = target.exists() && !target.isFile();
+  return isStandardStream(path) || isDevice || formatOfEnding(path) != Format::None;
+}
+
 std::optional<QString> ImageFile::cannotWrite(const QString& path) {
   const QString problem = isStandardStream(path) ? QString() : outputObjection(path);
   if (problem.isEmpty()) return std::nullopt;
-  return QStringLiteral("cannot write %1: %2").arg(path, problem);
+  return QStringLiteral("cannot write %1: %2").arg(readable(path, "standard output"), problem);
 }
 
 }  // namespace kelvar

@@ -48,10 +48,21 @@ class KELVAR_EXPORT ImageFile {
   /// input of the next step.
   static bool write(const Image& image, const QString& path, QString* error);
 
+  /// Whether the path's ending names a format that write() knows; true for "-" and for devices,
+  /// which get PNG.
+  static bool hasKnownEnding(const QString& path);
+
   /// A sentence when write() to `path` cannot succeed, to be asked before the work is done: an
   /// unknown ending, a missing folder, a folder that cannot be written to, a folder's own name.
   /// None when nothing speaks against it, which is not yet a promise.
   static std::optional<QString> cannotWrite(const QString& path);
 };
+
+/// Whether a picture of this many pixels can be held: at least one, and within the limits of
+/// picture files. False for not a number.
+inline bool isHoldable(double width, double height) {
+  return width >= 1 && height >= 1 && width <= ImageFile::kMaxSide &&
+         height <= ImageFile::kMaxSide && width * height * 4 <= double(ImageFile::kMaxBytes);
+}
 
 }  // namespace kelvar

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include "platform/Export.h"
+
 namespace kelvar {
 
 /// Writes one diagnostic line to the Qt logging category "kelvar": each "%@" in `format` stands
@@ -9,6 +11,6 @@ namespace kelvar {
 ///
 /// The category is silent until its info lines are switched on, e.g. with the filter rule
 /// "kelvar.info=true". Safe from any thread.
-void logLine(QStringView format, const QStringList& arguments = {});
+KELVAR_EXPORT void logLine(QStringView format, const QStringList& arguments = {});
 
 }  // namespace kelvar

@@ -30,11 +30,4 @@ inline QRect clippedToPixels(const QRectF& rect, const QSize& size) {
   return {int(left), int(top), int(right - left), int(bottom - top)};
 }
 
-/// Whether a picture of this many pixels can be held: at least one, and within the limits that
-/// hold for files too. False for not a number.
-inline bool isHoldable(double width, double height) {
-  return width >= 1 && height >= 1 && width <= ImageFile::kMaxSide &&
-         height <= ImageFile::kMaxSide && width * height * 4 <= double(ImageFile::kMaxBytes);
-}
-
 }  // namespace kelvar

@@ -185,7 +185,11 @@ TEST_F(Map, RefusesBadInputWithOneSentenceAndNoOutput) {
       {"kelvar map design.png $P -o nowhere/out.png", 1, "nowhere"},
       {"kelvar map design.png $P -o /proc/out.png", 1, "/proc"},
       {"kelvar map design.png $P -o folder.png", 1, "folder.png"},
-      {"kelvar map design.png $P -o out.bmp", 1, "out.bmp"},
+      {"kelvar map design.png $P -o out.bmp", 2, "out.bmp"},
+      {"kelvar map design.png $P -o ''", 2, "png, jpg"},
+      {"kelvar map design.png $P --onto '' -o out.png", 1, "the path is empty"},
+      {"kelvar map design.png --points '900,0 999,0 999,90 900,90' --onto photo.png -o out.png", 2,
+       "outside the photo"},
       {"ulimit -f 8; kelvar map noise.png $P -o out.png", 1, "out.png"},
       {"ulimit -f 8; kelvar map noise.png $P -o noise.png", 1, "noise.png"},
       {"kelvar map noise.png $P -o - >/dev/full", 1, "standard output"},
@@ -279,6 +283,8 @@ TEST_F(Map, PipesAndReplaces) {
   ASSERT_EQ(run("kelvar map design.svg " + map + "-o out-vector.png").status, 0);
   EXPECT_EQ(QImage(path("vector.png")), QImage(path("out-vector.png")));
   EXPECT_EQ(QImage(path("piped-vector.png")), QImage(path("out-vector.png")));
+  ASSERT_EQ(run("cat design.png | kelvar map /dev/stdin " + map + "-o piped-path.png").status, 0);
+  EXPECT_EQ(QImage(path("piped-path.png")), QImage(path("out.png")));
   ASSERT_EQ(run("kelvar map design.png " + map + "--onto - -o out.png <photo.png").status, 0);
   EXPECT_EQ(QImage(path("out.png")).size(), QSize(90, 70));
   ASSERT_EQ(run("kelvar map design.png " + map + "-o design.png").status, 0);
@@ -316,6 +322,9 @@ TEST_F(Map, HelpsAndTalksWhenAsked) {
   EXPECT_TRUE(help.out.contains("--points") && help.out.contains("Examples:"));
   EXPECT_EQ(help.err, QByteArray());
   EXPECT_EQ(run("kelvar --version").out.first(9), QByteArray("kelvar 1."));
+  const std::string map = std::string("map design.png ") + kRectangle + " -o talk.png";
+  EXPECT_EQ(run("kelvar " + map).err, QByteArray());
+  EXPECT_TRUE(run("kelvar --verbose " + map).err.contains("Wrote talk.png"));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #define HWY_WANT_AVX3_DL
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "geometry/warp/Kernel.cpp"
+#include <hwy/cache_control.h>
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -67,12 +68,22 @@ struct Runs {
   } x, y;
 };
 
+/// The most source pixels that a run may pass, so that 22 bits of fraction leave it room.
+constexpr double kRunSpan = 400;
+
 /// The run length for a line, or 0 when no parabola is near enough and each position has to be
 /// computed. The cubic term that a parabola through start, middle and end misses is at most
 /// 0.385 h^3 |f'''| / 6 = 0.385 h |f'| e^2, with h half the length and e the relative change of
-/// the denominator over h.
+/// the denominator over h. Runs also need room for their last one to go on past the line's end,
+/// by less than kRunSpan, without leaving what 16 bits hold; positions computed each do not.
 int runLength(const Line& line, int count) {
-  const double w = std::min(std::abs(line.w0), std::abs(line.w0 + line.w1 * (count - 1)));
+  const double t = count - 1, last = line.w0 + line.w1 * t;
+  const double room = 32767 - kRunSpan;
+  for (const double end : {line.xn0 / line.w0, line.yn0 / line.w0, (line.xn0 + line.xn1 * t) / last,
+                           (line.yn0 + line.yn1 * t) / last}) {
+    if (!(std::abs(end) <= room)) return 0;
+  }
+  const double w = std::min(std::abs(line.w0), std::abs(last));
   // |f'| = |n1 w0 - n0 w1| / w^2 is greatest where w is least.
   const double slope = std::max(std::abs(line.xn1 * line.w0 - line.xn0 * line.w1),
                                 std::abs(line.yn1 * line.w0 - line.yn0 * line.w1)) /
@@ -81,7 +92,7 @@ int runLength(const Line& line, int count) {
     const double half = length / 2;
     const double e = std::abs(line.w1) * half / (w - std::abs(line.w1) * length);
     if (e < 0 || !(e < 0.1)) continue;
-    if (0.385 * half * slope * e * e <= 0.0003 && slope * length < 400) return length;
+    if (0.385 * half * slope * e * e <= 0.0003 && slope * length < kRunSpan) return length;
   }
   return 0;
 }
@@ -202,7 +213,8 @@ HWY_INLINE void clampAll(int32_t* positions, int32_t limit) {
 #if HWY_TARGET == HWY_SCALAR
 
 /// The samples of a block, one by one: the arithmetic that every other way repeats.
-void sampleScattered(const ConstPixelView& pixels, const Block& block, int count, uint8_t* out) {
+void sampleScattered(const ConstPixelView& pixels, const Block& block, ptrdiff_t, int count,
+                     uint8_t* out) {
   for (int i = 0; i < count; ++i) {
     const uint8_t* top =
         pixels.row(block.y[i] >> kPositionBits) + ptrdiff_t(block.x[i] >> kPositionBits) * 4;
@@ -301,7 +313,8 @@ HWY_INLINE VU8 loadPairs(const At& at, int first) {
 }
 
 /// The samples of a block, any map. Positions must be inside.
-void sampleScattered(const ConstPixelView& pixels, const Block& block, int count, uint8_t* out) {
+void sampleScattered(const ConstPixelView& pixels, const Block& block, ptrdiff_t ahead, int count,
+                     uint8_t* out) {
   const I32 d;
   const U8 d8;
   const U16 d16;
@@ -320,6 +333,7 @@ void sampleScattered(const ConstPixelView& pixels, const Block& block, int count
              ptrdiff_t(block.x[t + i] >> 16) * 4;
     };
     const auto below = [&](int i) { return at(i) + pixels.stride; };
+    hwy::Prefetch(at(0) + ahead);
     // Weights of the left and right pixel as a pair of bytes, 255 - f and f, all channels.
     const auto fx = hn::BitCast(
         d32, hn::MulFixedPoint15(hn::BitCast(I16(), hn::ShiftRight<1>(hn::BitCast(d16, x))),
@@ -349,6 +363,19 @@ void sampleScattered(const ConstPixelView& pixels, const Block& block, int count
 #include "geometry/warp/KernelWindows-inl.h"
 #endif
 
+/// Rows ahead for which the source is prefetched.
+constexpr int kAhead = 6;
+
+/// How many bytes further on in the source lies what the row needs that comes kAhead later.
+ptrdiff_t aheadOf(const Source& source, const SampleRow& row) {
+  const Point here{row.x + (row.count - 1) * row.step / 2, row.y};
+  const Point from = source.map.map(here);
+  const Point to = source.map.map({here.x, here.y + kAhead * row.pitch});
+  // In this order of arguments not a number becomes a number.
+  const auto whole = [](double d) { return ptrdiff_t(std::min(1e4, std::max(-1e4, d))); };
+  return whole(to.y - from.y) * source.pixels.stride + whole(to.x - from.x) * 4;
+}
+
 /// Keeps a block's positions inside the picture. Of those in order only the ends need a look.
 HWY_INLINE void keepInside(const ConstPixelView& pixels, const Block& block, bool ordered) {
   const int32_t limitX = int32_t((uint32_t(pixels.width - 1) << kPositionBits) - 1);
@@ -364,17 +391,18 @@ void SampleLine(const Source& source, const SampleRow& row, uint8_t* out) {
   const int count = row.count;
   Positions positions;
   const bool ordered = computePositions(lineOf(source.map, row), count, &positions);
+  const ptrdiff_t ahead = aheadOf(source, row);
 #if HWY_TARGET == HWY_AVX3_DL
-  const Course course = courseOf(source, row, positions);
+  const Course course = courseOf(positions, count);
 #endif
   for (int t = 0; t < count; t += kBlock) {
     const Block block{positions.x + t, positions.y + t};
     const int n = std::min(kBlock, count - t);
     keepInside(source.pixels, block, ordered);
 #if HWY_TARGET == HWY_AVX3_DL
-    if (ordered && sampleWindows(source.pixels, block, course, n, out + t * 4)) continue;
+    if (ordered && sampleWindows(source.pixels, block, course, ahead, n, out + t * 4)) continue;
 #endif
-    sampleScattered(source.pixels, block, n, out + t * 4);
+    sampleScattered(source.pixels, block, ahead, n, out + t * 4);
   }
 }
 

@@ -30,9 +30,6 @@ struct Windows {
   }
 };
 
-/// Rows ahead for which the source is prefetched.
-constexpr int kAhead = 6;
-
 struct WindowTables {
   // Byte indices for a window that starts at a pixel whose number is r modulo 16, less four times
   // the pixel's own number: the two pixels' channels in turn.
@@ -60,23 +57,16 @@ constexpr WindowTables kTables;
 struct Course {
   bool left, up;
   int64_t stepX, stepY;  // 16.16
-  ptrdiff_t ahead;       // bytes to what a later row needs
 };
 
-HWY_INLINE Course courseOf(const Source& source, const SampleRow& row, const Positions& p) {
+HWY_INLINE Course courseOf(const Positions& p, int count) {
   // The map is monotone along a line and so is its speed: the extremes are at the ends.
-  const int last = row.count - 1, before = std::max(last - 1, 0);
+  const int last = count - 1, before = std::max(last - 1, 0);
   const auto step = [=](const int32_t* v) {
     const int64_t first = v[1], final = v[last];
     return std::max(std::abs(first - v[0]), std::abs(final - v[before])) + 64;
   };
-  const Point here{row.x + last * row.step / 2, row.y};
-  const Point from = source.map.map(here);
-  const Point to = source.map.map({here.x, here.y + kAhead * row.pitch});
-  // In this order of arguments not a number becomes a number.
-  const auto whole = [](double d) { return ptrdiff_t(std::min(1e4, std::max(-1e4, d))); };
-  const ptrdiff_t ahead = whole(to.y - from.y) * source.pixels.stride + whole(to.x - from.x) * 4;
-  return {p.x[last] < p.x[0], p.y[last] < p.y[0], step(p.x), step(p.y), ahead};
+  return {p.x[last] < p.x[0], p.y[last] < p.y[0], step(p.x), step(p.y)};
 }
 
 /// Eight samples from the windows at `at` (three rows), pixel bytes picked by `pick`.
@@ -103,8 +93,8 @@ HWY_INLINE ptrdiff_t whole(const int32_t* p) {
 
 /// `kEdge`: windows may reach past the right or the bottom edge and are kept inside.
 template <int kParts, bool kEdge>
-void sampleParts(const ConstPixelView& pixels, const Block& block, const Course& course, int count,
-                 uint8_t* out) {
+void sampleParts(const ConstPixelView& pixels, const Block& block, const Course& course,
+                 ptrdiff_t ahead, int count, uint8_t* out) {
   using W = Windows<kParts>;
   constexpr int kLast = W::kSamples - 1;
   const ptrdiff_t stride = pixels.stride;
@@ -145,7 +135,7 @@ void sampleParts(const ConstPixelView& pixels, const Block& block, const Course&
       }
       // Windows of 16 pixels are as wide as a cache line and overlap by half.
       if constexpr (kParts > 1 || kHalf == 0) {
-        for (const uint8_t* window : at) _mm_prefetch(window + course.ahead, _MM_HINT_T0);
+        for (const uint8_t* window : at) _mm_prefetch(window + ahead, _MM_HINT_T0);
       }
       const __m512i replicate = _mm512_load_si512(kTables.replicate[kHalf]);
       const __m512i pick =
@@ -169,7 +159,7 @@ void sampleParts(const ConstPixelView& pixels, const Block& block, const Course&
 
 /// False when the samples lie too far apart for windows.
 HWY_INLINE bool sampleWindows(const ConstPixelView& pixels, const Block& block,
-                              const Course& course, int count, uint8_t* out) {
+                              const Course& course, ptrdiff_t ahead, int count, uint8_t* out) {
   constexpr int64_t kOne = 1 << kPositionBits;
   if (pixels.width < 16 || course.stepX >= 2 * kOne || course.stepY >= kOne) return false;
   const int right = std::max(block.x[0], block.x[kBlock - 1]) >> kPositionBits;
@@ -177,8 +167,8 @@ HWY_INLINE bool sampleWindows(const ConstPixelView& pixels, const Block& block,
   const bool edge = right + 16 > pixels.width || bottom + 3 > pixels.height;
   const auto sample = [&](auto parts) {
     constexpr int kParts = parts;
-    edge ? sampleParts<kParts, true>(pixels, block, course, count, out)
-         : sampleParts<kParts, false>(pixels, block, course, count, out);
+    edge ? sampleParts<kParts, true>(pixels, block, course, ahead, count, out)
+         : sampleParts<kParts, false>(pixels, block, course, ahead, count, out);
   };
   if (7 * course.stepY < kOne) {
     sample(std::integral_constant<int, 1>());

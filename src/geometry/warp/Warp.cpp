@@ -18,8 +18,8 @@ constexpr int kMostPixels = 32768;
 /// Rows that one task fills. Enough that neighbouring rows find each other's source in the cache.
 constexpr int kBandRows = 96;
 
-/// Columns that one task fills: two cache lines', or what a megabyte holds.
-int bandColumns(int height) { return std::clamp((1 << 18) / height, 4, 32); }
+/// Columns that one task fills: two cache lines', or what half a megabyte holds.
+int bandColumns(int height) { return std::clamp((1 << 17) / height, 4, 32); }
 
 /// The inverse of `map`, for pixel numbers that stand for pixel centres in the source.
 Homography sourceMap(const Homography& map) {

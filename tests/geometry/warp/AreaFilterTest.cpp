@@ -114,6 +114,30 @@ TEST(AreaFilter, GoesOverWithoutASeam) {
   }
 }
 
+/// Sides as long as they may be, shrunk to ends between pixels: the last pixels take their colour
+/// from the end that they lie at.
+TEST(AreaFilter, ReachesTheEndsOfTheLongestSides) {
+  for (const bool tall : {false, true}) {
+    const int most = 32768;
+    Pixels source(tall ? 16 : most, tall ? most : 16);
+    for (int y = 0; y < source.height; ++y) {
+      for (int x = 0; x < source.width; ++x) {
+        const uint8_t grey = (tall ? y : x) < most / 2 ? 0 : 255;
+        std::fill_n(source.at(x, y), 3, grey);
+        source.at(x, y)[3] = 255;
+      }
+    }
+    const double l = 1638.3, s = 8.3;
+    const Quad quad{{{0, 0}, {tall ? s : l, 0}, {tall ? s : l, tall ? l : s}, {0, tall ? l : s}}};
+    const Pixels output = best(source, tall ? 9 : 1639, tall ? 1639 : 9, quad);
+    const uint8_t* last = tall ? output.at(4, 1638) : output.at(1638, 4);
+    EXPECT_EQ(int(last[0]), int(last[3])) << "white, as far as it is covered";
+    EXPECT_NEAR(last[3], 0.3 * 255, 2);
+    const uint8_t* first = tall ? output.at(4, 0) : output.at(0, 4);
+    EXPECT_EQ(int(first[0]), 0);
+  }
+}
+
 TEST(AreaFilter, TakesTheMeanOfMoreSamplesWhenAsked) {
   const Pixels source = noise(60, 40);
   const Quad quad{{{4.2, 3.1}, {75.5, 6.4}, {70.1, 58.3}, {2.2, 50.9}}};
