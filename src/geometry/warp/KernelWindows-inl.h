@@ -133,10 +133,7 @@ void sampleParts(const ConstPixelView& pixels, const Block& block, const Course&
         if constexpr (kEdge) third[part] -= row + 2 > lastRow ? stride : 0;
         patterns[part] = kTables.pattern[(start - part * W::kPixels) & 15];
       }
-      // Windows of 16 pixels are as wide as a cache line and overlap by half.
-      if constexpr (kParts > 1 || kHalf == 0) {
-        for (const uint8_t* window : at) _mm_prefetch(window + ahead, _MM_HINT_T0);
-      }
+      for (const uint8_t* window : at) _mm_prefetch(window + ahead, _MM_HINT_T0);
       const __m512i replicate = _mm512_load_si512(kTables.replicate[kHalf]);
       const __m512i pick =
           _mm512_add_epi8(_mm512_permutexvar_epi8(replicate, index), W::load(patterns));
