@@ -1,0 +1,19 @@
+#include "archive/ReleaseInTurn.h"
+
+namespace kelvar {
+
+void releaseInTurn(QVariant values) {
+  thread_local QVariantList* queue = nullptr;
+  if (queue) {
+    queue->append(std::move(values));
+    return;
+  }
+  QVariantList waiting{std::move(values)};
+  queue = &waiting;
+  while (!waiting.isEmpty()) {
+    const QVariant released = waiting.takeLast();
+  }
+  queue = nullptr;
+}
+
+}  // namespace kelvar
