@@ -150,7 +150,7 @@ class KELVAR_EXPORT HRCoder : public Coder {
 
   QVariant unarchived(const QVariant& value);
   QVariant unarchivedMap(const QVariantMap& map);
-  QVariant unarchivedObject(const QVariantMap& map);
+  QVariant unarchivedObject(const QString& className);
   QVariant unarchivedList(const QVariantList& list);
 
   QVariant fail(const QString& why);
