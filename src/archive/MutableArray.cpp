@@ -10,7 +10,7 @@ const ClassInfo::Registration kRegistered(&MutableArray::theClass);
 
 }  // namespace
 
-MutableArray::~MutableArray() { releaseInTurn(std::move(values_)); }
+MutableArray::~MutableArray() { releaseInTurn(&values_); }
 
 const ClassInfo& MutableArray::theClass() {
   static const ClassInfo kClass =

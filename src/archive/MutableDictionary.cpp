@@ -10,7 +10,7 @@ const ClassInfo::Registration kRegistered(&MutableDictionary::theClass);
 
 }  // namespace
 
-MutableDictionary::~MutableDictionary() { releaseInTurn(std::move(values_)); }
+MutableDictionary::~MutableDictionary() { releaseInTurn(&values_); }
 
 const ClassInfo& MutableDictionary::theClass() {
   static const ClassInfo kClass =

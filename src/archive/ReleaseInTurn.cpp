@@ -2,13 +2,14 @@
 
 namespace kelvar {
 
-void releaseInTurn(QVariant values) {
+void releaseInTurn(QVariant&& values) {
   thread_local QVariantList* queue = nullptr;
   if (queue) {
     queue->append(std::move(values));
     return;
   }
-  QVariantList waiting{std::move(values)};
+  QVariantList waiting;
+  waiting.append(std::move(values));
   queue = &waiting;
   while (!waiting.isEmpty()) {
     const QVariant released = waiting.takeLast();
