@@ -331,15 +331,11 @@ class BinaryReader {
     QVariantList list;
     for (qsizetype i = 0; i < count && problem_.isEmpty(); ++i) {
       const qsizetype reference = at + i * referenceWidth_;
-      const QVariant key = isMap ? child(reference, depth, entry) : QVariant();
-      const QVariant value =
-          child(isMap ? reference + count * referenceWidth_ : reference, depth, entry);
       if (!isMap) {
-        list.append(value);
-      } else if (key.typeId() == QMetaType::QString) {
-        map.insert(key.toString(), value);
+        list.append(child(reference, depth, entry));
       } else {
-        fail(u"a key in it is not a string"_s);
+        const qsizetype value = reference + count * referenceWidth_;
+        map.insert(key(reference, depth), child(value, depth, entry));
       }
     }
     entry->height += 1;
@@ -356,6 +352,13 @@ class BinaryReader {
     entry->mentions += found.mentions;
     if (entry->mentions > PropertyList::kMaxValues) failCount();
     return found.value;
+  }
+
+  QString key(qsizetype reference, int depth) {
+    Entry unused;
+    const QVariant key = child(reference, depth, &unused);
+    if (key.typeId() != QMetaType::QString) fail(u"a key in it is not a string"_s);
+    return key.toString();
   }
 
   const QByteArray& bytes_;

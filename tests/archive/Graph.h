@@ -8,6 +8,7 @@
 #include "archive/MutableData.h"
 #include "archive/MutableDictionary.h"
 #include "archive/MutableString.h"
+#include "platform/Values.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
