@@ -55,6 +55,19 @@ TEST(Library, ExportsThePlainNames) {
   ASSERT_TRUE(number && string && make && fromRect && fit);
   EXPECT_EQ(*number, 1.0);
   EXPECT_STREQ(string, "@(#)PROGRAM:Kelvar  PROJECT:Kelvar-1\n");
+  const struct {
+    const char* name;
+    const char* text;
+  } keys[] = {{"HRCoderClassNameKey", "$class"},
+              {"HRCoderRootObjectKey", "$root"},
+              {"HRCoderObjectAliasKey", "$alias"},
+              {"HRCoderBase64DataKey", "$data"},
+              {"HRCoderException", "HRCoderException"}};
+  for (const auto& [name, text] : keys) {
+    const auto key = static_cast<const char*>(dlsym(library, name));
+    ASSERT_TRUE(key) << name;
+    EXPECT_STREQ(key, text);
+  }
   EXPECT_EQ(make(1.5, 2, 3, 4)->description(), QStringLiteral("{1.5, 2, 3, 4}"));
   EXPECT_EQ(fromRect({1, 2, 3, 4})->description(), QStringLiteral("{1, 2, 3, 4}"));
   EXPECT_EQ(fit({200, 100}, {50, 50, 100, 100}), QRectF(0, 25, 100, 50));

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "app/Failure.h"
+#include "app/archive.h"
 #include "app/map.h"
 
 namespace {
@@ -27,7 +28,13 @@ int run(int argc, char** argv) {
   CLI::App program("Lays flat designs onto four-cornered shapes in perspective.", "kelvar");
   program.set_version_flag("--version", "kelvar " KELVAR_VERSION);
   program.add_flag("--verbose", verbose, "Say on standard error what is being done");
-  const std::function<void()> map = kelvar::app::addMap(program);
+  const struct {
+    const char* name;
+    std::function<void()> run;
+  } commands[] = {
+      {"map", kelvar::app::addMap(program)},
+      {"archive", kelvar::app::addArchive(program)},
+  };
   try {
     program.parse(argc, argv);
   } catch (const CLI::Success& success) {  // --help and --version.
@@ -39,7 +46,9 @@ int run(int argc, char** argv) {
     return complain(Failure::kMisuse, "a command is missing, such as map (see kelvar --help)");
   }
   if (verbose) QLoggingCategory::setFilterRules(QStringLiteral("kelvar.info=true"));
-  map();
+  for (const auto& command : commands) {
+    if (program.got_subcommand(command.name)) command.run();
+  }
   return 0;
 }
 

@@ -1,8 +1,26 @@
 #include "geometry/KVBezierPath.h"
 
 #include "platform/Log.h"
+#include "runtime/ClassInfo.h"
 
 namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&KVBezierPath::theClass);
+
+}  // namespace
+
+const ClassInfo& KVBezierPath::theClass() {
+  static const ClassInfo kClass =
+      Description<KVBezierPath>("KVBezierPath")
+          .classOperation("pointsFromBezierPath:", &KVBezierPath::pointsFromBezierPath)
+          .classOperation("bezierPathWithPoints:", &KVBezierPath::bezierPathWithPoints)
+          .classOperation("edgesLengthPoint1:point2:", &KVBezierPath::edgesLengthPoint1)
+          .classOperation("sumPoints:", &KVBezierPath::sumPoints)
+          .classOperation("bezierPathIsClockwise:", &KVBezierPath::bezierPathIsClockwise)
+          .classOperation("bezierPathReversed:", &KVBezierPath::bezierPathReversed);
+  return kClass;
+}
 
 PointList KVBezierPath::pointsFromBezierPath(const BezierPath& path) {
   using Kind = BezierPath::Kind;

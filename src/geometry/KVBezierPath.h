@@ -5,11 +5,14 @@
 
 namespace kelvar {
 
+class ClassInfo;
+
 /// From vector paths to point lists and back. No state, no instances, no errors: what is missing
 /// reads as empty.
 class KELVAR_EXPORT KVBezierPath {
  public:
   KVBezierPath() = delete;
+  static const ClassInfo& theClass();
 
   /// The corners of the path's outline in drawing order, curves flattened, up to the first close.
   /// A line to where the pen already is adds nothing, and a close takes back a last point that

@@ -6,6 +6,7 @@
 #include "platform/Canvas.h"
 #include "platform/Log.h"
 #include "platform/PixelGrid.h"
+#include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
@@ -19,7 +20,23 @@ bool canBeDrawn(const ImageRef& image) {
   return false;
 }
 
+const ClassInfo::Registration kRegistered(&KVImage::theClass);
+
 }  // namespace
+
+const ClassInfo& KVImage::theClass() {
+  static const ClassInfo kClass =
+      Description<KVImage>("KVImage")
+          .classOperation("getCGImage:", &KVImage::getCGImage)
+          .classOperation("scaleImage:size:", &KVImage::scaleImage)
+          .classOperation("fillImage:insideBounds:scale:shouldTrimTransparent:",
+                          [](const ImageRef& image, const KVRectRef& bounds, double scale,
+                             bool trim) { return fillImage(image, bounds, scale, trim); })
+          .classOperation("fillImage:insideBounds:scale:shouldTrimTransparent:shadow:",
+                          &KVImage::fillImage)
+          .classOperation("cropImage:withBounds:", &KVImage::cropImage);
+  return kClass;
+}
 
 QImage KVImage::getCGImage(const ImageRef& image) {
   const QSizeF size = image ? image->size() : QSizeF(0, 0);

@@ -5,6 +5,8 @@
 
 namespace kelvar {
 
+class ClassInfo;
+
 /// The steps around the warp that need pixels: to a bitmap, to another size, into a frame, cut.
 ///
 /// No state, no instances. Each draws into a picture of its own. A null frame is the zero
@@ -13,6 +15,7 @@ namespace kelvar {
 class KELVAR_EXPORT KVImage {
  public:
   KVImage() = delete;
+  static const ClassInfo& theClass();
 
   /// The picture as a bitmap of its nominal size cut down to whole pixels, drawn unrounded from the
   /// bottom left: what is over is lost at the top and on the right. Null when nothing is left.

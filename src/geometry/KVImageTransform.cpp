@@ -4,8 +4,34 @@
 
 #include "geometry/WarpedImage.h"
 #include "platform/PixelGrid.h"
+#include "runtime/ClassInfo.h"
 
 namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&KVImageTransform::theClass);
+
+}  // namespace
+
+const ClassInfo& KVImageTransform::theClass() {
+  using Self = KVImageTransform;
+  static const ClassInfo kClass =
+      Description<Self>("KVImageTransform")
+          .initialiser("init", [] { return std::make_shared<Self>(); })
+          .property("input", &Self::input, &Self::setInput)
+          .property("scale", &Self::scale, &Self::setScale)
+          .property("rotation", &Self::rotation, &Self::setRotation)
+          .property("flipped", &Self::flipped, &Self::setFlipped)
+          .property("tl", &Self::tl, &Self::setTl)
+          .property("tr", &Self::tr, &Self::setTr)
+          .property("br", &Self::br, &Self::setBr)
+          .property("bl", &Self::bl, &Self::setBl)
+          .operation("points", &Self::points)
+          .operation("createOutput", [](const Self& self) { return self.createOutput(); })
+          .operation("getCIImageFromNSImage:", &Self::getCIImageFromNSImage)
+          .operation("getNSImage:", &Self::getNSImage);
+  return kClass;
+}
 
 void KVImageTransform::setInput(ImageRef input) {
   input_ = std::move(input);

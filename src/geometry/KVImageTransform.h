@@ -16,6 +16,9 @@ namespace kelvar {
 /// target shape's units, y down.
 class KELVAR_EXPORT KVImageTransform : public Object {
  public:
+  static const ClassInfo& theClass();
+  const ClassInfo& classInfo() const override { return theClass(); }
+
   ImageRef input() const { return input_; }
   /// Also sets the corners to the picture's own rectangle, in its nominal size.
   void setInput(ImageRef input);

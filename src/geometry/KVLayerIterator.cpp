@@ -2,8 +2,22 @@
 
 #include "geometry/KVBezierPath.h"
 #include "platform/Log.h"
+#include "runtime/ClassInfo.h"
 
 namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&KVLayerIterator::theClass);
+
+}  // namespace
+
+const ClassInfo& KVLayerIterator::theClass() {
+  static const ClassInfo kClass =
+      Description<KVLayerIterator>("KVLayerIterator")
+          .initialiser("init", [] { return std::make_shared<KVLayerIterator>(); })
+          .operation("extractPointsFromLayer:", &KVLayerIterator::extractPointsFromLayer);
+  return kClass;
+}
 
 PointList KVLayerIterator::extractPointsFromLayer(const ObjectRef& layer) const {
   logLine(u"Extract points from layer: %@",

@@ -11,6 +11,9 @@ namespace kelvar {
 /// object or a map, answers "bezierPath" with a `BezierPath`. Further children are not read.
 class KELVAR_EXPORT KVLayerIterator : public Object {
  public:
+  static const ClassInfo& theClass();
+  const ClassInfo& classInfo() const override { return theClass(); }
+
   /// The corner points of the first child's path, turned clockwise on screen. Empty when the
   /// layer, the child or the path is missing.
   PointList extractPointsFromLayer(const ObjectRef& layer) const;

@@ -1,8 +1,26 @@
 #include "geometry/KVRect.h"
 
 #include "geometry/PointList.h"
+#include "runtime/ClassInfo.h"
 
 namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&KVRect::theClass);
+
+}  // namespace
+
+const ClassInfo& KVRect::theClass() {
+  static const ClassInfo kClass =
+      Description<KVRect>("KVRect")
+          .initialiser("init", [] { return std::make_shared<KVRect>(); })
+          .property("x", &KVRect::x, &KVRect::setX)
+          .property("y", &KVRect::y, &KVRect::setY)
+          .property("width", &KVRect::width, &KVRect::setWidth)
+          .property("height", &KVRect::height, &KVRect::setHeight)
+          .operation("CGRect", &KVRect::CGRect);
+  return kClass;
+}
 
 QRectF KVRect::CGRect() const { return {x(), y(), width(), height()}; }
 

@@ -10,6 +10,9 @@ namespace kelvar {
 /// down. Null is read as the zero rectangle by everybody who takes one (`rectOrZero`).
 class KELVAR_EXPORT KVRect : public Object {
  public:
+  static const ClassInfo& theClass();
+  const ClassInfo& classInfo() const override { return theClass(); }
+
   double x() const { return x_; }
   void setX(double x) { x_ = x; }
   double y() const { return y_; }

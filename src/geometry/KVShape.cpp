@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "runtime/ClassInfo.h"
+
 namespace kelvar {
 namespace {
 
@@ -20,7 +22,32 @@ QRectF boxWithOrigin(const PointList& path) {
 
 double factor(uint64_t scale) { return scale == 0 ? 1.0 : double(scale); }
 
+KVShapeRef newShape(const KVRectRef& bounds, const PointList& path) {
+  return std::make_shared<KVShape>(bounds, path);
+}
+
+const ClassInfo::Registration kRegistered(&KVShape::theClass);
+
 }  // namespace
+
+const ClassInfo& KVShape::theClass() {
+  static const ClassInfo kClass =
+      Description<KVShape>("KVShape")
+          .initialiser("initWithBounds:path:", newShape)
+          .property("bounds", &KVShape::bounds, &KVShape::setBounds)
+          .property("path", &KVShape::path, &KVShape::setPath)
+          .property("scale", &KVShape::scale, &KVShape::setScale)
+          .operation("realSize", &KVShape::realSize)
+          .operation("scaledSize", &KVShape::scaledSize)
+          .operation("croppingRect", &KVShape::croppingRect)
+          .operation("scaledCroppingRect", &KVShape::scaledCroppingRect)
+          .operation("normalizedPoints", &KVShape::normalizedPoints)
+          .classOperation("edgesLengthPoint1:point2:", &KVShape::edgesLengthPoint1)
+          .classOperation("sumPoints:", &KVShape::sumPoints)
+          .classOperation("pointsAreClockwised:", &KVShape::pointsAreClockwised)
+          .classOperation("reversedPoints:", &KVShape::reversedPoints);
+  return kClass;
+}
 
 KVShape::KVShape(KVRectRef bounds, PointList path)
     : bounds_(std::move(bounds)), path_(std::move(path)) {}

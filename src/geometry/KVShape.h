@@ -16,6 +16,9 @@ namespace kelvar {
 /// is accepted.
 class KELVAR_EXPORT KVShape : public Object {
  public:
+  static const ClassInfo& theClass();
+  const ClassInfo& classInfo() const override { return theClass(); }
+
   /// `bounds` may be null (the zero rectangle). `path` is in the layer's own coordinates, in
   /// drawing order. The scale starts at 1.
   KVShape(KVRectRef bounds, PointList path);

@@ -1,5 +1,7 @@
 #include "runtime/Object.h"
 
+#include "runtime/ClassInfo.h"
+
 namespace kelvar {
 namespace {
 
@@ -18,11 +20,34 @@ QVariant valueForKey(const QVariant& value, const QString& key) {
   return values;
 }
 
+const ClassInfo::Registration kRegistered(&Object::theClass);
+
 }  // namespace
 
 Object::~Object() = default;
 
-QVariant Object::valueForKey(const QString&) const { return {}; }
+const ClassInfo& Object::theClass() {
+  static const ClassInfo kClass =
+      Description<Object>("NSObject")
+          .initialiser("init", [] { return std::make_shared<Object>(); })
+          .operation("description", &Object::description)
+          .operation("valueForKey:", &Object::valueForKey)
+          .operation("valueForKeyPath:", &Object::valueForKeyPath)
+          .operation("setValue:forKey:", &Object::setValueForKey);
+  return kClass;
+}
+
+const ClassInfo& Object::classInfo() const { return theClass(); }
+
+QVariant Object::valueForKey(const QString& key) const {
+  const ClassInfo::Property* const property = classInfo().property(key);
+  return property ? property->get(*this) : QVariant();
+}
+
+bool Object::setValueForKey(const QVariant& value, const QString& key) {
+  const ClassInfo::Property* const property = classInfo().property(key);
+  return property && property->set && property->set(*this, value);
+}
 
 QVariant Object::valueForKeyPath(const QString& keyPath) const {
   const qsizetype dot = keyPath.indexOf(u'.');
@@ -30,7 +55,12 @@ QVariant Object::valueForKeyPath(const QString& keyPath) const {
   return kelvar::valueForKeyPath(valueForKey(keyPath.first(dot)), keyPath.sliced(dot + 1));
 }
 
-QString Object::description() const { return QStringLiteral("<Object>"); }
+QString Object::description() const { return QStringLiteral("<%1>").arg(classInfo().name()); }
+
+QString Object::classForCoder() const { return classInfo().name(); }
+ObjectRef Object::replacementObjectForCoder(Coder&) { return shared_from_this(); }
+void Object::encodeWithCoder(Coder&) const {}
+ObjectRef Object::awakeAfterUsingCoder(Coder&) { return shared_from_this(); }
 
 QVariant valueForKeyPath(const QVariant& value, const QString& keyPath) {
   if (value.metaType() == QMetaType::fromType<ObjectRef>()) {

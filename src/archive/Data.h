@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QByteArray>
+
+#include "runtime/Coder.h"
+#include "runtime/Object.h"
+
+namespace kelvar {
+
+/// Bytes with an identity, which archives keep.
+class KELVAR_EXPORT Data : public Object {
+ public:
+  explicit Data(const QByteArray& bytes = {}) : bytes_(bytes) {}
+  static std::shared_ptr<Data> initWithCoder(Coder& coder);
+  static const ClassInfo& theClass();
+  const ClassInfo& classInfo() const override { return theClass(); }
+
+  const QByteArray& bytes() const { return bytes_; }
+
+  void encodeWithCoder(Coder& coder) const override;
+
+ protected:
+  QByteArray bytes_;
+};
+
+}  // namespace kelvar

@@ -1,0 +1,7 @@
+#include "runtime/Coder.h"
+
+namespace kelvar {
+
+Coder::~Coder() = default;
+
+}  // namespace kelvar

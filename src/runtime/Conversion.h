@@ -1,0 +1,139 @@
+#pragma once
+
+#include <QVariant>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <type_traits>
+
+#include "runtime/Object.h"
+
+namespace kelvar {
+
+/// Between `QVariant` and the types that described classes speak.
+///
+/// None and null become the type's empty value: zero, false, a null string, a null reference.
+/// Numbers and booleans become one another as in C, clamped where a real is too large. Objects
+/// cross as `ObjectRef` and must be of the wanted class. Everything else must be of the very type.
+
+template <class T>
+struct Shared : std::false_type {};
+template <class T>
+struct Shared<std::shared_ptr<T>> : std::true_type {
+  using Class = T;
+};
+
+inline bool isNothing(const QVariant& value) {
+  return !value.isValid() || value.typeId() == QMetaType::Nullptr;
+}
+
+inline bool isNumber(const QVariant& value) {
+  switch (value.typeId()) {
+    case QMetaType::Bool:
+    case QMetaType::Char:
+    case QMetaType::SChar:
+    case QMetaType::UChar:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Long:
+    case QMetaType::ULong:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Float:
+    case QMetaType::Double:
+      return true;
+    default:
+      return false;
+  }
+}
+
+inline bool isReal(const QVariant& value) {
+  return value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float;
+}
+
+/// The real without its fraction, as near as 64 signed bits allow; 0 for what is no number.
+inline int64_t integerFromReal(double real) {
+  if (std::isnan(real)) return 0;
+  if (real >= 0x1p63) return std::numeric_limits<int64_t>::max();
+  return real < -0x1p63 ? std::numeric_limits<int64_t>::min() : int64_t(real);
+}
+
+/// Of what `isNumber`.
+template <class T>
+T numberFrom(const QVariant& value) {
+  if constexpr (std::is_same_v<T, bool>) {
+    return value.toBool();
+  } else if constexpr (std::is_floating_point_v<T>) {
+    return T(value.toDouble());
+  } else if (!isReal(value)) {
+    return value.typeId() == QMetaType::ULongLong || value.typeId() == QMetaType::ULong
+               ? T(value.toULongLong())
+               : T(value.toLongLong());
+  } else {
+    const double real = value.toDouble();
+    if (std::is_same_v<T, uint64_t> && real >= 0x1p63) {
+      return real >= 0x1p64 ? std::numeric_limits<T>::max() : T(real);
+    }
+    return T(integerFromReal(real));
+  }
+}
+
+/// Nothing when the value does not fit.
+template <class T>
+std::optional<T> fromVariant(const QVariant& value) {
+  if constexpr (std::is_same_v<T, QVariant>) {
+    return value;
+  } else if (isNothing(value)) {
+    return T{};
+  } else if constexpr (std::is_arithmetic_v<T>) {
+    return isNumber(value) ? std::optional<T>(numberFrom<T>(value)) : std::nullopt;
+  } else if constexpr (std::is_same_v<T, QStringList>) {
+    if (value.typeId() == QMetaType::QStringList) return value.toStringList();
+    if (value.typeId() != QMetaType::QVariantList) return std::nullopt;
+    QStringList strings;
+    for (const QVariant& element : value.toList()) {
+      if (element.typeId() != QMetaType::QString) return std::nullopt;
+      strings.append(element.toString());
+    }
+    return strings;
+  } else {
+    if constexpr (Shared<T>::value) {
+      using Class = typename Shared<T>::Class;
+      if constexpr (std::is_base_of_v<Object, Class>) {
+        if (value.metaType() != QMetaType::fromType<ObjectRef>()) return std::nullopt;
+        const auto object = value.value<ObjectRef>();
+        auto wanted = std::dynamic_pointer_cast<Class>(object);
+        return object && !wanted ? std::nullopt : std::optional<T>(std::move(wanted));
+      }
+    }
+    if (value.metaType() != QMetaType::fromType<T>()) return std::nullopt;
+    return value.value<T>();
+  }
+}
+
+/// Null strings and references become none. Whole numbers are `int`, `qlonglong` or `qulonglong`.
+template <class T>
+QVariant toVariant(const T& value) {
+  if constexpr (std::is_same_v<T, QVariant>) {
+    return value;
+  } else if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>) {
+    if constexpr (sizeof(T) < sizeof(int32_t) || std::is_same_v<T, int32_t>) return int32_t(value);
+    if constexpr (std::is_same_v<T, uint64_t>) return qulonglong(value);
+    return qlonglong(value);
+  } else if constexpr (std::is_same_v<T, QString>) {
+    return value.isNull() ? QVariant() : QVariant(value);
+  } else {
+    if constexpr (Shared<T>::value) {
+      if (!value) return {};
+      if constexpr (std::is_base_of_v<Object, typename Shared<T>::Class>) {
+        return QVariant::fromValue<ObjectRef>(value);
+      }
+    }
+    return QVariant::fromValue(value);
+  }
+}
+
+}  // namespace kelvar

@@ -1,0 +1,57 @@
+#include "archive/ArchiveTree.h"
+
+#include <gtest/gtest.h>
+
+#include "archive/Graph.h"
+#include "platform/Values.h"
+
+namespace kelvar {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(ArchiveTree, ConvertsAsTheCoderWouldWriteIt) {
+  const auto data = std::make_shared<MutableData>("\1\2");
+  const QVariantMap graph{{u"date"_s, QDateTime::fromMSecsSinceEpoch(-12345678, Qt::UTC)},
+                          {u"bytes"_s, QByteArray("\0", 1)},
+                          {u"null"_s, QVariant::fromValue(nullptr)},
+                          {u"mutable"_s, QVariantList{boxed(data), boxed(data)}},
+                          {u"string"_s, boxed(std::make_shared<MutableString>(u"s"_s))},
+                          {u"numbers"_s, QVariantList{true, qlonglong(1), 1.0}},
+                          {u"map"_s, QVariantMap{{u"null"_s, QVariant::fromValue(nullptr)}}}};
+  const QVariant json = HRCoder::archivedJSONWithRootObject(graph);
+  const QVariant plist = HRCoder::archivedPlistWithRootObject(graph);
+  EXPECT_TRUE(identical(jsonArchiveTree(plist), json));
+  EXPECT_TRUE(identical(propertyListArchiveTree(json), plist));
+  EXPECT_TRUE(identical(jsonArchiveTree(json), json));
+  EXPECT_TRUE(identical(propertyListArchiveTree(plist), plist));
+}
+
+TEST(ArchiveTree, LeavesWhatOnlyLooksLikeAValue) {
+  for (const QVariantMap& map :
+       {QVariantMap{{u"$class"_s, u"NSDate"_s}},
+        QVariantMap{{u"$class"_s, u"NSDate"_s}, {u"NS.time"_s, 1e300}},
+        QVariantMap{{u"$class"_s, u"NSDate"_s}, {u"NS.time"_s, 1.0}, {u"more"_s, 1}},
+        QVariantMap{{u"$class"_s, u"Other"_s}, {u"$data"_s, u"AQI="_s}},
+        QVariantMap{{u"$class"_s, u"NSData"_s}, {u"$data"_s, u"?"_s}}}) {
+    EXPECT_TRUE(identical(propertyListArchiveTree(map), map));
+  }
+}
+
+TEST(ArchiveTree, FindsWhatStandsAtAKeyPath) {
+  const QVariantMap tree{{u"list"_s, QVariantList{QVariantMap{{u"k"_s, 1}}}},
+                         {u"a"_s, QVariantMap{{u"x"_s, 2}}},
+                         {u"a.b"_s, QVariantMap{{u"c.d"_s, 3}}}};
+  const struct {
+    QString path;
+    QVariant found;
+  } cases[] = {{u"$root"_s, tree},       {u"list.0.k"_s, 1}, {u"list.1"_s, {}}, {u"list.k"_s, {}},
+               {u"list.-1"_s, {}},       {u"a.x"_s, 2},      {u"a.b.c.d"_s, 3}, {u"a.b.c"_s, {}},
+               {u"list.0.k.more"_s, {}}, {u""_s, {}}};
+  for (const auto& [path, found] : cases) {
+    EXPECT_EQ(archiveTreeAt(tree, path), found) << path.toStdString();
+  }
+}
+
+}  // namespace
+}  // namespace kelvar

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QDateTime>
+#include <memory>
+
+#include "archive/HRCoder.h"
+#include "archive/MutableArray.h"
+#include "archive/MutableData.h"
+#include "archive/MutableDictionary.h"
+#include "archive/MutableString.h"
+#include "platform/Values.h"
+#include "runtime/ClassInfo.h"
+
+namespace kelvar {
+
+/// What graphs in tests are made of.
+
+inline QVariant boxed(const ObjectRef& object) { return QVariant::fromValue(object); }
+
+inline auto newMap(const QVariantMap& values = {}) {
+  return std::make_shared<MutableDictionary>(values);
+}
+inline auto newList(const QVariantList& values = {}) {
+  return std::make_shared<MutableArray>(values);
+}
+
+/// Null when it is none of that class.
+template <class T>
+std::shared_ptr<T> as(const QVariant& value) {
+  return fromVariant<std::shared_ptr<T>>(value).value_or(nullptr);
+}
+
+/// Empties the containers that can be reached, so that cycles do not keep themselves.
+inline void takeApart(const QVariant& root) {
+  QVariantList waiting{root};
+  while (!waiting.isEmpty()) {
+    const QVariant value = waiting.takeLast();
+    if (const auto list = as<MutableArray>(value)) {
+      waiting += list->values();
+      list->setValues({});
+    } else if (const auto map = as<MutableDictionary>(value)) {
+      waiting += map->values().values();
+      map->setValues({});
+    }
+  }
+}
+
+}  // namespace kelvar
