@@ -1,0 +1,26 @@
+#include "platform/Bundle.h"
+
+#include "InfoPlist.h"
+#include "platform/PropertyList.h"
+
+namespace kelvar {
+
+QVariant Bundle::objectForInfoDictionaryKey(const QString& key) {
+  static const QVariantMap kInformation = [] {
+    QString error;
+    const QByteArray bytes = QByteArray::fromRawData(kInfoPlist, sizeof kInfoPlist - 1);
+    const QVariant information = PropertyList::read(bytes, nullptr, &error);
+    Q_ASSERT_X(information.isValid(), "Info.plist", qPrintable(error));
+    return information.toMap();
+  }();
+  return kInformation.value(key);
+}
+
+QString Bundle::serverAddress(const char* variable, const QString& key) {
+  QString address = qEnvironmentVariable(variable);
+  if (address.isEmpty()) address = objectForInfoDictionaryKey(key).toString();
+  while (address.endsWith(u'/')) address.chop(1);
+  return address.isEmpty() ? QString() : address;
+}
+
+}  // namespace kelvar

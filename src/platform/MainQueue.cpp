@@ -1,0 +1,15 @@
+#include "platform/MainQueue.h"
+
+#include <QCoreApplication>
+
+#include "platform/Log.h"
+
+namespace kelvar {
+
+void MainQueue::async(std::function<void()> work) {
+  QCoreApplication* const application = QCoreApplication::instance();
+  if (!application) return logLine(u"MainQueue: there is no QCoreApplication: work is dropped");
+  QMetaObject::invokeMethod(application, std::move(work), Qt::QueuedConnection);
+}
+
+}  // namespace kelvar

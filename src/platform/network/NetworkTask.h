@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QTimer>
+
+#include "platform/URLSession.h"
+
+namespace kelvar {
+
+/// One GET under way. Belongs to its manager and goes away by itself once it has completed.
+class NetworkTask : public QObject {
+ public:
+  NetworkTask(QNetworkAccessManager* manager, URLSession::Completion completion);
+
+  void start(const QUrl& address, std::chrono::milliseconds timeout);
+
+ private:
+  void get(const QUrl& address);
+  void follow(const QUrl& redirection);
+  void read();
+  void finish();
+  void fail(const QString& error);
+  void complete();
+
+  QNetworkAccessManager* const manager_;
+  const URLSession::Completion completion_;
+  QNetworkReply* reply_ = nullptr;
+  QUrl address_;
+  int redirections_ = 0;
+  /// Runs out when the server has been silent for too long.
+  QTimer silence_;
+  URLAnswer answer_;
+};
+
+}  // namespace kelvar

@@ -1,0 +1,193 @@
+#include "platform/URLSession.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QSslConfiguration>
+#include <QTcpServer>
+#include <future>
+#include <optional>
+#include <thread>
+
+#include "platform/LoopbackServer.h"
+#include "platform/MainQueue.h"
+
+namespace kelvar {
+namespace {
+
+using Server = LoopbackServer;
+
+class Session : public testing::Test {
+ protected:
+  void SetUp() override {
+    for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy"}) qunsetenv(proxy);
+    ASSERT_TRUE(URLSession::shared());
+  }
+
+  /// What comes of fetching `address`, and on which thread.
+  static URLAnswer fetch(const QUrl& address, std::thread::id* thread = nullptr) {
+    std::promise<URLAnswer> answer;
+    URLSession::shared()->dataTask(address, [&](const URLAnswer& came) {
+      if (thread) *thread = std::this_thread::get_id();
+      answer.set_value(came);
+    });
+    return answer.get_future().get();
+  }
+
+  int count_ = 1;
+  char name_[5] = "test";
+  char* arguments_[2] = {name_, nullptr};
+  QCoreApplication application_{count_, arguments_};
+};
+
+TEST_F(Session, GivesWhatTheServerSays) {
+  const QByteArray longest(URLSession::kMaxBody, 'x');
+  const std::tuple<QByteArray, int, QByteArray> cases[] = {
+      {Server::http("{}"), 200, "{}"},
+      {Server::http(""), 200, ""},
+      {Server::http("{\"a\":1}", "500 Internal Server Error"), 500, "{\"a\":1}"},
+      {Server::http("gone", "404 Not Found"), 404, "gone"},
+      {Server::http("no", "401 Unauthorized"), 401, "no"},
+      {"HTTP/1.1 200 OK\r\nConnection: close\r\n\r\nto the end", 200, "to the end"},
+      {Server::http(longest), 200, longest}};
+  for (const auto& [bytes, status, body] : cases) {
+    const Server server({bytes});
+    const URLAnswer answer = fetch(server.url(QStringLiteral("/a?b=c%20d")));
+    EXPECT_TRUE(answer.error.isNull()) << answer.error.toStdString();
+    EXPECT_EQ(answer.status, status);
+    EXPECT_TRUE(answer.body == body && !answer.body.isNull()) << status;
+    EXPECT_EQ(server.requests(), QList<QByteArray>{"GET /a?b=c%20d HTTP/1.1"});
+  }
+}
+
+TEST_F(Session, WhatIsNotWholeIsAnError) {
+  const std::pair<QByteArray, const char*> cases[] = {
+      {Server::http("{\"a\": 1}").chopped(3), "closed"},
+      {"HTTP/1.1 200 OK\r\nContent-", "closed"},
+      {Server::http(QByteArray(URLSession::kMaxBody + 1, 'x')), "8 MiB"},
+      {"HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + QByteArray(URLSession::kMaxBody + 1, 'x'),
+       "8 MiB"}};
+  for (const auto& [bytes, error] : cases) {
+    const Server server({bytes});
+    const URLAnswer answer = fetch(server.url(QStringLiteral("/")));
+    EXPECT_TRUE(answer.error.contains(QLatin1String(error)))
+        << bytes.left(60).constData() << " gave " << answer.error.toStdString();
+  }
+  QTcpServer closed;
+  ASSERT_TRUE(closed.listen(QHostAddress::LocalHost));
+  const QString address = QStringLiteral("http://127.0.0.1:%1/").arg(closed.serverPort());
+  closed.close();
+  const URLAnswer answer = fetch(QUrl(address));
+  EXPECT_EQ(answer.error, QStringLiteral("Connection refused"));
+  EXPECT_TRUE(answer.body.isNull());
+}
+
+TEST_F(Session, SilenceIsAnError) {
+  const Server server({QByteArray()});
+  URLSession::shared()->setTimeout(std::chrono::milliseconds(100));
+  const URLAnswer answer = fetch(server.url(QStringLiteral("/")));
+  EXPECT_EQ(answer.error, QStringLiteral("the server did not answer in time"));
+  EXPECT_TRUE(answer.body.isNull());
+}
+
+TEST_F(Session, FollowsRedirectionsOfTheSameKindOnly) {
+  const std::tuple<QList<QByteArray>, const char*, int> cases[] = {
+      {{Server::redirection("/there"), Server::http("here")}, "", 2},
+      {{Server::redirection("http://localhost:%PORT%/"), Server::http("here")}, "", 2},
+      {{Server::redirection("http://server.example/")}, "not followed", 1},
+      {{Server::redirection("https://127.0.0.1:%PORT%/")}, "not followed", 1},
+      {{Server::redirection("file:///etc/passwd")}, "not followed", 1},
+      {{Server::redirection("/again")}, "more than 20", 21}};
+  for (const auto& [answers, error, requests] : cases) {
+    const Server server(answers);
+    const URLAnswer answer = fetch(server.url(QStringLiteral("/")));
+    EXPECT_EQ(server.requests().size(), requests) << answers[0].constData();
+    if (answers.size() == 2) {
+      EXPECT_EQ(answer.body, "here") << answer.error.toStdString();
+    } else {
+      EXPECT_FALSE(answer.error.isNull()) << answers[0].constData();
+      EXPECT_TRUE(answer.error.contains(QLatin1String(error))) << answer.error.toStdString();
+    }
+  }
+}
+
+TEST_F(Session, SendsNothingInTheClear) {
+  for (const char* address : {"http://192.0.2.1/", "ftp://127.0.0.1/", "file:///etc/passwd",
+                              "http://127.0.0.1.example/", "https:///", "", "nonsense"}) {
+    const URLAnswer answer = fetch(QUrl(QLatin1String(address)));
+    EXPECT_TRUE(answer.error.contains(QStringLiteral("no HTTPS address"))) << address;
+    EXPECT_TRUE(answer.body.isNull());
+  }
+}
+
+TEST_F(Session, TrustsNoCertificateThatTheSystemDoesNot) {
+  const Server stranger({Server::http("secret")}, Server::Scheme::Https);
+  const URLAnswer refused = fetch(stranger.url(QStringLiteral("/")));
+  EXPECT_TRUE(refused.error.contains(QStringLiteral("not to be trusted")))
+      << refused.error.toStdString();
+  EXPECT_TRUE(refused.body.isNull());
+  EXPECT_EQ(stranger.requests(), QList<QByteArray>());
+
+  const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+  QSslConfiguration trusting = before;
+  trusting.addCaCertificate(Server::certificate());
+  QSslConfiguration::setDefaultConfiguration(trusting);
+  const Server friendly({Server::redirection("https://127.0.0.1:%PORT%/"), Server::http("body")},
+                        Server::Scheme::Https);
+  const URLAnswer answer = fetch(friendly.url(QStringLiteral("/")));
+  EXPECT_EQ(answer.body, "body") << answer.error.toStdString();
+
+  const Server plain({Server::http("in the clear")});
+  const Server down({Server::redirection(plain.url(QStringLiteral("/")).toEncoded())},
+                    Server::Scheme::Https);
+  const URLAnswer stopped = fetch(down.url(QStringLiteral("/")));
+  EXPECT_TRUE(stopped.error.contains(QStringLiteral("not followed")))
+      << stopped.error.toStdString();
+  EXPECT_EQ(plain.requests(), QList<QByteArray>());
+  QSslConfiguration::setDefaultConfiguration(before);
+}
+
+TEST_F(Session, CompletesOnOneThreadOfItsOwn) {
+  const Server server({Server::http("{}")});
+  std::thread::id first, second, third;
+  fetch(server.url(QStringLiteral("/")), &first);
+  fetch(server.url(QStringLiteral("/")), &second);
+  fetch(QUrl(), &third);
+  EXPECT_NE(first, std::this_thread::get_id());
+  EXPECT_EQ(first, second);
+  EXPECT_EQ(first, third);
+}
+
+TEST_F(Session, HopsToTheMainThreadInOrder) {
+  std::vector<int> order;
+  std::jthread([&] {
+    for (int i = 0; i < 3; ++i) MainQueue::async([&order, i] { order.push_back(i); });
+    MainQueue::async([main = std::this_thread::get_id()] {
+      EXPECT_NE(std::this_thread::get_id(), main);
+      QCoreApplication::quit();
+    });
+  }).join();
+  EXPECT_TRUE(order.empty());
+  QCoreApplication::exec();
+  EXPECT_EQ(order, (std::vector<int>{0, 1, 2}));
+}
+
+TEST(SessionEnd, DropsWhatIsUnderWay) {
+  int count = 1;
+  char name[] = "test";
+  char* arguments[] = {name, nullptr};
+  const auto token = std::make_shared<int>(1);
+  std::optional<Server> silent;
+  {
+    const QCoreApplication application(count, arguments);
+    silent.emplace(QList<QByteArray>{QByteArray()});
+    URLSession::shared()->dataTask(silent->url(QStringLiteral("/")), [token](const URLAnswer&) {
+      ADD_FAILURE() << "completed after the end";
+    });
+    while (silent->requests().isEmpty()) std::this_thread::yield();
+  }
+  EXPECT_EQ(token.use_count(), 1);
+}
+
+}  // namespace
+}  // namespace kelvar
