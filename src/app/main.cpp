@@ -6,7 +6,9 @@
 
 #include "app/Failure.h"
 #include "app/archive.h"
+#include "app/checkVersion.h"
 #include "app/map.h"
+#include "app/settings.h"
 
 namespace {
 
@@ -34,6 +36,8 @@ int run(int argc, char** argv) {
   } commands[] = {
       {"map", kelvar::app::addMap(program)},
       {"archive", kelvar::app::addArchive(program)},
+      {"settings", kelvar::app::addSettings(program)},
+      {"check-version", kelvar::app::addCheckVersion(program)},
   };
   try {
     program.parse(argc, argv);
