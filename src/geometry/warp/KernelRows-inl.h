@@ -4,6 +4,9 @@
 // row is interpolated horizontally once, and what is left of an output row is one blend of two
 // such lines.
 
+/// Source rows ahead that are prefetched.
+constexpr int kRowsAhead = 4;
+
 /// The horizontal sums of the two source rows in use. The order inside is that of a target's blend.
 class RowSums {
  public:
@@ -59,6 +62,8 @@ void RowSums::fill(const uint8_t* row, int16_t* sums) const {
   const int n = int(hn::Lanes(d));
   for (int t = 0; t < count_; t += n) {
     const auto at = [&](int i) { return row + ptrdiff_t(x_[t + i] >> kPositionBits) * 4; };
+    hwy::Prefetch(at(0) + kRowsAhead * pixels_.stride);
+    hwy::Prefetch(at(n / 2) + kRowsAhead * pixels_.stride);
     const auto weights = weightsOf(hn::Load(d, x_ + t));
     const auto half = [&](int first, auto w) {
       return mulPairs(hn::BitCast(d8, w), channelPairs(loadPairs(at, first)));
