@@ -338,6 +338,7 @@ TEST_F(Segment, TheLastPayloadIsKept) {
   segment->aliasId(a_, QStringLiteral("old"));
   segment->aliasId(a_, QStringLiteral("new"));
   ASSERT_TRUE(runUntilReceived(events, 2));
+  ASSERT_TRUE(runUntil([] { return !LastPayload::path().isNull(); }));
   EXPECT_EQ(LastPayload::path(), QStringLiteral("/v1/alias"));
   EXPECT_TRUE(events.wholeRequests()[1].endsWith("\r\n\r\n" + LastPayload::body()));
   QString error;
