@@ -1,6 +1,7 @@
 #include "analytics/SegmentIOTracker.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <zlib.h>
 
 #include <QTcpServer>
@@ -129,20 +130,27 @@ TEST_F(Segment, WhatComesOfTheLookup) {
 }
 
 TEST_F(Segment, TenThousandEventsArriveInOrderOnce) {
-  constexpr int kCount = 10'000;
-  const Server events({Server::http("{}", "200 OK", "keep-alive")});
-  const Server places({Server::http(kPlace)});
-  use(events, places);
-  const auto segment = tracker();
-  QStringList names;
-  for (int i = 0; i < kCount; ++i) {
-    names.append(QString::number(i));
-    segment->track(names.last(), QVariantMap{{a_, i}});
-  }
-  ASSERT_TRUE(runUntilReceived(events, kCount));
-  EXPECT_TRUE(segment->pendingEvents().isEmpty());
-  EXPECT_EQ(eventsOf(events), names);
-  EXPECT_EQ(places.requests().size(), 1);
+  const auto trackAndReceive = [this](int count) {
+    const Server events({Server::http("{}", "200 OK", "keep-alive")});
+    const Server places({Server::http(kPlace)});
+    use(events, places);
+    const auto segment = tracker();
+    QStringList names;
+    for (int i = 0; i < count; ++i) {
+      names.append(QString::number(i));
+      segment->track(names.last(), QVariantMap{{a_, i}});
+    }
+    ASSERT_TRUE(runUntilReceived(events, count));
+    EXPECT_TRUE(segment->pendingEvents().isEmpty());
+    EXPECT_EQ(eventsOf(events), names);
+    EXPECT_EQ(places.requests().size(), 1);
+  };
+  trackAndReceive(10);  // What is made once is made.
+  const size_t before = mallinfo2().uordblks;
+  trackAndReceive(10'000);
+  // An event of its own takes more than a kilobyte while it waits.
+  EXPECT_TRUE(runUntil([&] { return mallinfo2().uordblks < before + 1'000'000; }))
+      << before << " bytes before, " << mallinfo2().uordblks << " after";
 }
 
 TEST_F(Segment, IsAliveUntilTheLookupIsAnswered) {
