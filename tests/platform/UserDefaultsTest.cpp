@@ -119,7 +119,7 @@ TEST_F(Defaults, TakesKeysAsTheyAre) {
       QStringLiteral("\u00e9"),     QStringLiteral("\uffff"), QStringLiteral("😀")};
   for (const QString& key : keys) ASSERT_TRUE(defaults_.setObject(key + u'!', key));
   EXPECT_EQ(defaults_.keys(), keys);
-  for (const QString& key : keys) EXPECT_EQ(defaults_.objectForKey(key), key + u'!');
+  for (const QString& key : defaults_.keys()) EXPECT_EQ(defaults_.objectForKey(key), key + u'!');
   for (const QString& key : keys) {
     EXPECT_TRUE(defaults_.removeObjectForKey(key));
     EXPECT_FALSE(defaults_.objectForKey(key).isValid());
@@ -378,13 +378,15 @@ TEST_F(Defaults, DamagedValueIsNone) {
   ASSERT_TRUE(defaults_.setObject(1, key_));
   SqliteDatabase database(path_);
   database.execute(
-      "INSERT INTO settings VALUES ('junk', x'6a756e6b'), ('cut', x'62706c6973743030')");
+      "INSERT INTO settings VALUES"
+      "('junk', x'6a756e6b'), ('cut', x'62706c6973743030'), ('empty', x'')");
   const LogCapture log;
-  EXPECT_FALSE(defaults_.objectForKey(QStringLiteral("junk")).isValid());
-  EXPECT_FALSE(defaults_.objectForKey(QStringLiteral("cut")).isValid());
-  EXPECT_EQ(log.lines().size(), 2);
+  for (const auto* key : {"junk", "cut", "empty"}) {
+    EXPECT_FALSE(defaults_.objectForKey(QLatin1String(key)).isValid());
+  }
+  EXPECT_EQ(log.lines().size(), 3);
   EXPECT_EQ(defaults_.objectForKey(key_), 1);
-  EXPECT_EQ(defaults_.keys().size(), 3);
+  EXPECT_EQ(defaults_.keys().size(), 4);
 }
 
 }  // namespace
