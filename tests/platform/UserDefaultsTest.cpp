@@ -333,6 +333,18 @@ TEST_F(Defaults, ReadOnlyFolderKeepsTheOldValues) {
   ASSERT_EQ(chmod(QFile::encodeName(folder_).constData(), 0700), 0);
 }
 
+TEST_F(Defaults, WhatIsNoFileIsLeftAlone) {
+  ASSERT_EQ(mkfifo(QFile::encodeName(dir_.filePath(QStringLiteral("pipe"))).constData(), 0600), 0);
+  for (const QString& path : {dir_.filePath(QStringLiteral("pipe")), dir_.path()}) {
+    QString error;
+    EXPECT_FALSE(UserDefaults(path).setObject(1, key_, &error));
+    EXPECT_TRUE(error.contains(QStringLiteral("no regular file"))) << error.toStdString();
+    EXPECT_FALSE(UserDefaults(path).objectForKey(key_).isValid());
+  }
+  const auto all = QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot;
+  EXPECT_EQ(QDir(dir_.path()).entryList(all), QStringList(QStringLiteral("pipe")));
+}
+
 TEST_F(Defaults, DamagedFileIsSetAside) {
   for (int i = 0; i < 200; ++i) defaults_.setObject(stamped(i), QString::number(i));
   const QByteArray whole = contents(path_);
