@@ -79,9 +79,11 @@ T numberFrom(const QVariant& value) {
       return real >= 0x1p64 ? std::numeric_limits<T>::max() : T(real);
     }
     const int64_t whole = integerFromReal(real);
-    if constexpr (!std::is_signed_v<T>) return T(whole);
-    return T(
-        std::clamp<int64_t>(whole, std::numeric_limits<T>::min(), std::numeric_limits<T>::max()));
+    if constexpr (std::is_signed_v<T>) {
+      using Limits = std::numeric_limits<T>;
+      return T(std::clamp<int64_t>(whole, Limits::min(), Limits::max()));
+    }
+    return T(whole);
   }
 }
 
