@@ -113,7 +113,7 @@ void KVVersionChecker::start() {
     logLine(u"url: %@", {QString::fromLatin1(address.toEncoded())});
     logLine(u"body: %@", {QString::fromUtf8(answer.body)});
     logLine(u"response: %@", {QString::number(answer.status)});
-    logLine(u"error: %@", {answer.error.isNull() ? QStringLiteral("(null)") : answer.error});
+    logLine(u"error: %@", {answer.error});
     MainQueue::async([self, answer] { self->complete(answer); });
   });
 }
@@ -140,9 +140,9 @@ void KVVersionChecker::read(const QByteArray& body) {
     error = QStringLiteral("it is neither an object nor a list");
     result = {};
   }
-  const QString parseError = result.isValid() ? QStringLiteral("(null)") : error;
+  const QString parseError = result.isValid() ? QString() : error;
   logLine(u"Parse error: %@", {parseError});
-  logLine(u"result: %@", {result.isValid() ? written(result) : QStringLiteral("(null)")});
+  logLine(u"result: %@", {written(result)});
   if (result.isValid()) return apply(result.toMap());
   logLine(u"KVVersionChecker: failed checking with update. error: %@", {parseError});
 }

@@ -17,7 +17,8 @@ QString formatted(QStringView format, const QStringList& arguments) {
     const qsizetype mark = format.indexOf(u"%@");
     line += format.first(mark < 0 ? format.size() : mark);
     if (mark < 0) return line;
-    line += next < arguments.size() ? arguments[next++] : QStringLiteral("(null)");
+    const QString argument = arguments.value(next++);
+    line += argument.isNull() ? QStringLiteral("(null)") : argument;
     format = format.sliced(mark + 2);
   }
 }
