@@ -5,9 +5,11 @@
 #include <new>
 
 #include "app/Failure.h"
+#include "app/analytics.h"
 #include "app/archive.h"
 #include "app/checkVersion.h"
 #include "app/map.h"
+#include "app/messages.h"
 #include "app/settings.h"
 
 namespace {
@@ -38,6 +40,8 @@ int run(int argc, char** argv) {
       {"archive", kelvar::app::addArchive(program)},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},
+      {"messages", kelvar::app::addMessages(program)},
+      {"analytics", kelvar::app::addAnalytics(program)},
   };
   try {
     program.parse(argc, argv);
