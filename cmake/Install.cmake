@@ -2,7 +2,8 @@
 # find_package(Kelvar) and pkg-config need.
 
 # A header is public when it marks something KELVAR_EXPORT. These have no code to export.
-set(public_headers src/geometry/warp/PixelView.h src/runtime/Conversion.h src/util/shuffle.h)
+set(public_headers src/geometry/warp/PixelView.h src/runtime/Conversion.h src/runtime/ValueType.h
+    src/util/shuffle.h)
 file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
      src/platform/*.h src/util/*.h src/runtime/*.h src/geometry/*.h src/geometry/warp/*.h
      src/archive/*.h src/actions/*.h src/core/*.h src/host/*.h)

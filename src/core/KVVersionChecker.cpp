@@ -7,6 +7,7 @@
 #include "platform/MainQueue.h"
 #include "platform/URLSession.h"
 #include "runtime/ClassInfo.h"
+#include "runtime/DelegateInfo.h"
 
 namespace kelvar {
 namespace {
@@ -53,8 +54,17 @@ const ClassInfo& KVVersionChecker::theClass() {
           .property("actionTitle", &Checker::actionTitle, &Checker::setActionTitle)
           .property("actionURL", &Checker::actionURL, &Checker::setActionURL)
           .property("lastCheck", &Checker::lastCheck, &Checker::setLastCheck)
+          .property("delegate", &Checker::delegate, &Checker::setDelegate)
           .property("persister", &Checker::persister, &Checker::setPersister);
   return kClass;
+}
+
+const DelegateInfo& KVVersionCheckerDelegate::theDelegate() {
+  using Self = KVVersionCheckerDelegate;
+  static const DelegateInfo kDelegate =
+      DelegateDescription<Self>("KVVersionCheckerDelegate")
+          .operation("checkerDidFinish:", &Self::checkerDidFinish);
+  return kDelegate;
 }
 
 KVVersionCheckerRef KVVersionChecker::checkerWithIdentifier(const QString& identifier,

@@ -9,11 +9,14 @@
 
 namespace kelvar {
 
+class DelegateInfo;
 class KVVersionChecker;
 struct URLAnswer;
 
 /// What a checker tells. An empty member is not called.
-struct KVVersionCheckerDelegate {
+struct KELVAR_EXPORT KVVersionCheckerDelegate {
+  static const DelegateInfo& theDelegate();
+
   /// A check has completed, well or not: the checker's properties say how. On the main thread.
   std::function<void(KVVersionChecker&)> checkerDidFinish;
 };

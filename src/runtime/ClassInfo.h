@@ -10,6 +10,7 @@
 
 #include "runtime/Conversion.h"
 #include "runtime/Object.h"
+#include "runtime/ValueType.h"
 
 namespace kelvar {
 
@@ -36,6 +37,7 @@ class KELVAR_EXPORT ClassInfo {
     std::function<QVariant(const Object&)> get;
     /// Empty when it is only read. False when the value does not fit.
     std::function<bool(Object&, const QVariant&)> set;
+    ValueType type;
   };
 
   /// Nothing when the arguments are too few, too many or do not fit. `self` is null for operations
@@ -47,6 +49,8 @@ class KELVAR_EXPORT ClassInfo {
     Kind kind;
     QString selector;
     Call call;
+    std::vector<ValueType> parameters;
+    ValueType result;
   };
 
   /// Links a class into what `find` looks through, for as long as it lives.
@@ -103,12 +107,13 @@ class KELVAR_EXPORT ClassInfo {
   std::function<QVariant(Coder&)> decode_;
 };
 
-/// The argument types of anything that can be called.
+/// The argument types and the result of anything that can be called.
 template <class F>
 struct Signature : Signature<decltype(&F::operator())> {};
 template <class R, class... A>
 struct Signature<R (*)(A...)> {
   using Arguments = std::tuple<std::decay_t<A>...>;
+  using Result = std::decay_t<R>;
 };
 template <class R, class C, class... A>
 struct Signature<R (C::*)(A...)> : Signature<R (*)(A...)> {};
@@ -131,18 +136,18 @@ class Description {
   /// `make` returns a reference to a new object, or null.
   template <class F>
   Description&& initialiser(const char* selector, F make) && {
-    return add(ClassInfo::Kind::Initialiser, selector, ofClass(make));
+    return add<F, 0>(ClassInfo::Kind::Initialiser, selector, ofClass(make));
   }
 
   template <class F>
   Description&& classOperation(const char* selector, F function) && {
-    return add(ClassInfo::Kind::ClassOperation, selector, ofClass(function));
+    return add<F, 0>(ClassInfo::Kind::ClassOperation, selector, ofClass(function));
   }
 
   /// A member function, or a function whose first parameter is the object.
   template <class F>
   Description&& operation(const char* selector, F function) && {
-    return add(ClassInfo::Kind::Operation, selector, ofObject(function));
+    return add<F, kSelf<F>>(ClassInfo::Kind::Operation, selector, ofObject(function));
   }
 
   /// Also describes the accessor `key`.
@@ -152,7 +157,8 @@ class Description {
                                  [get](const Object& self) {
                                    return toVariant(std::invoke(get, static_cast<const T&>(self)));
                                  },
-                                 {}});
+                                 {},
+                                 valueType<typename Signature<Get>::Result>()});
     return std::move(*this).operation(key, get);
   }
 
@@ -167,7 +173,7 @@ class Description {
     const QString name = QString::fromLatin1(key);
     const QString selector =
         QStringLiteral("set%1%2:").arg(name.first(1).toUpper(), name.sliced(1));
-    return add(ClassInfo::Kind::Operation, selector.toLatin1(), call);
+    return add<Set, kSelf<Set>>(ClassInfo::Kind::Operation, selector.toLatin1(), call);
   }
 
   /// Archives may make one with `T::initWithCoder(Coder&)`, which returns a reference or null.
@@ -181,8 +187,22 @@ class Description {
   }
 
  private:
+  /// How many of the parameters stand for the object.
+  template <class F>
+  static constexpr size_t kSelf = std::is_member_function_pointer_v<F> ? 0 : 1;
+
+  /// `skipped` parameters of `F` are none of the operation's.
+  template <class F, size_t skipped>
   Description&& add(ClassInfo::Kind kind, const char* selector, ClassInfo::Call call) {
-    info_.operations_.push_back({kind, QString::fromLatin1(selector), std::move(call)});
+    using Parameters = typename Signature<F>::Arguments;
+    std::vector<ValueType> parameters;
+    [&]<size_t... i>(std::index_sequence<i...>) {
+      (parameters.push_back(valueType<std::tuple_element_t<i + skipped, Parameters>>()), ...);
+    }
+    (std::make_index_sequence<std::tuple_size_v<Parameters> - skipped>());
+    info_.operations_.push_back({kind, QString::fromLatin1(selector), std::move(call),
+                                 std::move(parameters),
+                                 valueType<typename Signature<F>::Result>()});
     return std::move(*this);
   }
 
@@ -214,10 +234,9 @@ class Description {
 
   template <class F>
   static ClassInfo::Call ofObject(F function) {
-    constexpr size_t kSkipped = std::is_member_function_pointer_v<F> ? 0 : 1;
-    constexpr size_t kCount = std::tuple_size_v<typename Signature<F>::Arguments> - kSkipped;
+    constexpr size_t kCount = std::tuple_size_v<typename Signature<F>::Arguments> - kSelf<F>;
     return [function](Object* self, const QVariantList& arguments) {
-      return convertAndCall<kSkipped>(function, arguments, std::make_index_sequence<kCount>(),
+      return convertAndCall<kSelf<F>>(function, arguments, std::make_index_sequence<kCount>(),
                                       static_cast<T&>(*self));
     };
   }

@@ -15,7 +15,8 @@ namespace kelvar {
 ///
 /// None and null become the type's empty value: zero, false, a null string, a null reference.
 /// Numbers and booleans become one another as in C, clamped where a real is too large. Objects
-/// cross as `ObjectRef` and must be of the wanted class. Everything else must be of the very type.
+/// cross as `ObjectRef` and must be of the wanted class. Weak references cross as shared ones,
+/// which whoever passes them keeps alive. Everything else must be of the very type.
 
 template <class T>
 struct Shared : std::false_type {};
@@ -23,6 +24,11 @@ template <class T>
 struct Shared<std::shared_ptr<T>> : std::true_type {
   using Class = T;
 };
+
+template <class T>
+struct Weak : std::false_type {};
+template <class T>
+struct Weak<std::weak_ptr<T>> : std::true_type {};
 
 inline bool isNothing(const QVariant& value) {
   return !value.isValid() || value.typeId() == QMetaType::Nullptr;
@@ -99,6 +105,9 @@ std::optional<T> fromVariant(const QVariant& value) {
       strings.append(element.toString());
     }
     return strings;
+  } else if constexpr (Weak<T>::value) {
+    const auto shared = fromVariant<std::shared_ptr<typename T::element_type>>(value);
+    return shared ? std::optional<T>(*shared) : std::nullopt;
   } else {
     if constexpr (Shared<T>::value) {
       using Class = typename Shared<T>::Class;
@@ -125,6 +134,8 @@ QVariant toVariant(const T& value) {
     return qlonglong(value);
   } else if constexpr (std::is_same_v<T, QString>) {
     return value.isNull() ? QVariant() : QVariant(value);
+  } else if constexpr (Weak<T>::value) {
+    return toVariant(value.lock());
   } else {
     if constexpr (Shared<T>::value) {
       if (!value) return {};
