@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 #include "platform/Image.h"
@@ -22,6 +23,8 @@ class KELVAR_EXPORT ImageView : public QWidget {
 
  private:
   ImageRef image_;
+  /// The picture in the pixels in which it was painted last.
+  QPixmap scaled_;
 };
 
 }  // namespace kelvar

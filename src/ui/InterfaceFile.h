@@ -6,14 +6,13 @@ namespace kelvar {
 
 /// Forms: what Qt Designer writes, read at run time.
 ///
-/// A form is looked for in the folder that is asked for, else in the one that the environment
-/// variable KELVAR_INTERFACE_DIR names, else among those that are built in. A form from a folder
-/// that is missing or cannot be read is replaced by the built-in one of its name, with a log line.
+/// A form is looked for in the folder that is asked for, then in the one that the environment
+/// variable KELVAR_INTERFACE_DIR names, then among those that are built in. One that cannot be read
+/// is passed over, with a log line.
 ///
 /// A widget named as a property of the owner that takes a view (an outlet) is put there. One whose
 /// dynamic property "action" is a selector of the owner calls it when it is used, with itself as
-/// the argument. What an action throws ends there, with a log line: event loops do not carry
-/// exceptions.
+/// the argument.
 class InterfaceFile {
  public:
   InterfaceFile() = delete;
@@ -21,6 +20,11 @@ class InterfaceFile {
   static bool exists(const QString& name, const QString& folder);
   /// Null when it cannot be read.
   static ViewRef load(const QString& name, const QString& folder, Object& owner);
+
+  /// Calls an operation of `target` with `sender`, while `target` lives. What it throws ends here,
+  /// with a log line: event loops do not carry exceptions.
+  static void sendAction(const std::weak_ptr<Object>& target, const QString& selector,
+                         QWidget* sender);
 };
 
 }  // namespace kelvar

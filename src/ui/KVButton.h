@@ -10,7 +10,7 @@ namespace kelvar {
 /// A push button that can have a flat colour behind it and a title in a colour of its own.
 ///
 /// Made in a form, its properties set there. The bezel is painted over the background, so a button
-/// with a background is usually flat.
+/// with a background is usually flat. A title that does not fit ends in an ellipsis.
 class KELVAR_EXPORT KVButton : public QPushButton {
   Q_OBJECT
   Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor)
@@ -32,6 +32,8 @@ class KELVAR_EXPORT KVButton : public QPushButton {
   /// Gives the title its colour. Called once, when the form has been loaded: a colour or a title
   /// that is set later has the palette's colour.
   void awakeFromNib();
+
+  QSize minimumSizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -3,13 +3,18 @@
 #include <QVariant>
 #include <functional>
 
+#include "platform/Export.h"
+
 namespace kelvar {
 
+class DelegateInfo;
 class KVViewController;
 
 /// What a panel controller tells. An empty member is an operation that the delegate does not have:
 /// the control that would call it does nothing. All on the main thread.
-struct KVViewControllerDelegate {
+struct KELVAR_EXPORT KVViewControllerDelegate {
+  static const DelegateInfo& theDelegate();
+
   using Told = std::function<void(KVViewController&)>;
   using ToldNumber = std::function<void(KVViewController&, const QVariant& number)>;
 

@@ -12,8 +12,8 @@ namespace kelvar {
 /// Its items come from a `KVMenu`, or are those that a form gives to a combo box. What the face
 /// shows can be set apart from the selection: an item, a free title, or nothing. A choice by the
 /// user runs the action, also when the same item is chosen again; what the program selects does
-/// not. The keys that would change a combo box open the menu, and the wheel is left to whatever
-/// scrolls the button.
+/// not. There is no choice without the menu: keys that would change a combo box open it, and the
+/// wheel is left to whatever scrolls the button.
 class KELVAR_EXPORT PopUpButton : public QComboBox {
   Q_OBJECT
 
@@ -31,14 +31,20 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   /// Null when none is selected, or the items are a form's.
   MenuItemRef selectedItem() const;
 
-  /// What the face shows; the next selection replaces it. Null for an empty face.
+  /// Whether the face follows the selection; at first it does. Else it shows `faceItem`.
+  bool usesItemFromMenu() const { return usesItemFromMenu_; }
+  void setUsesItemFromMenu(bool uses);
+  /// Null for an empty face.
   MenuItemRef faceItem() const { return faceItem_; }
   void setFaceItem(MenuItemRef item);
 
-  /// Shows a title on the face and selects no item.
+  /// Shows a title on the face, until an item is selected, and selects none.
   void setTitle(const QString& title);
   /// What the face reads.
   QString title() const;
+
+  /// Whether the menu shows a check mark beside the item.
+  bool isMarked(int index) const;
 
   bool allowsMixedState() const { return allowsMixedState_; }
   void setAllowsMixedState(bool allows) { allowsMixedState_ = allows; }
@@ -50,21 +56,18 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   /// Posts that the menu is about to open, then opens it.
   void showPopup() override;
 
-  QSize minimumSizeHint() const override;
-
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
-  enum class Face { Selection, Item, Title };
-
   void markSelection();
-  void describeFace();
+  void faceChanged();
+  QIcon faceIcon() const;
 
   KVMenuRef menu_;
-  Face face_ = Face::Selection;
+  bool usesItemFromMenu_ = true;
   MenuItemRef faceItem_;
   QString freeTitle_;
   bool allowsMixedState_ = false;

@@ -4,7 +4,8 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "runtime/Object.h"
+#include "platform/Log.h"
+#include "runtime/ClassInfo.h"
 
 namespace kelvar {
 
@@ -37,6 +38,8 @@ class KELVAR_EXPORT View : public Object {
 
  private:
   QPointer<QWidget> widget_;
+  /// What the widget is known by once it is gone.
+  const QWidget* const key_;
   const ClassInfo& info_;
   bool adopted_ = false;
 };
@@ -70,6 +73,25 @@ auto onWidget(R (W::*member)() const) {
     } else {
       return widget ? (widget->*member)() : R();
     }
+  };
+}
+
+/// Describes an outlet, which is set and read as a view. One of another class is refused.
+template <class C, class W>
+auto outletGetter(W* (C::*get)() const) {
+  return [get](const C& owner) { return View::of((owner.*get)()); };
+}
+template <class C, class W>
+auto outletSetter(void (C::*set)(W*)) {
+  return [set](C& owner, const ViewRef& view) {
+    W* const widget = widgetOf<W>(view);
+    if (view && view->widget() && !widget) {
+      const QMetaObject& actual = *view->widget()->metaObject();
+      logLine(u"%@: the outlet %@ is a %@", {owner.classInfo().name(), view->widget()->objectName(),
+                                             QLatin1String(actual.className())});
+      return;
+    }
+    (owner.*set)(widget);
   };
 }
 
