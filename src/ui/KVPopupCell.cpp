@@ -1,10 +1,7 @@
 #include "ui/KVPopupCell.h"
 
-#include <QLabel>
-
 #include "runtime/ClassInfo.h"
 #include "runtime/DelegateInfo.h"
-#include "ui/ImageView.h"
 #include "ui/InterfaceFile.h"
 
 namespace kelvar {
@@ -123,8 +120,6 @@ void KVPopupCell::setTitleField(QLabel* field) {
   titleField_ = field;
   if (field) field->setTextFormat(Qt::PlainText);
 }
-
-void KVPopupCell::setImageView(ImageView* view) { imageView_ = view; }
 
 void KVPopupCell::setImage(const ImageRef& image) {
   image_ = image ? std::make_shared<Image>(*image) : nullptr;

@@ -1,15 +1,15 @@
 #pragma once
 
+#include <QLabel>
+
 #include "platform/Image.h"
+#include "ui/ImageView.h"
 #include "ui/KVPopupCellDelegate.h"
 #include "ui/PopUpButton.h"
 #include "ui/ViewController.h"
 
-class QLabel;
-
 namespace kelvar {
 
-class ImageView;
 class KVPopupCell;
 using KVPopupCellRef = std::shared_ptr<KVPopupCell>;
 
@@ -49,7 +49,7 @@ class KELVAR_EXPORT KVPopupCell : public Object, public ViewController {
   QLabel* titleField() const { return titleField_; }
   void setTitleField(QLabel* field);
   ImageView* imageView() const { return imageView_; }
-  void setImageView(ImageView* view);
+  void setImageView(ImageView* view) { imageView_ = view; }
 
   /// Kept for the owner, as is the layer's.
   QString reuseIdentifier() const { return reuseIdentifier_; }

@@ -22,27 +22,27 @@ const ClassInfo& KVView::theClass() {
                        [](const QVariant&) { return View::adopt(KVView::initWithCoder(nullptr)); })
           .property("hidden", &View::isHidden, &View::setHidden)
           .operation("isOpaque", onWidget(&KVView::isOpaque))
-          .operation("refreshShadow", onWidonWidget(&KVView::refreshShadow))
+          .operation("refreshShadow", onWidget(&KVView::refreshShadow))
           .property("dropShadow", onWidget(&KVView::dropShadow),
-                    onWidonWidget(&KVView::setDropShadow))
+                    onWidget(&KVView::setDropShadow))
           .property("backgroundColor", onWidget(&KVView::backgroundColor),
-                    onWidonWidget(&KVView::setBackgroundColor))
+                    onWidget(&KVView::setBackgroundColor))
           .property("borderColor", onWidget(&KVView::borderColor),
-                    onWidonWidget(&KVView::setBorderColor))
+                    onWidget(&KVView::setBorderColor))
           .property("borderWidth", onWidget(&KVView::borderWidth),
-                    onWidonWidget(&KVView::setBorderWidth))
+                    onWidget(&KVView::setBorderWidth))
           .property("innerShadowSize", onWidget(&KVView::innerShadowSize),
-                    onWidonWidget(&KVView::setInnerShadowSize))
+                    onWidget(&KVView::setInnerShadowSize))
           .property("innerShadowBlur", onWidget(&KVView::innerShadowBlur),
-                    onWidonWidget(&KVView::setInnerShadowBlur))
+                    onWidget(&KVView::setInnerShadowBlur))
           .property("innerShadowColor", onWidget(&KVView::innerShadowColor),
-                    onWidonWidget(&KVView::setInnerShadowColor))
+                    onWidget(&KVView::setInnerShadowColor))
           .property("shadowSize", onWidget(&KVView::shadowSize),
-                    onWidonWidget(&KVView::setShadowSize))
+                    onWidget(&KVView::setShadowSize))
           .property("shadowBlur", onWidget(&KVView::shadowBlur),
-                    onWidonWidget(&KVView::setShadowBlur))
+                    onWidget(&KVView::setShadowBlur))
           .property("shadowColor", onWidget(&KVView::shadowColor),
-                    onWidonWidget(&KVView::setShadowColor));
+                    onWidget(&KVView::setShadowColor));
   return kClass;
 }
 

@@ -1,8 +1,5 @@
 #include "ui/KVViewController.h"
 
-#include <QAbstractButton>
-#include <QCheckBox>
-#include <QLabel>
 #include <QLayout>
 #include <cmath>
 
@@ -12,9 +9,7 @@
 #include "platform/Workspace.h"
 #include "runtime/ClassInfo.h"
 #include "runtime/DelegateInfo.h"
-#include "ui/ImageView.h"
 #include "ui/InterfaceFile.h"
-#include "ui/PopUpButton.h"
 #include "ui/WrappedText.h"
 
 namespace kelvar {
@@ -276,21 +271,6 @@ void KVViewController::setMessageRead() {
                         key);
 }
 
-void KVViewController::setImageQualityPopupButton(PopUpButton* button) {
-  imageQualityPopupButton_ = button;
-}
-void KVViewController::setLayerRotateButton(QAbstractButton* button) {
-  layerRotateButton_ = button;
-}
-void KVViewController::setLayerFlipButton(QAbstractButton* button) { layerFlipButton_ = button; }
-void KVViewController::setIncludeInArtboardButton(QCheckBox* button) {
-  includeInArtboardButton_ = button;
-}
-void KVViewController::setImageView(ImageView* view) { imageView_ = view; }
-void KVViewController::setActionButton(QAbstractButton* button) { actionButton_ = button; }
-void KVViewController::setSoftCloseButton(QAbstractButton* button) { softCloseButton_ = button; }
-
-// Texts come from servers: they are never read as rich text.
 void KVViewController::setMessageLabel(QLabel* label) {
   messageLabel_ = label;
   if (label) label->setTextFormat(Qt::PlainText);

@@ -1,22 +1,21 @@
 #pragma once
 
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QLabel>
 #include <QUrl>
 
 #include "actions/KVAction.h"
 #include "core/KVPersister.h"
 #include "platform/Image.h"
+#include "ui/ImageView.h"
 #include "ui/KVViewControllerDelegate.h"
+#include "ui/PopUpButton.h"
 #include "ui/ViewController.h"
-
-class QAbstractButton;
-class QCheckBox;
-class QLabel;
 
 namespace kelvar {
 
-class ImageView;
 class KVViewController;
-class PopUpButton;
 using KVViewControllerRef = std::shared_ptr<KVViewController>;
 
 /// Controls one part of the panel: the row of a layer, a message line with an action, or the banner
@@ -67,24 +66,25 @@ class KELVAR_EXPORT KVViewController : public KVPersister, public ViewController
   /// message without its texts.
   void setMessageRead();
 
+  /// Texts of labels are never read as rich text: some come from servers.
   PopUpButton* imageQualityPopupButton() const { return imageQualityPopupButton_; }
-  void setImageQualityPopupButton(PopUpButton* button);
+  void setImageQualityPopupButton(PopUpButton* button) { imageQualityPopupButton_ = button; }
   QAbstractButton* layerRotateButton() const { return layerRotateButton_; }
-  void setLayerRotateButton(QAbstractButton* button);
+  void setLayerRotateButton(QAbstractButton* button) { layerRotateButton_ = button; }
   QAbstractButton* layerFlipButton() const { return layerFlipButton_; }
-  void setLayerFlipButton(QAbstractButton* button);
+  void setLayerFlipButton(QAbstractButton* button) { layerFlipButton_ = button; }
   QCheckBox* includeInArtboardButton() const { return includeInArtboardButton_; }
-  void setIncludeInArtboardButton(QCheckBox* button);
+  void setIncludeInArtboardButton(QCheckBox* button) { includeInArtboardButton_ = button; }
   ImageView* imageView() const { return imageView_; }
-  void setImageView(ImageView* view);
+  void setImageView(ImageView* view) { imageView_ = view; }
   QLabel* messageLabel() const { return messageLabel_; }
   void setMessageLabel(QLabel* label);
   QAbstractButton* actionButton() const { return actionButton_; }
-  void setActionButton(QAbstractButton* button);
+  void setActionButton(QAbstractButton* button) { actionButton_ = button; }
   QLabel* softMessageLabel() const { return softMessageLabel_; }
   void setSoftMessageLabel(QLabel* label);
   QAbstractButton* softCloseButton() const { return softCloseButton_; }
-  void setSoftCloseButton(QAbstractButton* button);
+  void setSoftCloseButton(QAbstractButton* button) { softCloseButton_ = button; }
 
   /// Where `setMessageRead` reads and writes; there is one from `viewDidLoad` on.
   KVPersisterRef persister() const { return persister_; }
