@@ -58,7 +58,7 @@ void KVButton::paintEvent(QPaintEvent* event) {
     painter.setFont(styledTitle_.font);
   }
   const QRect inside = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
-  option.text = painter.fontMetrics().elidedText(text(), Qt::ElideRight, inside.width() - 8);
+  option.text = painter.fontMetrics().elidedText(text(), Qt::ElideRight, inside.width());
   painter.drawControl(QStyle::CE_PushButton, option);
 }
 
