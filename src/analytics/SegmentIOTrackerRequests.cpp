@@ -125,7 +125,7 @@ QString SegmentIOTracker::DateFormatter::stringFromDate(const QDateTime& date) c
   const int minutes = std::abs(local.offsetFromUtc()) / 60;
   return local.toString(QStringLiteral("yyyy-MM-dd'T'HH:mm:ss.zzz")) +
          QStringLiteral("%1%2%3")
-             .arg(local.offsetFromUtc() < 0 ? u'-' : u'+')
+             .arg(QLatin1Char(local.offsetFromUtc() < 0 ? '-' : '+'))
              .arg(minutes / 60, 2, 10, QLatin1Char('0'))
              .arg(minutes % 60, 2, 10, QLatin1Char('0'));
 }

@@ -38,7 +38,9 @@ const ClassInfo& Tracker::theClass() {
   return kClass;
 }
 
-Tracker::Tracker() : asDelegate_(this, [](TimedTrackerDelegate*) {}) {
+// The pointer's type matters: from that of an `Object` it would take `shared_from_this` over.
+Tracker::Tracker()
+    : asDelegate_(static_cast<TimedTrackerDelegate*>(this), [](TimedTrackerDelegate*) {}) {
   timed_->setDelegate(asDelegate_);
 }
 

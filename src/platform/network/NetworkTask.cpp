@@ -21,6 +21,33 @@ bool isAllowed(const QUrl& address) {
   return address.scheme() == QStringLiteral("http") && isThisMachine(address.host());
 }
 
+/// Bytes that can be read once.
+class OneWayBuffer : public QIODevice {
+ public:
+  OneWayBuffer(QByteArray bytes, QObject* parent) : QIODevice(parent), bytes_(std::move(bytes)) {
+    open(QIODevice::ReadOnly);
+  }
+  bool isSequential() const override { return true; }
+  bool seek(qint64) override { return false; }
+  qint64 bytesAvailable() const override {
+    return bytes_.size() - at_ + QIODevice::bytesAvailable();
+  }
+
+ protected:
+  qint64 readData(char* to, qint64 most) override {
+    const qint64 count = std::min(most, bytes_.size() - at_);
+    if (count == 0 && most > 0) return -1;
+    std::copy_n(bytes_.data() + at_, count, to);
+    at_ += count;
+    return count;
+  }
+  qint64 writeData(const char*, qint64) override { return -1; }
+
+ private:
+  const QByteArray bytes_;
+  qint64 at_ = 0;
+};
+
 bool isPost(const URLRequest& request) { return request.method == "POST"; }
 
 /// Without what may be secret.
@@ -67,7 +94,7 @@ void NetworkTask::send() {
   // Qt 6.4 loses its way where it asks us about each redirection and follows them itself.
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                        QNetworkRequest::ManualRedirectPolicy);
-  reply_ = isPost(request_) ? manager_->post(request, request_.body) : manager_->get(request);
+  reply_ = isPost(request_) ? post(request) : manager_->get(request);
   reply_->setParent(this);
   connect(reply_, &QNetworkReply::sslErrors, this, [this](const QList<QSslError>& errors) {
     fail(QStringLiteral("the server is not to be trusted: %1").arg(errors[0].errorString()));
@@ -75,6 +102,15 @@ void NetworkTask::send() {
   connect(reply_, &QNetworkReply::metaDataChanged, this, [this] { silence_.start(); });
   connect(reply_, &QNetworkReply::readyRead, this, &NetworkTask::read);
   connect(reply_, &QNetworkReply::finished, this, &NetworkTask::finish);
+}
+
+/// From a device that cannot be rewound: otherwise Qt sends the request again, and again, when the
+/// server closes the connection without an answer.
+QNetworkReply* NetworkTask::post(QNetworkRequest request) {
+  request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+  request.setHeader(QNetworkRequest::ContentLengthHeader, request_.body.size());
+  auto* const body = new OneWayBuffer(request_.body, this);
+  return manager_->post(request, body);
 }
 
 void NetworkTask::follow(const QUrl& redirection) {
