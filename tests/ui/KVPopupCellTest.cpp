@@ -242,9 +242,9 @@ TEST_F(Cell, IsKnownToScriptsWithItsDelegate) {
   const ObjectRef object = info->create(text("init"));
   ASSERT_TRUE(object);
   info->call(*object, text("view"));
+  const QVariant items = QVariantList{item("A", "a"), item("B", "b")};
   const QVariant made =
-      *ClassInfo::find(text("KVMenu"))
-           ->callClass(text("menuWithItems:"), {QVariantList{item("A", "a"), item("B", "b")}});
+      *ClassInfo::find(text("KVMenu"))->callClass(text("menuWithItems:"), QVariantList(1, items));
   const DelegateInfo& told = KVPopupCellDelegate::theDelegate();
   const std::shared_ptr<void> delegate = told.make();
   int calls = 0;

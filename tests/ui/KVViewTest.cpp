@@ -74,10 +74,10 @@ TEST_P(Styled, FillAndBorderCastTheInnerShadow) {
   const struct {
     double x, y;
     QColor color;
-  } points[] = {{1, 15, Qt::blue},          {3, 15, Qt::transparent}, {5, 15, Qt::green},
-                {6.5, 15, Qt::green},       {7, 15, Qt::transparent}, {20, 1, Qt::blue},
-                {20, 2.5, Qt::transparent}, {20, 3, Qt::green},       {20, 4.5, Qt::green},
-                {20, 5, Qt::transparent},   {20, 29, Qt::blue}};
+  } points[] = {{1, 15, Qt::blue},        {2.5, 15, Qt::transparent}, {5, 15, Qt::green},
+                {6.5, 15, Qt::green},     {7, 15, Qt::transparent},   {20, 1, Qt::blue},
+                {20, 2.5, Qt::green},     {20, 3, Qt::green},         {20, 4.5, Qt::green},
+                {20, 5, Qt::transparent}, {20, 29, Qt::blue}};
   for (const auto& [x, y, color] : points) EXPECT_EQ(at(image, x, y), color) << x << " " << y;
 
   // Under a fill that lets it through.
