@@ -10,13 +10,14 @@ const QString kKey = QStringLiteral("io.kelvarlabs.tracker.lastPayload");
 const QString kPath = QStringLiteral("path");
 const QString kBody = QStringLiteral("body");
 
-/// Empty when there is nothing to be written.
+/// To be written; empty when it is.
 QVariantMap& waiting() {
   static QVariantMap payload;
   return payload;
 }
 
 void write() {
+  if (waiting().isEmpty()) return;
   UserDefaults::standard().setObject(waiting(), kKey);
   waiting().clear();
 }
@@ -28,9 +29,8 @@ QString stored(const QString& key) {
 }  // namespace
 
 void LastPayload::keep(const URLRequest& request) {
-  const bool isWritten = !waiting().isEmpty();
   waiting() = {{kPath, request.address.path()}, {kBody, QString::fromUtf8(request.body)}};
-  if (!isWritten) MainQueue::async(write);
+  MainQueue::async(write);
 }
 
 QString LastPayload::path() { return stored(kPath); }

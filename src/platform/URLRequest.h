@@ -11,7 +11,7 @@ namespace kelvar {
 struct URLRequest {
   /// GET or POST.
   QByteArray method = "GET";
-  QUrl address;
+  QUrl address = {};
   QList<std::pair<QByteArray, QByteArray>> headers = {};
   QByteArray body = {};
 };

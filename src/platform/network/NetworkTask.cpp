@@ -154,8 +154,8 @@ void NetworkTask::finish() {
   if (!answer_.error.isNull()) return complete();
   const QUrl redirection = reply_->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
   if (!redirection.isEmpty() && !isPost(request_)) return follow(redirection);
-  if (!unpack()) answer_.error = QStringLiteral("the answer cannot be unpacked");
   if (answer_.body.isNull()) answer_.body = QByteArray("");
+  if (!unpack()) answer_.error = QStringLiteral("the answer cannot be unpacked");
   complete();
 }
 
