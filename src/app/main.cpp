@@ -8,6 +8,7 @@
 #include "app/archive.h"
 #include "app/checkVersion.h"
 #include "app/map.h"
+#include "app/render.h"
 #include "app/settings.h"
 
 namespace {
@@ -35,6 +36,7 @@ int run(int argc, char** argv) {
     std::function<void()> run;
   } commands[] = {
       {"map", kelvar::app::addMap(program)},
+      {"render", kelvar::app::addRender(program)},
       {"archive", kelvar::app::addArchive(program)},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},

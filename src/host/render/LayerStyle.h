@@ -81,9 +81,10 @@ enum class Marker {
   FilledSquare = 7
 };
 
-/// How pictures are toned; each from -1 to 1 with 0 for as it is, the hue in radians.
+/// How pictures are toned. 1 leaves contrast and saturation as they are; the hue is turned by
+/// radians.
 struct ColorControls {
-  double brightness = 0, contrast = 0, saturation = 0, hue = 0;
+  double brightness = 0, contrast = 1, saturation = 1, hue = 0;
 };
 
 struct LayerStyle {

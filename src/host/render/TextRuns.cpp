@@ -53,7 +53,7 @@ QColor archivedColor(const QVariantMap& color) {
   for (const QByteArray& part : text.split(' ')) {
     parts.append(std::clamp(part.toFloat(), 0.f, 1.f));
   }
-  if (isGray) parts.insert(1, {parts[0], parts[0]});
+  if (isGray) parts.insert(1, 2, parts[0]);
   if (parts.size() < 3) return Qt::black;
   return QColor::fromRgbF(parts[0], parts[1], parts[2], parts.value(3, 1));
 }

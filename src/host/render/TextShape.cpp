@@ -252,7 +252,7 @@ class Typesetter {
     double widest = 0;
     for (const Line& line : lines_) widest = std::max(widest, line.width);
     // What another font was measured for would run out of its place.
-    const bool isStretched = !shape_.missingFonts.isEmpty() && !breaksLines() && widest > 0 &&
+    const bool isStretched = box_.fitsText && !shape_.missingFonts.isEmpty() && !breaksLines() && widest > 0 &&
                              box_.size.width() > 0;
     const double stretch =
         isStretched ? std::clamp((box_.size.width() - 0.5) / widest, 0.6, 1.5) : 1;

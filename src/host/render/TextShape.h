@@ -19,6 +19,8 @@ struct TextBox {
   Vertical vertical = Vertical::Top;
   /// Whether glyphs are centred in a fixed line height, rather than set onto its bottom.
   bool centresInLineHeight = false;
+  /// Whether the frame was made for this text.
+  bool fitsText = true;
 };
 
 /// A text set in lines: outlines of its glyphs and of the lines drawn along them, from the layer's
