@@ -7,6 +7,7 @@
 #include "app/Failure.h"
 #include "app/archive.h"
 #include "app/checkVersion.h"
+#include "app/layers.h"
 #include "app/map.h"
 #include "app/render.h"
 #include "app/settings.h"
@@ -37,6 +38,7 @@ int run(int argc, char** argv) {
   } commands[] = {
       {"map", kelvar::app::addMap(program)},
       {"render", kelvar::app::addRender(program)},
+      {"layers", kelvar::app::addLayers(program)},
       {"archive", kelvar::app::addArchive(program)},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},

@@ -1,7 +1,6 @@
 #include "host/SketchDocument.h"
 
 #include <QCryptographicHash>
-#include <functional>
 
 #include "host/SketchJson.h"
 #include "platform/ImageFile.h"
@@ -41,9 +40,10 @@ QString objectionToLayers(const SketchJson& layer) {
   return {};
 }
 
-void eachLayer(const SketchLayerRef& layer, const std::function<void(const SketchLayerRef&)>& see) {
-  see(layer);
-  for (const SketchLayerRef& child : layer->children()) eachLayer(child, see);
+void removeReferenced(const SketchJson& value, QSet<QString>* names) {
+  if (value.is_object()) names->remove(textIn(value, "_ref"));
+  if (!value.is_structured()) return;
+  for (const SketchJson& part : value) removeReferenced(part, names);
 }
 
 }  // namespace
@@ -118,11 +118,11 @@ QString SketchDocument::readPages() {
     if (!problem.isEmpty()) return problem;
     pages_.append(SketchLayer::make(page.json, page.isChanged, nullptr));
     pageFiles_.append(page);
-    eachLayer(pages_.last(), [this](const SketchLayerRef& layer) {
-      if (layer->kind() != u"symbolMaster") return;
+    for (const SketchLayerRef& layer : pages_.last()->withDescendants()) {
+      if (layer->kind() != u"symbolMaster") continue;
       const QString symbolID = textIn(layer->json(), "symbolID");
       if (!symbolMasters_.contains(symbolID)) symbolMasters_.insert(symbolID, layer);
-    });
+    }
   }
   return pages_.isEmpty() ? QStringLiteral("it has no pages") : QString();
 }
@@ -168,10 +168,21 @@ QByteArray SketchDocument::bytes(QString* error) const {
     if (*file.isChanged) replaced[file.name] = writeSketchJson(*file.json);
   }
   for (auto i = changedFiles_.begin(); i != changedFiles_.end(); ++i) replaced[i.key()] = i.value();
+  const QSet<QString> unused = unusedImages();
+  for (const QString& name : unused) replaced.erase(name);
   QString problem;
-  const QByteArray bytes = archive_->written(replaced, &problem);
+  const QByteArray bytes = archive_->written(replaced, unused, &problem);
   if (bytes.isEmpty()) *error = QStringLiteral("cannot pack the document: %1").arg(problem);
   return bytes;
+}
+
+QSet<QString> SketchDocument::unusedImages() const {
+  QSet<QString> unused = replacedImages_;
+  for (const JsonFile& file : pageFiles_ + QList<JsonFile>{document_}) {
+    if (unused.isEmpty()) break;
+    removeReferenced(*file.json, &unused);
+  }
+  return unused;
 }
 
 QString SketchDocument::appVersion() const { return textIn(meta(), "appVersion"); }
@@ -200,10 +211,10 @@ QList<SketchLayerRef> SketchDocument::artboards() const {
 QList<SketchLayerRef> SketchDocument::layersNamed(const QString& nameOrID) const {
   QList<SketchLayerRef> identified, named;
   for (const SketchLayerRef& page : pages_) {
-    eachLayer(page, [&](const SketchLayerRef& layer) {
+    for (const SketchLayerRef& layer : page->withDescendants()) {
       if (layer->objectID() == nameOrID) identified.append(layer);
       if (layer->name() == nameOrID) named.append(layer);
-    });
+    }
   }
   return identified.isEmpty() ? named : identified;
 }

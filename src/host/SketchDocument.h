@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include "host/SketchLayer.h"
@@ -70,6 +71,8 @@ class KELVAR_EXPORT SketchDocument : public Object {
   QStringList fileNames() const;
   /// Adds or replaces a file that is neither JSON of the document nor a page.
   void setFile(const QString& name, const QByteArray& bytes);
+  /// Leaves a picture out of what is saved, unless something still refers to it by then.
+  void dropWhenUnused(const QString& image) { replacedImages_.insert(image); }
 
  private:
   struct JsonFile {
@@ -86,6 +89,8 @@ class KELVAR_EXPORT SketchDocument : public Object {
   QString readPages();
   void readForeignSymbols();
   void readStyles();
+  /// Which of the replaced pictures nobody refers to.
+  QSet<QString> unusedImages() const;
 
   QString path_;
   std::shared_ptr<ZipArchive> archive_;
@@ -97,6 +102,7 @@ class KELVAR_EXPORT SketchDocument : public Object {
   QHash<QString, SketchLayerRef> symbolMasters_;
   QHash<QString, const nlohmann::ordered_json*> sharedStyles_;
   QHash<QString, QByteArray> changedFiles_;
+  QSet<QString> replacedImages_;
   mutable QHash<QString, ImageRef> images_;
 };
 

@@ -71,13 +71,22 @@ double SketchLayer::rotation() const { return numberIn(*json_, "rotation"); }
 bool SketchLayer::isFlippedHorizontal() const { return flagIn(*json_, "isFlippedHorizontal"); }
 bool SketchLayer::isFlippedVertical() const { return flagIn(*json_, "isFlippedVertical"); }
 
+SketchLayerRef SketchLayer::self() const {
+  return std::static_pointer_cast<SketchLayer>(std::const_pointer_cast<Object>(shared_from_this()));
+}
+
+QList<SketchLayerRef> SketchLayer::withDescendants() const {
+  QList<SketchLayerRef> all{self()};
+  for (const SketchLayerRef& child : children_) all += child->withDescendants();
+  return all;
+}
+
 QVariantList SketchLayer::layers() const {
   QVariantList layers;
   for (const SketchLayerRef& child : children_) layers.append(toVariant(child));
   const SketchLayerRef around = parent();
   if (isShape() && !(around && around->isShapeGroup())) {
-    const ObjectRef self = std::const_pointer_cast<Object>(shared_from_this());
-    layers.append(QVariant::fromValue(self));
+    layers.append(toVariant(self()));
   }
   return layers;
 }

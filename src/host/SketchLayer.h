@@ -50,6 +50,8 @@ class KELVAR_EXPORT SketchLayer : public Object {
 
   /// The layers within it, the lowest first. A shape has none.
   const QList<SketchLayerRef>& children() const { return children_; }
+  /// The layer itself and all below it, in the order in which they are drawn.
+  QList<SketchLayerRef> withDescendants() const;
   /// What the key "layers" answers: the children, and for a shape that stands by itself the shape,
   /// as if it were still the only child of a group.
   QVariantList layers() const;
@@ -90,6 +92,7 @@ class KELVAR_EXPORT SketchLayer : public Object {
  private:
   friend class SketchDocument;
   SketchLayer() = default;
+  SketchLayerRef self() const;
 
   /// The layer whose JSON is `json`, with all below it.
   static SketchLayerRef make(const std::shared_ptr<nlohmann::ordered_json>& json,

@@ -131,7 +131,7 @@ QByteArray ZipArchive::file(const QString& name, QString* error) const {
 }
 
 QByteArray ZipArchive::written(const std::map<QString, QByteArray>& replaced,
-                               QString* error) const {
+                               const QSet<QString>& removed, QString* error) const {
   zip_source_t* source = nullptr;
   const int flags = bytes_.isEmpty() ? ZIP_CREATE | ZIP_TRUNCATE : 0;
   Archive archive = openOver(bytes_, flags, &source, error);
@@ -141,6 +141,9 @@ QByteArray ZipArchive::written(const std::map<QString, QByteArray>& replaced,
       *error = sentenceOf(zip_get_error(archive.get()));
       return {};
     }
+  }
+  for (const QString& name : removed) {
+    if (contains(name)) zip_delete(archive.get(), indexes_.value(name));
   }
   zip_source_keep(source);
   QByteArray result;
