@@ -1,10 +1,11 @@
 #include "app/layers.h"
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <memory>
 
+#include "app/DocumentCommand.h"
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "geometry/PointList.h"
 #include "host/LayerMapping.h"
 #include "host/LayerSettings.h"
@@ -37,12 +38,6 @@ bool isDesign(const SketchLayer& layer) {
   return layer.isArtboard() && frame.width() > 0 && frame.height() > 0;
 }
 
-/// A shape in a shape group lends the group its outline; the design goes onto the group.
-bool takesDesign(const SketchLayerRef& layer) {
-  const SketchLayerRef around = layer->parent();
-  return !(around && around->isShapeGroup()) && LayerMapping::canMapOnto(layer);
-}
-
 QVariantMap asMap(const SketchLayerRef& layer) {
   const QRectF frame = layer->frameRect();
   QVariantMap map{{QStringLiteral("name"), layer->name()},
@@ -53,7 +48,7 @@ QVariantMap asMap(const SketchLayerRef& layer) {
                   {QStringLiteral("width"), frame.width()},
                   {QStringLiteral("height"), frame.height()},
                   {QStringLiteral("isDesign"), isDesign(*layer)},
-                  {QStringLiteral("takesDesign"), takesDesign(layer)}};
+                  {QStringLiteral("takesDesign"), LayerMapping::canMapOnto(layer)}};
   if (const auto settings = LayerSettings::of(*layer)) {
     map.insert(
         QStringLiteral("mapped"),
@@ -82,15 +77,7 @@ QByteArray asJson(const SketchDocument& document) {
   if (json.isEmpty()) {
     throw Failure(Failure::kFailed, QStringLiteral("the layers cannot be listed: ") + error);
   }
-  return json + '\n';
-}
-
-/// Names come from strangers: what would move the terminal's cursor is shown as a blank.
-QString printable(QString name) {
-  for (QChar& c : name) {
-    if (c.category() == QChar::Other_Control) c = u' ';
-  }
-  return name;
+  return json;
 }
 
 void appendLines(const SketchLayerRef& layer, int depth, QString* lines) {
@@ -103,27 +90,18 @@ void appendLines(const SketchLayerRef& layer, int depth, QString* lines) {
   }
   *lines += QStringLiteral("  ") + printable(layer->objectID());
   if (isDesign(*layer)) *lines += QStringLiteral("  [can be a design]");
-  if (takesDesign(layer)) *lines += QStringLiteral("  [takes a design]");
+  if (LayerMapping::canMapOnto(layer)) *lines += QStringLiteral("  [takes a design]");
   *lines += u'\n';
   for (const SketchLayerRef& child : layer->children()) appendLines(child, depth + 1, lines);
 }
 
 void run(const Arguments& arguments) {
-  QString error;
-  const auto document = SketchDocument::open(QString::fromStdString(arguments.document), &error);
-  if (!document) throw Failure(Failure::kFailed, error);
-  QByteArray out;
-  if (arguments.json) {
-    out = asJson(*document);
-  } else {
-    QString lines;
-    for (const SketchLayerRef& page : document->pages()) appendLines(page, 0, &lines);
-    out = lines.toUtf8();
-  }
-  if (std::fwrite(out.constData(), 1, size_t(out.size()), stdout) != size_t(out.size()) ||
-      std::fflush(stdout) != 0) {
-    throw Failure(Failure::kFailed, QStringLiteral("cannot write to standard output"));
-  }
+  const SketchDocumentRef document = openDocument(arguments.document);
+  if (arguments.json) return print(asJson(*document));
+  QString lines;
+  for (const SketchLayerRef& page : document->pages()) appendLines(page, 0, &lines);
+  lines.chop(1);
+  print(lines.toUtf8());
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "app/layers.h"
 #include "app/map.h"
 #include "app/render.h"
+#include "app/refresh.h"
 #include "app/settings.h"
 
 namespace {
@@ -39,6 +40,7 @@ int run(int argc, char** argv) {
       {"map", kelvar::app::addMap(program)},
       {"render", kelvar::app::addRender(program)},
       {"layers", kelvar::app::addLayers(program)},
+      {"refresh", kelvar::app::addRefresh(program)},
       {"archive", kelvar::app::addArchive(program)},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},

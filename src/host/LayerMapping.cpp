@@ -106,6 +106,11 @@ PointList LayerMapping::cornersOf(const SketchLayerRef& layer) {
 }
 
 QString LayerMapping::objectionTo(const SketchLayerRef& layer) {
+  const SketchLayerRef around = layer->parent();
+  if (around && around->isShapeGroup()) {
+    return QStringLiteral("it is a part of the shape group \"%1\", which is what takes a design")
+        .arg(around->name());
+  }
   if (!layer->isShape() && !layer->isShapeGroup()) {
     return QStringLiteral("it is no shape (%1)").arg(layer->kind());
   }
@@ -133,10 +138,10 @@ QString LayerMapping::objection() const {
       .arg(ImageFile::kMaxBytes >> 20);
 }
 
-QSizeF LayerMapping::neededSize() const {
+QSizeF LayerMapping::vectorSize() const {
   const Mapping mapping{
       .path = points_, .rotation = settings_.rotation, .flipped = settings_.isFlipped};
-  return Mapping::neededSize(mapping.quadOnPhoto());
+  return Mapping::vectorSize(mapping.quadOnPhoto());
 }
 
 ImageRef LayerMapping::picture(const ImageRef& design, warp::Sampling sampling, int threads) const {

@@ -14,7 +14,7 @@ namespace kelvar {
 /// the frame again, the design's corners lie on the layer's corners whatever the frame's fractions.
 class KELVAR_EXPORT LayerMapping {
  public:
-  /// `layer` is a shape or a shape group.
+  /// `layer` is one that `objectionTo` has nothing against.
   LayerMapping(SketchLayerRef layer, const LayerSettings& settings);
 
   /// The layer's corners in its own coordinates, clockwise, as the layer iterator reads them.
@@ -28,8 +28,8 @@ class KELVAR_EXPORT LayerMapping {
   QString objection() const;
   /// The size of the picture in pixels.
   QSizeF pixelSize() const { return pixelSize_; }
-  /// The pixels that a design needs to be nowhere magnified.
-  QSizeF neededSize() const;
+  /// The pixels at which a design is drawn that can be drawn at any size.
+  QSizeF vectorSize() const;
 
   /// The design in perspective in the layer's frame, transparent beside the shape. Not valid when
   /// it cannot be mapped. The design is not changed.

@@ -11,7 +11,7 @@ namespace kelvar {
 /// again: members of the layer's "userInfo" under "io.kelvarlabs.kelvar".
 struct KELVAR_EXPORT LayerSettings {
   /// The identifier of the artboard that is the design; null when the design came from elsewhere.
-  QString artboard;
+  QString artboard{};
   /// Pixels of the picture for each point of the layer.
   double quality = 1;
   /// Quarter turns of the design within the layer, counter-clockwise, 0 to 3.
@@ -20,7 +20,7 @@ struct KELVAR_EXPORT LayerSettings {
   /// Whether the picture is seen where the layer's own artboard serves as a design.
   bool isIncludedInArtboards = true;
   /// The reference of the picture in the layer's fills, "images/…".
-  QString image;
+  QString image{};
 
   /// None when nothing was mapped onto the layer. What cannot be read is as by default.
   static std::optional<LayerSettings> of(const SketchLayer& layer);
