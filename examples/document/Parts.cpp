@@ -9,10 +9,10 @@ namespace parts {
 namespace {
 
 /// The version of documents that are written, and a host that writes such.
-constexpr int kVersion = 136;
+constexpr int kVersion = 146;
 constexpr int kCompatibilityVersion = 99;
-constexpr const char* kAppVersion = "72.4";
-constexpr int kBuild = 110199;
+constexpr const char* kAppVersion = "97.1";
+constexpr int kBuild = 165454;
 constexpr const char* kApp = "com.bohemiancoding.sketch3";
 
 /// Handle length of a quarter circle of radius 1: 4/3 (sqrt(2) - 1).

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 
 #include "geometry/PointList.h"
 
@@ -133,7 +134,8 @@ QString textIn(const SketchJson& object, const char* key) {
 }
 
 QPointF pointIn(const SketchJson& object, const char* key) {
-  return pointFromString(textIn(object, key));
+  const QPointF point = pointFromString(textIn(object, key));
+  return {std::isfinite(point.x()) ? point.x() : 0, std::isfinite(point.y()) ? point.y() : 0};
 }
 
 QRectF rectIn(const SketchJson& object, const char* key) {

@@ -39,7 +39,7 @@ int integerIn(const SketchJson& object, const char* key, int otherwise = 0);
 bool flagIn(const SketchJson& object, const char* key, bool otherwise = false);
 /// A null string when it is missing.
 QString textIn(const SketchJson& object, const char* key);
-/// Of a point string "{0.5, 1}".
+/// Of a point string "{0.5, 1}"; what is not finite in it is 0.
 QPointF pointIn(const SketchJson& object, const char* key);
 /// Of an object with x, y, width and height.
 QRectF rectIn(const SketchJson& object, const char* key);
