@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 /// To whole pixels, unless digits that were lost on the way would add one.
 QRect pixelRect(const QRectF& rect) {
-  constexpr double kLost = 1e-6;
+  constexpr double kLost = 1e-3;
   return rect.adjusted(kLost, kLost, -kLost, -kLost).toAlignedRect();
 }
 
@@ -88,6 +88,7 @@ ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, 
     painter.paintLayer(json, canvas);
   }
   warnings_ = painter.warnings();
+  lastOrigin = surface.origin;
   return std::make_shared<Image>(surface.pixels, QSizeF(surface.pixels.size()) / scale);
 }
 

@@ -38,6 +38,7 @@ class KELVAR_EXPORT ArtboardRenderer {
 
   /// A sentence for each thing that was not drawn as the document wants it, since the last call.
   const QStringList& warnings() const { return warnings_; }
+  QPointF lastOrigin;
 
  private:
   QRectF extentOf(const SketchLayer& layer) const;

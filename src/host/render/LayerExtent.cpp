@@ -10,7 +10,7 @@
 namespace kelvar::render {
 namespace {
 
-constexpr int kFirstWithSidesOfTheirOwn = 112;
+constexpr int kFirstWithEachShadow = 112;
 
 double borderMargin(const LayerStyle& style) {
   double margin = 0;
@@ -30,14 +30,11 @@ QRectF grown(const QRectF& rect, double margin) {
 QRectF withStyle(const QRectF& rect, const LayerStyle& style, int documentVersion) {
   const QRectF body = grown(rect, borderMargin(style));
   QRectF extent = body;
+  const bool isOld = documentVersion < kFirstWithEachShadow;
   for (const Shadow& shadow : style.shadows) {
-    const QPointF offset = shadow.offset;
-    if (documentVersion < kFirstWithSidesOfTheirOwn) {
-      const double farthest = std::max(std::abs(offset.x()), std::abs(offset.y()));
-      extent |= grown(body, shadowMargin(shadow) + farthest);
-    } else {
-      extent |= grown(body, shadowMargin(shadow)).translated(offset);
-    }
+    const double margin = shadowMargin(shadow) + (isOld ? shadow.blurRadius : 0);
+    extent |= grown(body, margin).translated(shadow.offset);
+    if (isOld) break;
   }
   for (const Blur& blur : style.blurs) {
     if (blur.kind != Blur::Kind::Background) extent |= grown(body, 2 * blur.radius);

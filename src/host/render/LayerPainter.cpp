@@ -409,7 +409,7 @@ TextShape LayerPainter::textOf(const SketchJson& layer) {
   TextBox box{.size = rectIn(layer, "frame").size(),
               .behaviour = TextBox::Behaviour(std::clamp(behaviour, 0, 2)),
               .vertical = TextBox::Vertical(std::clamp(vertical, 0, 2)),
-              .centresInLineHeight = integerIn(layer, "lineSpacingBehaviour") == 2,
+              .hasOldLineSpacing = integerIn(layer, "lineSpacingBehaviour") != 2,
               .fitsText = !flagIn(layer, kIsOverridden)};
   const TextShape shape = shapeText(readTextRuns(layer), box);
   for (const QString& font : shape.missingFonts) {

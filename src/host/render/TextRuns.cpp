@@ -62,9 +62,10 @@ CharacterStyle archivedStyle(const QVariantMap& attributes) {
   CharacterStyle style;
   setFont(attributes.value(u"MSAttributedStringFontAttribute"_s, attributes[u"NSFont"_s]).toMap(),
           &style);
-  const QVariant color =
-      attributes.value(u"MSAttributedStringColorAttribute"_s, attributes[u"NSColor"_s]);
-  if (color.isValid()) style.color = archivedColor(color.toMap());
+  for (const auto& key : {u"NSColor"_s, u"MSAttributedStringColorAttribute"_s,
+                          u"MSAttributedStringColorDictionaryAttribute"_s}) {
+    if (attributes.contains(key)) style.color = archivedColor(attributes[key].toMap());
+  }
   setParagraph(attributes[u"NSParagraphStyle"_s].toMap(), &style);
   style.kerning = attributes[u"NSKern"_s].toDouble();
   style.baselineOffset = attributes[u"NSBaselineOffset"_s].toDouble();

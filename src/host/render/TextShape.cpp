@@ -19,6 +19,8 @@ using Alignment = ParagraphStyle::Alignment;
 constexpr double kZoom = 16;
 constexpr double kMostSize = 4000;
 constexpr double kEndless = 1'000'000;
+/// Widths of a font's versions differ by less than this part.
+constexpr double kMostSpacing = 0.05;
 
 /// Heights above and below the baseline and between lines, in document units; rounded as the
 /// design's platform rounds them.
@@ -27,18 +29,18 @@ struct LineMetrics {
   double height() const { return ascent + descent + leading; }
 };
 
-LineMetrics metricsOf(const QRawFont& font, double size) {
-  double ascent = font.ascent() / kZoom, descent = font.descent() / kZoom,
-         leading = font.leading() / kZoom;
-  // The painter's own numbers may come from a table that other platforms do not read.
-  const QByteArray table = font.fontTable("hhea");
-  if (table.size() >= 10 && font.unitsPerEm() > 0) {
-    const auto at = [&](int offset) {
-      return qFromBigEndian<qint16>(table.constData() + offset) * size / font.unitsPerEm();
+/// The painter's own numbers come now from one of a font's tables, now from another.
+LineMetrics metricsOf(const QRawFont& font, double size, bool asOnWindows) {
+  const QByteArray table = font.fontTable(asOnWindows ? "OS/2" : "hhea");
+  const qsizetype start = asOnWindows ? 74 : 4;
+  double ascent = font.ascent() / kZoom, descent = font.descent() / kZoom, leading = 0;
+  if (table.size() >= start + 6 && font.unitsPerEm() > 0) {
+    const auto at = [&](qsizetype i) {
+      return qFromBigEndian<qint16>(table.constData() + start + 2 * i) * size / font.unitsPerEm();
     };
-    ascent = at(4);
-    descent = -at(6);
-    leading = at(8);
+    ascent = at(0);
+    descent = asOnWindows ? at(1) : -at(1);
+    leading = asOnWindows ? 0 : at(2);
   }
   return {std::round(ascent), std::round(descent), std::max(0.0, std::round(leading))};
 }
@@ -74,7 +76,11 @@ class Typesetter {
     text_.replace(QChar::CarriageReturn, QChar::LineFeed);
   }
 
-  TextShape set() {
+  /// `extraSpacing` is added after each character.
+  TextShape set(double extraSpacing = 0) {
+    shape_.areas.clear();
+    lines_.clear();
+    for (FontRun& run : runs_) space(&run, run.style.kerning + extraSpacing);
     double y = 0;
     for (qsizetype start = 0; start <= text_.size();) {
       qsizetype end = text_.indexOf(QChar::LineFeed, start);
@@ -88,10 +94,25 @@ class Typesetter {
     return shape_;
   }
 
+  /// What to add after each character for the widest line to be as wide as the frame, which was
+  /// made to fit it: another version of a font has other widths. 0 where it is, but for rounding,
+  /// or where that would not help.
+  double spacingToFit() const {
+    if (breaksLines() || !box_.fitsText || lines_.isEmpty()) return 0;
+    const Line& widest = *std::max_element(
+        lines_.begin(), lines_.end(), [](const Line& a, const Line& b) { return a.width < b.width; });
+    const double missing = box_.size.width() - widest.width;
+    const bool isRounding = missing > -0.1 && missing <= 1;
+    const bool isFarOff = std::abs(missing) > kMostSpacing * widest.width;
+    if (isRounding || isFarOff || widest.length < 2) return 0;
+    return (missing - 0.5) / double(widest.length);
+  }
+
  private:
   /// A line's glyphs from x = 0, to be moved once all widths are known.
   struct Line {
     qsizetype firstArea, lastArea;
+    qsizetype length;  ///< Characters.
     double width;
     Alignment alignment;
   };
@@ -104,18 +125,19 @@ class Typesetter {
     const double size = std::clamp(run.style.size, 1 / kZoom, kMostSize);
     FontRun fontRun{run.start, run.length, run.style, chosen.font, {}};
     fontRun.font.setPixelSize(std::max(1, int(std::lround(size * kZoom))));
-    // Letters that are spaced are not joined either.
-    const double spacing = run.style.kerning * kZoom;
-    if (spacing != 0 || !run.style.ligatures) {
-      fontRun.font.setLetterSpacing(QFont::AbsoluteSpacing, spacing != 0 ? spacing : 1e-2);
-    }
     const QRawFont raw = QRawFont::fromFont(fontRun.font);
-    fontRun.metrics = metricsOf(raw, size);
+    fontRun.metrics = metricsOf(raw, size, box_.hasOldLineSpacing);
     fontRun.underlinePosition = raw.underlinePosition() / kZoom;
     fontRun.lineThickness = std::max(raw.lineThickness() / kZoom, size / 20);
     fontRun.xHeight = raw.xHeight() / kZoom;
     runs_.append(fontRun);
     text_ += withCase(text.mid(run.start, run.length), run.style.letters);
+  }
+
+  /// Letters that are spaced are not joined.
+  static void space(FontRun* run, double spacing) {
+    if (spacing == 0 && run->style.ligatures) return;
+    run->font.setLetterSpacing(QFont::AbsoluteSpacing, spacing != 0 ? spacing * kZoom : 1e-2);
   }
 
   const FontRun& runAt(qsizetype position) const {
@@ -192,7 +214,8 @@ class Typesetter {
     const double baseline = y + baselineIn(height, metrics);
     const qsizetype firstArea = shape_.areas.size();
     addGlyphs(line, paragraph, baseline);
-    lines_.append({firstArea, shape_.areas.size(), line.naturalTextWidth() / kZoom, alignment});
+    lines_.append({firstArea, shape_.areas.size(), end - start, line.naturalTextWidth() / kZoom,
+                   alignment});
     return y + height;
   }
 
@@ -204,8 +227,8 @@ class Typesetter {
 
   double baselineIn(double height, const LineMetrics& metrics) const {
     const double spare = height - metrics.height();
-    if (box_.centresInLineHeight) return std::round(spare / 2) + metrics.ascent + metrics.leading;
-    return spare + metrics.ascent + metrics.leading;
+    const double above = box_.hasOldLineSpacing ? spare : std::round(spare / 2);
+    return above + metrics.ascent + metrics.leading;
   }
 
   void addGlyphs(const QTextLine& line, qsizetype paragraph, double baseline) {
@@ -252,8 +275,8 @@ class Typesetter {
     double widest = 0;
     for (const Line& line : lines_) widest = std::max(widest, line.width);
     // What another font was measured for would run out of its place.
-    const bool isStretched = box_.fitsText && !shape_.missingFonts.isEmpty() && !breaksLines() && widest > 0 &&
-                             box_.size.width() > 0;
+    const bool isStretched = box_.fitsText && !shape_.missingFonts.isEmpty() && !breaksLines() &&
+                             widest > 0 && box_.size.width() > 0;
     const double stretch =
         isStretched ? std::clamp((box_.size.width() - 0.5) / widest, 0.6, 1.5) : 1;
     shape_.size.setWidth(widest * stretch);
@@ -294,6 +317,11 @@ QPainterPath TextShape::outline() const {
   return outline;
 }
 
-TextShape shapeText(const TextRuns& runs, const TextBox& box) { return Typesetter(runs, box).set(); }
+TextShape shapeText(const TextRuns& runs, const TextBox& box) {
+  Typesetter typesetter(runs, box);
+  const TextShape shape = typesetter.set();
+  const double spacing = typesetter.spacingToFit();
+  return spacing == 0 ? shape : typesetter.set(spacing);
+}
 
 }  // namespace kelvar::render

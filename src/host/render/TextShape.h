@@ -17,8 +17,10 @@ struct TextBox {
   QSizeF size;
   Behaviour behaviour = Behaviour::AutoWidth;
   Vertical vertical = Vertical::Top;
-  /// Whether glyphs are centred in a fixed line height, rather than set onto its bottom.
-  bool centresInLineHeight = false;
+  /// The line spacing that the host has kept for texts of old documents: glyphs stand on the bottom
+  /// of a fixed line height rather than in its middle, and lines are as high as Windows sets them.
+  /// Worked out from frames and pictures in documents of Sketch 49 and 52.
+  bool hasOldLineSpacing = false;
   /// Whether the frame was made for this text.
   bool fitsText = true;
 };
