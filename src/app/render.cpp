@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "host/ArtboardRenderer.h"
 #include "host/SketchDocument.h"
 #include "platform/ImageFile.h"
@@ -102,11 +103,7 @@ void report(const Image& picture, const QStringList& warnings) {
   const QJsonObject object{
       {u"size"_s, QJsonArray{picture.pixelWidth(), picture.pixelHeight()}},
       {u"warnings"_s, QJsonArray::fromStringList(warnings)}};
-  const QByteArray line = QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
-  if (std::fwrite(line.constData(), 1, size_t(line.size()), stdout) != size_t(line.size()) ||
-      std::fflush(stdout) != 0) {
-    fail(u"the report of --json cannot be written to standard output"_s);
-  }
+  print(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
 void run(const Arguments& arguments) {
@@ -124,7 +121,7 @@ void run(const Arguments& arguments) {
   if (!ImageFile::write(*picture, QString::fromStdString(arguments.output), &error)) fail(error);
   if (arguments.json) return report(*picture, renderer.warnings());
   for (const QString& warning : renderer.warnings()) {
-    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(warning));
+    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(printable(warning)));
   }
 }
 

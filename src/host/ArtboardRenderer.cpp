@@ -6,6 +6,7 @@
 #include "host/SketchJson.h"
 #include "host/render/LayerExtent.h"
 #include "host/render/LayerPainter.h"
+#include "host/render/LayerStyle.h"
 #include "platform/FontsAtHand.h"
 #include "platform/ImageFile.h"
 
@@ -24,6 +25,14 @@ QRectF scaled(const QRectF& rect, double scale) {
   return {rect.topLeft() * scale, rect.size() * scale};
 }
 
+/// Of an artboard by itself.
+QColor backgroundOf(const SketchLayer& layer) {
+  const SketchJson& json = layer.json();
+  const bool isSeen = layer.isArtboard() && flagIn(json, "hasBackgroundColor") &&
+                      flagIn(json, "includeBackgroundColorInExport", true);
+  return isSeen ? render::readColor(memberOf(json, "backgroundColor")) : Qt::transparent;
+}
+
 }  // namespace
 
 QRectF ArtboardRenderer::extentOf(const SketchLayer& layer) const {
@@ -38,18 +47,18 @@ QRectF ArtboardRenderer::extentOf(const SketchLayer& layer) const {
 }
 
 ImageRef ArtboardRenderer::render(const SketchLayer& layer, double scale, QString* error) {
-  return draw(layer, extentOf(layer), scale, error);
+  return draw(layer, extentOf(layer), scale, backgroundOf(layer), error);
 }
 
 ImageRef ArtboardRenderer::renderPreview(QString* error) {
   const SketchLayerRef page = document_->currentPage();
   const QRectF extent = extentOf(*page);
   const double longest = std::max(extent.width(), extent.height());
-  return draw(*page, extent, longest > kPreviewSide ? kPreviewSide / longest : 1, error);
+  return draw(*page, extent, longest > kPreviewSide ? kPreviewSide / longest : 1, Qt::white, error);
 }
 
 ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, double scale,
-                                QString* error) {
+                                const QColor& background, QString* error) {
   warnings_.clear();
   const QRectF wanted = scaled(region, scale);
   if (!isHoldable(std::max(1.0, wanted.width()), std::max(1.0, wanted.height()))) {
@@ -75,20 +84,16 @@ ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, 
     *error = u"there is too little memory for the picture of \"%1\""_s.arg(layer.name());
     return nullptr;
   }
+  surface.pixels.fill(background);
   render::LayerPainter painter(*document_, withoutPictures_);
   const render::Canvas canvas{&surface, QTransform::fromScale(scale, scale), {}};
   const SketchJson& json = layer.json();
-  if (layer.isArtboard() && flagIn(json, "hasBackgroundColor") &&
-      flagIn(json, "includeBackgroundColorInExport", true)) {
-    surface.pixels.fill(render::readColor(memberOf(json, "backgroundColor")));
-  }
   if (layer.isArtboard() || layer.isPage()) {
     painter.paintContents(json, canvas);
   } else {
     painter.paintLayer(json, canvas);
   }
   warnings_ = painter.warnings();
-  lastOrigin = surface.origin;
   return std::make_shared<Image>(surface.pixels, QSizeF(surface.pixels.size()) / scale);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QSet>
 #include <QStringList>
 
@@ -32,17 +33,17 @@ class KELVAR_EXPORT ArtboardRenderer {
   /// picture would be too large.
   ImageRef render(const SketchLayer& layer, double scale, QString* error);
 
-  /// The picture that the host stores in a document: the contents of the open page, one pixel a
-  /// unit, scaled down where a side would pass `kPreviewSide`.
+  /// The picture that the host stores in a document: the contents of the open page on white, one
+  /// pixel a unit, scaled down where a side would pass `kPreviewSide`.
   ImageRef renderPreview(QString* error);
 
   /// A sentence for each thing that was not drawn as the document wants it, since the last call.
   const QStringList& warnings() const { return warnings_; }
-  QPointF lastOrigin;
 
  private:
   QRectF extentOf(const SketchLayer& layer) const;
-  ImageRef draw(const SketchLayer& layer, const QRectF& region, double scale, QString* error);
+  ImageRef draw(const SketchLayer& layer, const QRectF& region, double scale,
+                const QColor& background, QString* error);
 
   SketchDocumentRef document_;
   QSet<QString> withoutPictures_;

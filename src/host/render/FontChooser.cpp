@@ -57,7 +57,7 @@ QHash<QString, QString> installedFamilies() {
 }
 
 /// What stands in for families that are not installed, by how their plain names begin.
-QString standInFor(const QString& family, const QHash<QString, QString>& installed) {
+QString standInFor(const QString& family, int weight, const QHash<QString, QString>& installed) {
   const struct {
     QLatin1StringView start;
     QLatin1StringView family;
@@ -74,8 +74,11 @@ QString standInFor(const QString& family, const QHash<QString, QString>& install
       {"playfair"_L1, "serif"_L1},        {"merriweather"_L1, "serif"_L1},
       {"sourcecode"_L1, "monospace"_L1},  {"robotomono"_L1, "monospace"_L1},
   };
+  // The grotesques that stand in have only these.
+  const bool isCommonWeight = weight == QFont::Normal || weight == QFont::Bold;
   for (const auto& [start, standIn] : table) {
-    if (family.startsWith(start)) return QString(standIn);
+    const bool isGrotesque = standIn == "Helvetica"_L1 || standIn == "Arial"_L1;
+    if (family.startsWith(start) && (isCommonWeight || !isGrotesque)) return QString(standIn);
   }
   const QString inter = u"inter"_s;
   return installed.contains(inter) ? installed[inter] : u"sans-serif"_s;
@@ -103,8 +106,8 @@ ChosenFont choose(const QString& name) {
   if (found.isEmpty()) found = installed.value(family);
   if (found.isEmpty()) found = installed.value(plain(name));
   chosen.isInstalled = !found.isEmpty();
-  if (found.isEmpty()) found = standInFor(family, installed);
   const Style style = styleFrom(styleName.isEmpty() && !chosen.isInstalled ? name : styleName);
+  if (found.isEmpty()) found = standInFor(family, style.weight, installed);
   chosen.font.setFamily(found);
   chosen.font.setWeight(QFont::Weight(style.weight));
   chosen.font.setItalic(style.isItalic);

@@ -1,7 +1,7 @@
 #include "host/render/LayerExtent.h"
 
 #include <algorithm>
-#include <cmath>
+#include <optional>
 
 #include "host/render/LayerOutline.h"
 #include "host/render/LayerStyle.h"
@@ -42,6 +42,22 @@ QRectF withStyle(const QRectF& rect, const LayerStyle& style, int documentVersio
   return extent;
 }
 
+/// Masks cut the layers above them, up to the first that breaks the chain.
+QRectF contentsExtent(const SketchJson& layers, int documentVersion) {
+  QRectF extent;
+  std::optional<QRectF> mask;
+  for (const SketchJson& layer : layers) {
+    if (flagIn(layer, "shouldBreakMaskChain")) mask.reset();
+    const QRectF covered = layerExtent(layer, documentVersion);
+    extent |= mask ? covered & *mask : covered;
+    if (!flagIn(layer, "hasClippingMask") || !flagIn(layer, "isVisible", true)) continue;
+    const QRectF cut =
+        layerTransform(layer).mapRect(QRectF({0, 0}, rectIn(layer, "frame").size()));
+    mask = mask ? cut & *mask : cut;
+  }
+  return extent;
+}
+
 }  // namespace
 
 QRectF layerExtent(const SketchJson& layer, int documentVersion) {
@@ -51,9 +67,7 @@ QRectF layerExtent(const SketchJson& layer, int documentVersion) {
   }
   QRectF extent({0, 0}, rectIn(layer, "frame").size());
   if (kind == u"group") {
-    for (const SketchJson& child : listIn(layer, "layers")) {
-      extent |= layerExtent(child, documentVersion);
-    }
+    extent |= contentsExtent(listIn(layer, "layers"), documentVersion);
   }
   if (kind != u"artboard" && kind != u"symbolMaster") {
     extent = withStyle(extent, readLayerStyle(memberOf(layer, "style")), documentVersion);

@@ -1,13 +1,14 @@
 #include "host/render/LayerPainter.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 
 #include "host/render/GaussianBlur.h"
-#include "host/render/LayerExtent.h"
 #include "host/render/LayerOutline.h"
 #include "host/render/PaintArea.h"
 #include "host/render/PictureTone.h"
+#include "host/render/Resizing.h"
 #include "host/render/SymbolInstance.h"
 
 namespace kelvar::render {
@@ -76,6 +77,15 @@ Canvas cutCanvas(const Canvas& canvas, const QPainterPath& outline) {
   return result;
 }
 
+/// "{{x, y}, {width, height}}".
+QRectF inkIn(const SketchJson& layer) {
+  static const QRegularExpression kNumber(u"-?[0-9.]+(e-?[0-9]+)?"_s);
+  QList<double> numbers;
+  auto matches = kNumber.globalMatch(textIn(layer, "glyphBounds"));
+  while (matches.hasNext()) numbers.append(matches.next().captured().toDouble());
+  return numbers.size() == 4 ? QRectF(numbers[0], numbers[1], numbers[2], numbers[3]) : QRectF();
+}
+
 /// Without dashes that would be too many to draw.
 LayerStyle withBearableDashes(LayerStyle style, const QPainterPath& outline) {
   double sum = 0;
@@ -135,8 +145,8 @@ void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
   }
   Subject subject{layer, readLayerStyle(memberOf(layer, "style")),
                   canvas.within(layerTransform(layer)), classOf(layer)};
-  const bool isOutside = isShapeKind(subject.kind) && extentOnCanvas(subject).isEmpty();
-  if (isOutside) return;
+  const bool isLeaf = isShapeKind(subject.kind) || subject.kind == u"text";
+  if (isLeaf && reachOnCanvas(subject).isEmpty()) return;
   if (subject.kind == u"artboard" || subject.kind == u"symbolMaster") return paintArtboard(subject);
   const bool leftOutPictures = leavesOutPictures_;
   leavesOutPictures_ = withoutPictures_.contains(textIn(layer, "do_objectID"));
@@ -154,16 +164,62 @@ void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
   leavesOutPictures_ = leftOutPictures;
 }
 
-/// What of the picture the layer can touch, as far as the canvas reaches. Generous: a shadow is
-/// followed farther than it is counted.
-QRect LayerPainter::extentOnCanvas(const Subject& subject) const {
-  const QRectF extent = layerExtent(subject.layer, documentVersion_);
-  double margin = 2;
-  for (const Shadow& shadow : subject.style.shadows) margin = std::max(margin, shadow.blurRadius);
-  const QTransform fromParent = layerTransform(subject.layer).inverted() * subject.canvas.toPicture;
-  QRectF touched = fromParent.mapRect(extent.adjusted(-margin, -margin, margin, margin));
-  touched &= QRectF(subject.canvas.surface->rect()).adjusted(-4096, -4096, 4096, 4096);
-  return touched.toAlignedRect().intersected(subject.canvas.surface->rect());
+/// Where the layer can leave something, in the coordinates around it. Generous: a blur is followed
+/// until it cannot be seen, a text may be as wide as its letters could make it.
+QRectF LayerPainter::reachOf(const SketchJson& layer) {
+  if (!flagIn(layer, "isVisible", true) || layersLeft_ <= 0) return {};
+  const QString kind = classOf(layer);
+  const LayerStyle style = readLayerStyle(memberOf(layer, "style"));
+  QRectF reach({0, 0}, rectIn(layer, "frame").size());
+  if (kind == u"symbolInstance") {
+    reach |= reachOfInstance(layer);
+  } else if (kind == u"text") {
+    const TextRuns runs = readTextRuns(layer);
+    double size = 0;
+    for (const TextRun& run : runs.runs) size = std::max(size, run.style.size + run.style.kerning);
+    const bool isOneLine = integerIn(layer, "textBehaviour") == 0;
+    const double across = isOneLine ? size * double(runs.text.size()) : 2 * size;
+    const double down = 2 * size * double(1 + runs.text.count(u'\n'));
+    reach.adjust(-across, -2 * size, across, down);
+  } else if (!isShapeKind(kind)) {
+    reach |= reachOfContents(layer);
+  }
+  double margin = 1;
+  for (const Border& border : style.borders) {
+    margin = std::max(margin, border.thickness * std::max(4.0, style.miterLimit));
+  }
+  QRectF shadows = reach;
+  for (const Shadow& shadow : style.shadows) {
+    const double blurred = 1.5 * shadow.blurRadius + std::max(0.0, 4 * shadow.spread);
+    shadows |= reach.adjusted(-blurred, -blurred, blurred, blurred).translated(shadow.offset);
+  }
+  margin += 3 * ownBlur(style);
+  return layerTransform(layer).mapRect(shadows.adjusted(-margin, -margin, margin, margin));
+}
+
+QRectF LayerPainter::reachOfContents(const SketchJson& container) {
+  QRectF reach;
+  for (const SketchJson& layer : listIn(container, "layers")) {
+    if (layer.is_object()) reach |= reachOf(layer);
+  }
+  return reach;
+}
+
+QRectF LayerPainter::reachOfInstance(const SketchJson& instance) {
+  const QString symbolID = textIn(instance, "symbolID");
+  if (openSymbols_.contains(symbolID) || layersLeft_-- <= 0) return {};
+  openSymbols_.append(symbolID);
+  const QRectF reach = reachOfContents(expandedInstance(instance, document_, &warnings_));
+  openSymbols_.removeLast();
+  const double scale = numberIn(instance, "scale", 1);
+  return scale > 0 ? QTransform::fromScale(scale, scale).mapRect(reach) : reach;
+}
+
+QRect LayerPainter::reachOnCanvas(const Subject& subject) {
+  const QTransform toPicture = layerTransform(subject.layer).inverted() * subject.canvas.toPicture;
+  const QRectF reach = toPicture.mapRect(reachOf(subject.layer));
+  const QRectF seen = subject.canvas.surface->rect();
+  return (reach & seen).toAlignedRect().intersected(subject.canvas.surface->rect());
 }
 
 bool LayerPainter::tints(const Subject& subject) const {
@@ -176,11 +232,7 @@ void LayerPainter::paintByItself(Subject* subject) {
   const double scale = scaleOf(below.toPicture);
   const double deviation = std::min(ownBlur(subject->style) * scale, kMostBlur);
   const int reach = blurReach(deviation);
-  const QRect whole = below.surface->rect();
-  // Groups draw beyond their frames, texts beyond theirs.
-  const bool isBounded = isShapeKind(subject->kind) || subject->kind == u"bitmap";
-  QRect rect = isBounded ? extentOnCanvas(*subject) : whole;
-  rect = rect.adjusted(-reach, -reach, reach, reach);
+  const QRect rect = reachOnCanvas(*subject).adjusted(-reach, -reach, reach, reach);
   Surface alone = Surface::of(rect);
   if (alone.isEmpty()) return;
   subject->canvas = {&alone, below.toPicture, {}};
@@ -410,7 +462,9 @@ TextShape LayerPainter::textOf(const SketchJson& layer) {
               .behaviour = TextBox::Behaviour(std::clamp(behaviour, 0, 2)),
               .vertical = TextBox::Vertical(std::clamp(vertical, 0, 2)),
               .hasOldLineSpacing = integerIn(layer, "lineSpacingBehaviour") != 2,
-              .fitsText = !flagIn(layer, kIsOverridden)};
+              .fitsText = !flagIn(layer, kHasForeignFrame),
+              .ink = {}};
+  if (!box.hasOldLineSpacing) box.ink = inkIn(layer);
   const TextShape shape = shapeText(readTextRuns(layer), box);
   for (const QString& font : shape.missingFonts) {
     warn(u"The font %1 is not installed; another stands in."_s.arg(font));

@@ -64,7 +64,10 @@ class LayerPainter {
   QPainterPath maskOutline(const SketchJson& layer);
   Caster casterOf(const Subject& subject, const QPainterPath& outline) const;
   TextShape textOf(const SketchJson& layer);
-  QRect extentOnCanvas(const Subject& subject) const;
+  QRectF reachOf(const SketchJson& layer);
+  QRectF reachOfContents(const SketchJson& container);
+  QRectF reachOfInstance(const SketchJson& instance);
+  QRect reachOnCanvas(const Subject& subject);
   bool tints(const Subject& subject) const;
   ImageRef pictureOf(const SketchJson& reference);
   void warn(const QString& sentence);

@@ -64,6 +64,8 @@ void resizeLayers(SketchJson* container, const QSizeF& from, const QSizeF& to) {
     changed["y"] = down.start;
     changed["width"] = across.length;
     changed["height"] = down.length;
+    const bool isText = classOf(layer) == u"text";
+    if (isText && across.length != frame.width()) layer[kHasForeignFrame] = true;
     if (isContainer(layer)) {
       resizeLayers(&layer, frame.size(), {across.length, down.length});
     }

@@ -11,4 +11,7 @@ namespace kelvar::render {
 /// length. Groups pass the change on.
 void resizeLayers(SketchJson* container, const QSizeF& from, const QSizeF& to);
 
+/// On text layers that were changed: the frame no longer says how wide the text was.
+inline constexpr const char* kHasForeignFrame = "kelvar.hasForeignFrame";
+
 }  // namespace kelvar::render

@@ -148,7 +148,7 @@ class Expansion {
           property, textIn(*layer, "name"));
       if (!warnings_->contains(warning)) warnings_->append(warning);
     }
-    (*layer)[kIsOverridden] = true;
+    (*layer)[kHasForeignFrame] = true;
   }
 
  private:

@@ -13,7 +13,4 @@ namespace kelvar::render {
 SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& document,
                             QStringList* warnings);
 
-/// On text layers within: the text is not the one that the frame was made for.
-inline constexpr const char* kIsOverridden = "kelvar.isOverridden";
-
 }  // namespace kelvar::render

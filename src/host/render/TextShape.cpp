@@ -91,6 +91,7 @@ class Typesetter {
     shape_.size.setHeight(y);
     alignLines();
     moveDown(y);
+    fitInk();
     return shape_;
   }
 
@@ -290,6 +291,21 @@ class Typesetter {
         shape_.areas[i].path = toPlace.map(shape_.areas[i].path);
       }
     }
+  }
+
+  /// Puts what stands in for a missing font where the host measured the glyphs.
+  void fitInk() {
+    if (shape_.missingFonts.isEmpty() || !box_.fitsText || box_.ink.isEmpty()) return;
+    const QRectF ink = shape_.outline().boundingRect();
+    if (ink.isEmpty()) return;
+    // It was measured in whole units.
+    const QRectF wanted = box_.ink.adjusted(0.25, 0.25, -0.25, -0.25);
+    const double across = wanted.width() / ink.width(), down = wanted.height() / ink.height();
+    const auto isBearable = [](double factor) { return factor > 0.5 && factor < 2; };
+    if (!isBearable(across) || !isBearable(down)) return;
+    const QTransform toPlace(across, 0, 0, down, wanted.x() - ink.x() * across,
+                             wanted.y() - ink.y() * down);
+    for (TextShape::Area& area : shape_.areas) area.path = toPlace.map(area.path);
   }
 
   void moveDown(double height) {

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QList>
 #include <QPainterPath>
+#include <QRectF>
 #include <QSizeF>
 #include <QStringList>
 
@@ -23,6 +24,8 @@ struct TextBox {
   bool hasOldLineSpacing = false;
   /// Whether the frame was made for this text.
   bool fitsText = true;
+  /// What the glyphs cover, as the host measured it; empty where it is not known.
+  QRectF ink;
 };
 
 /// A text set in lines: outlines of its glyphs and of the lines drawn along them, from the layer's
@@ -42,8 +45,9 @@ struct TextShape {
 };
 
 /// Sets the text: lines are broken, aligned and placed as the design's platform does it, glyphs are
-/// unhinted and stand at fractions of a pixel. Where a font is missing and the frame was made to
-/// fit the text, the stand-in's glyphs are stretched to the frame's width. Needs an application
+/// unhinted and stand at fractions of a pixel. Where the frame was made to fit the text but the font
+/// has other widths here, characters are spaced to fill it; where a font is missing, the stand-in's
+/// glyphs are stretched, to what the host measured of them if that is known. Needs an application
 /// with fonts.
 TextShape shapeText(const TextRuns& runs, const TextBox& box);
 

@@ -3,12 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QColor>
+#include <vector>
 
 #include "host/ArtboardRenderer.h"
 #include "host/SketchJson.h"
 #include "platform/ZipArchive.h"
 
 namespace kelvar::render {
+
+/// Becomes an array of JSON, even with one element, which JSON's own braces take for a copy.
+using List = std::vector<SketchJson>;
 
 /// Layers of a Sketch document in as few words as tests like.
 inline SketchJson color(const QColor& c) {
@@ -45,13 +49,13 @@ inline SketchJson with(SketchJson layer, const SketchJson& members) {
   return layer;
 }
 
-inline SketchJson container(const char* kind, const SketchJson& frame, const SketchJson& layers) {
+inline SketchJson container(const char* kind, const SketchJson& frame, const List& layers) {
   return with(layer(kind, frame), {{"layers", layers}});
 }
 
 struct TinyDocument {
   /// On one page.
-  SketchJson layers = SketchJson::array();
+  List layers;
   SketchJson document = {{"layerStyles", {{"objects", SketchJson::array()}}}};
   int version = 130;
   std::map<QString, QByteArray> files;
@@ -73,7 +77,7 @@ struct TinyDocument {
     add("user.json", SketchJson::object());
     add("pages/PAGE.json", page);
     QString error;
-    const QByteArray bytes = ZipArchive::read({}, &error)->written(all, &error);
+    const QByteArray bytes = ZipArchive::read({}, &error)->written(all, {}, &error);
     const SketchDocumentRef document = SketchDocument::read(bytes, QStringLiteral("tiny"), &error);
     EXPECT_TRUE(document) << qPrintable(error);
     return document;
@@ -88,9 +92,8 @@ struct Drawing {
   QColor at(int x, int y) const { return image.pixelColor(x, y); }
 };
 
-inline Drawing draw(TinyDocument tiny, double width, double height, double scale = 1) {
-  tiny.layers.push_back(
-      container("artboard", frame(0, 0, width, height), std::exchange(tiny.layers, SketchJson::array())));
+inline Drawing drawDocument(TinyDocument tiny, double width, double height, double scale = 1) {
+  tiny.layers = {container("artboard", frame(0, 0, width, height), tiny.layers)};
   const SketchDocumentRef document = tiny.open();
   if (!document) return {};
   ArtboardRenderer renderer(document);
@@ -100,10 +103,10 @@ inline Drawing draw(TinyDocument tiny, double width, double height, double scale
   return {image ? image->pixels() : QImage(), renderer.warnings()};
 }
 
-inline Drawing draw(const SketchJson& layers, double width, double height) {
+inline Drawing draw(const List& layers, double width, double height) {
   TinyDocument tiny;
   tiny.layers = layers;
-  return draw(tiny, width, height);
+  return drawDocument(tiny, width, height);
 }
 
 }  // namespace kelvar::render
