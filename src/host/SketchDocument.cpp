@@ -171,7 +171,7 @@ QByteArray SketchDocument::bytes(QString* error) const {
   const QSet<QString> unused = unusedImages();
   for (const QString& name : unused) replaced.erase(name);
   QString problem;
-  const QByteArray bytes = archive_->written(replaced, unused, &problem);
+  const QByteArray bytes = archive_->written(replaced, &problem, unused);
   if (bytes.isEmpty()) *error = QStringLiteral("cannot pack the document: %1").arg(problem);
   return bytes;
 }

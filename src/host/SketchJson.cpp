@@ -9,8 +9,11 @@
 namespace kelvar {
 namespace {
 
-/// Builds the value from the reader's events, without recursion. Members are appended unlooked at:
-/// an object of a million members must not take a million look-ups.
+/// Builds the value from the reader's events, without recursion.
+///
+/// Members are appended unlooked at: an object of a million members must not take a million
+/// look-ups. A container is made when all that is in it is known, since one that grew would copy
+/// what it has, all the way down.
 class Builder {
  public:
   Builder(SketchJson* root, size_t* valuesLeft) : root_(root), valuesLeft_(valuesLeft) {}
@@ -22,8 +25,8 @@ class Builder {
   bool number_float(double value, const std::string&) { return add(value); }
   bool string(std::string& text) { return add(std::move(text)); }
   bool binary(const std::vector<uint8_t>&) { return false; }
-  bool start_object(size_t) { return open(SketchJson::object()); }
-  bool start_array(size_t) { return open(SketchJson::array()); }
+  bool start_object(size_t) { return open(false); }
+  bool start_array(size_t) { return open(true); }
   bool end_object() { return close(); }
   bool end_array() { return close(); }
   bool key(std::string& text) {
@@ -44,42 +47,59 @@ class Builder {
     return false;
   }
 
-  bool open(SketchJson&& container) {
+  bool open(bool isArray) {
     if (open_.size() >= kMaxSketchJsonDepth) {
       return refuse(QStringLiteral("it is nested more than %1 deep").arg(kMaxSketchJsonDepth));
     }
-    if (!add(std::move(container))) return false;
-    open_.push_back(last_);
+    open_.push_back({isArray, std::move(key_), parts_.size()});
     return true;
   }
 
   bool close() {
+    Container container = std::move(open_.back());
     open_.pop_back();
-    return true;
+    const auto first = parts_.begin() + ptrdiff_t(container.first);
+    SketchJson value = container.isArray ? SketchJson::array() : SketchJson::object();
+    if (container.isArray) {
+      auto& array = value.get_ref<SketchJson::array_t&>();
+      array.reserve(parts_.size() - container.first);
+      for (auto part = first; part != parts_.end(); ++part) {
+        array.push_back(std::move(part->second));
+      }
+    } else {
+      auto& object = value.get_ref<SketchJson::object_t&>();
+      object.reserve(parts_.size() - container.first);
+      for (auto part = first; part != parts_.end(); ++part) {
+        object.emplace_back(std::move(part->first), std::move(part->second));
+      }
+    }
+    parts_.erase(first, parts_.end());
+    key_ = std::move(container.key);
+    return add(std::move(value));
   }
 
   bool add(SketchJson&& value) {
-    if ((*valuesLeft_)-- == 0) {
-      *valuesLeft_ = 0;
-      return refuse(QStringLiteral("the document has too many values"));
-    }
+    if (*valuesLeft_ == 0) return refuse(QStringLiteral("the document has too many values"));
+    --*valuesLeft_;
     if (open_.empty()) {
       *root_ = std::move(value);
-      last_ = root_;
-    } else if (open_.back()->is_array()) {
-      auto& array = open_.back()->get_ref<SketchJson::array_t&>();
-      last_ = &array.emplace_back(std::move(value));
     } else {
-      auto& object = open_.back()->get_ref<SketchJson::object_t&>();
-      last_ = &object.emplace_back(std::move(key_), std::move(value)).second;
+      parts_.emplace_back(std::move(key_), std::move(value));
     }
     return true;
   }
 
+  struct Container {
+    bool isArray;
+    std::string key;
+    /// Where its parts begin.
+    size_t first;
+  };
+
   SketchJson* root_;
   size_t* valuesLeft_;
-  SketchJson* last_ = nullptr;
-  std::vector<SketchJson*> open_;
+  std::vector<Container> open_;
+  std::vector<std::pair<std::string, SketchJson>> parts_;
   std::string key_;
   QString error_;
 };

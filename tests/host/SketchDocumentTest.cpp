@@ -4,6 +4,7 @@
 #include <zip.h>
 
 #include <QBuffer>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QTemporaryDir>
 

@@ -67,7 +67,7 @@ inline SketchJson points(const std::vector<std::array<double, 3>>& points) {
 
 inline QByteArray packed(const std::map<QString, QByteArray>& files) {
   QString error;
-  return ZipArchive::read({}, &error)->written(files, {}, &error);
+  return ZipArchive::read({}, &error)->written(files, &error);
 }
 
 /// document.json, meta.json and a page "Page" with these layers.
