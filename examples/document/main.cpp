@@ -88,7 +88,7 @@ int main(int argc, char** argv) {
   }
   QString error;
   const auto empty = kelvar::ZipArchive::read({}, &error);
-  const QByteArray document = empty->written(files(), &error);
+  const QByteArray document = empty->written(files(), {}, &error);
   if (!document.isEmpty() &&
       kelvar::WholeFile::write(QString::fromLocal8Bit(argv[1]), document, &error)) {
     return 0;

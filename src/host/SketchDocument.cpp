@@ -46,13 +46,28 @@ void removeReferenced(const SketchJson& value, QSet<QString>* names) {
   for (const SketchJson& part : value) removeReferenced(part, names);
 }
 
+QVariantList listOf(const QList<SketchLayerRef>& layers) {
+  QVariantList list;
+  for (const SketchLayerRef& layer : layers) list.append(toVariant(layer));
+  return list;
+}
+
 }  // namespace
 
 const ClassInfo& SketchDocument::theClass() {
-  static const ClassInfo kClass = Description<SketchDocument>("SketchDocument")
-                                      .property("path", &SketchDocument::path)
-                                      .property("appVersion", &SketchDocument::appVersion)
-                                      .property("build", &SketchDocument::build);
+  static const ClassInfo kClass =
+      Description<SketchDocument>("SketchDocument")
+          .property("path", &SketchDocument::path)
+          .property("pages", [](const SketchDocument& self) { return listOf(self.pages()); })
+          .property("artboards",
+                    [](const SketchDocument& self) { return listOf(self.artboards()); })
+          .property("currentPage", &SketchDocument::currentPage)
+          .operation("layersNamed:",
+                     [](const SketchDocument& self, const QString& name) {
+                       return listOf(self.layersNamed(name));
+                     })
+          .property("appVersion", &SketchDocument::appVersion)
+          .property("build", &SketchDocument::build);
   return kClass;
 }
 
@@ -171,7 +186,7 @@ QByteArray SketchDocument::bytes(QString* error) const {
   const QSet<QString> unused = unusedImages();
   for (const QString& name : unused) replaced.erase(name);
   QString problem;
-  const QByteArray bytes = archive_->written(replaced, &problem, unused);
+  const QByteArray bytes = archive_->written(replaced, unused, &problem);
   if (bytes.isEmpty()) *error = QStringLiteral("cannot pack the document: %1").arg(problem);
   return bytes;
 }
@@ -192,6 +207,13 @@ QString SketchDocument::build() const {
   const SketchJson& build = memberOf(meta(), "build");
   return build.is_number_integer() ? QString::number(build.get<int64_t>())
                                    : textIn(meta(), "build");
+}
+
+QVariantMap SketchDocument::hostInformation() const {
+  if (appVersion().isNull()) return {};
+  return {{QStringLiteral("CFBundleName"), QStringLiteral("Sketch")},
+          {QStringLiteral("CFBundleShortVersionString"), appVersion()},
+          {QStringLiteral("CFBundleVersion"), build()}};
 }
 
 SketchLayerRef SketchDocument::currentPage() const {

@@ -41,6 +41,9 @@ class KELVAR_EXPORT SketchDocument : public Object {
   /// host version, for whoever asks which host this is. Null when the document does not say.
   QString appVersion() const;
   QString build() const;
+  /// The same under the keys of a bundle's Info.plist, for `Bundle`. Empty when the document does
+  /// not say.
+  QVariantMap hostInformation() const;
 
   /// In the document's order.
   const QList<SketchLayerRef>& pages() const { return pages_; }

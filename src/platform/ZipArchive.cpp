@@ -130,8 +130,8 @@ QByteArray ZipArchive::file(const QString& name, QString* error) const {
   return isWhole ? bytes : QByteArray();
 }
 
-QByteArray ZipArchive::written(const std::map<QString, QByteArray>& replaced, QString* error,
-                               const QSet<QString>& removed) const {
+QByteArray ZipArchive::written(const std::map<QString, QByteArray>& replaced,
+                               const QSet<QString>& removed, QString* error) const {
   zip_source_t* source = nullptr;
   const int flags = bytes_.isEmpty() ? ZIP_CREATE | ZIP_TRUNCATE : 0;
   Archive archive = openOver(bytes_, flags, &source, error);

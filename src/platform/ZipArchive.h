@@ -39,8 +39,8 @@ class KELVAR_EXPORT ZipArchive {
   /// The archive with the files of `replaced` put in the place of those of the same name, or added
   /// at the end in the order of their names, and without those of `removed`. Carries no time of its
   /// own: equal files give equal archives. Empty, and `*error` says why, when it cannot be made.
-  QByteArray written(const std::map<QString, QByteArray>& replaced, QString* error,
-                     const QSet<QString>& removed = {}) const;
+  QByteArray written(const std::map<QString, QByteArray>& replaced, const QSet<QString>& removed,
+                     QString* error) const;
 
  private:
   ZipArchive() = default;

@@ -19,7 +19,7 @@ QByteArray packed(const QByteArray& page) {
       ->written({{QStringLiteral("document.json"), R"({"pages":[{"_ref":"pages/p"}]})"},
                  {QStringLiteral("meta.json"), R"({"version":136,"build":1})"},
                  {QStringLiteral("pages/p.json"), page}},
-                &error);
+                {}, &error);
 }
 
 /// Fonts want an application, and one for each picture would take most of the time.

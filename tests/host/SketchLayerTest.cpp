@@ -21,11 +21,13 @@ std::string text(const BezierPath& path) {
   std::string out;
   const auto add = [&](const QPointF& point) {
     for (const double value : {point.x(), point.y()}) {
-      out += ' ' + QString::number(std::round(value * 100) / 100 + 0.0).toStdString();
+      out += ' ';
+      out += QString::number(std::round(value * 100) / 100 + 0.0).toStdString();
     }
   };
   for (const BezierPath::Element& element : path.elements()) {
-    out += (out.empty() ? "" : " ") + std::string(1, "MLCZ"[int(element.kind)]);
+    if (!out.empty()) out += ' ';
+    out += "MLCZ"[int(element.kind)];
     const int count = element.kind == BezierPath::Kind::Close   ? 0
                       : element.kind == BezierPath::Kind::Curve ? 3
                                                                 : 1;

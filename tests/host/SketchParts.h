@@ -5,6 +5,7 @@
 #include <map>
 #include <vector>
 
+#include "geometry/PointList.h"
 #include "host/SketchDocument.h"
 #include "host/SketchJson.h"
 #include "platform/ZipArchive.h"
@@ -53,7 +54,7 @@ inline SketchJson filled(const SketchJson& color) {
 inline SketchJson points(const std::vector<std::array<double, 3>>& points) {
   SketchJson list = SketchJson::array();
   for (const auto& [x, y, radius] : points) {
-    const std::string at = "{" + std::to_string(x) + ", " + std::to_string(y) + "}";
+    const std::string at = stringFromPoint({x, y}).toStdString();
     list.push_back({{"_class", "curvePoint"},
                     {"point", at},
                     {"curveFrom", at},
@@ -67,7 +68,7 @@ inline SketchJson points(const std::vector<std::array<double, 3>>& points) {
 
 inline QByteArray packed(const std::map<QString, QByteArray>& files) {
   QString error;
-  return ZipArchive::read({}, &error)->written(files, &error);
+  return ZipArchive::read({}, &error)->written(files, {}, &error);
 }
 
 /// document.json, meta.json and a page "Page" with these layers.
