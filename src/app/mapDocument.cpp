@@ -24,6 +24,9 @@ void check(const DocumentArguments& arguments) {
   if (arguments.layers.empty()) {
     misuse(QStringLiteral("--document needs a --layer for the design (see kelvar layers)"));
   }
+  if (arguments.design == "-" && arguments.layers.size() > 1) {
+    misuse(QStringLiteral("standard input can be read for one --layer only"));
+  }
   if (arguments.json && arguments.output == "-") {
     misuse(QStringLiteral("--json and -o - cannot both write to standard output"));
   }

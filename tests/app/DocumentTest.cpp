@@ -169,6 +169,8 @@ TEST_F(Document, SaysWhatIsWrong) {
        "no artboard \"Nobody\""},
       {"kelvar map missing.png --document doc.sketch --layer Glass -o out.sketch", 1,
        "missing.png"},
+      {"kelvar map - --document doc.sketch --layer Glass --layer Sky -o out.sketch", 2,
+       "standard input"},
       {"kelvar map red.png --layer Glass -o out.png", 2, "--document"},
       {"kelvar refresh none.sketch --in-place", 1, "none.sketch"},
       {"kelvar refresh doc.sketch -o out.sketch --in-place", 2, "one of them"},
