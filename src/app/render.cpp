@@ -100,9 +100,8 @@ void check(const Arguments& arguments) {
 }
 
 void report(const Image& picture, const QStringList& warnings) {
-  const QJsonObject object{
-      {u"size"_s, QJsonArray{picture.pixelWidth(), picture.pixelHeight()}},
-      {u"warnings"_s, QJsonArray::fromStringList(warnings)}};
+  const QJsonObject object{{u"size"_s, QJsonArray{picture.pixelWidth(), picture.pixelHeight()}},
+                           {u"warnings"_s, QJsonArray::fromStringList(warnings)}};
   print(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
@@ -113,10 +112,9 @@ void run(const Arguments& arguments) {
       SketchDocument::open(QString::fromStdString(arguments.document), &error);
   if (!document) fail(error);
   ArtboardRenderer renderer(document);
-  const ImageRef picture =
-      arguments.preview ? renderer.renderPreview(&error)
-                        : renderer.render(*chosenLayer(*document, arguments), arguments.scale,
-                                          &error);
+  const ImageRef picture = arguments.preview ? renderer.renderPreview(&error)
+                                             : renderer.render(*chosenLayer(*document, arguments),
+                                                               arguments.scale, &error);
   if (!picture) fail(error);
   if (!ImageFile::write(*picture, QString::fromStdString(arguments.output), &error)) fail(error);
   if (arguments.json) return report(*picture, renderer.warnings());
@@ -144,9 +142,10 @@ std::function<void()> addRender(CLI::App& program) {
       ->type_name("S")
       ->capture_default_str();
   render->add_flag("--json", arguments->json, "Print the size and the warnings");
-  render->add_option(
-            "-o,--output", arguments->output,
-            "png, jpg (on white) or webp (lossless) by its ending; - is standard output, as PNG")
+  render
+      ->add_option(
+          "-o,--output", arguments->output,
+          "png, jpg (on white) or webp (lossless) by its ending; - is standard output, as PNG")
       ->required()
       ->type_name("OUT");
   return [arguments] { run(*arguments); };

@@ -62,8 +62,10 @@ ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, 
   warnings_.clear();
   const QRectF wanted = scaled(region, scale);
   if (!isHoldable(std::max(1.0, wanted.width()), std::max(1.0, wanted.height()))) {
-    *error = u"the picture of \"%1\" would be %2 by %3 pixels, which is too large"_s.arg(
-        layer.name()).arg(wanted.width()).arg(wanted.height());
+    *error =
+        u"the picture of \"%1\" would be %2 by %3 pixels, which is too large"_s.arg(layer.name())
+            .arg(wanted.width())
+            .arg(wanted.height());
     return nullptr;
   }
   if (region.isEmpty()) {

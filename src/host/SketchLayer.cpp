@@ -2,6 +2,7 @@
 
 #include "host/SketchJson.h"
 #include "host/SketchPath.h"
+#include "host/SketchTransform.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -134,14 +135,7 @@ BezierPath SketchLayer::bezierPath() const {
   return moved;
 }
 
-QTransform SketchLayer::transform() const {
-  const QRectF frame = frameRect();
-  const double x = frame.width() / 2, y = frame.height() / 2;
-  QTransform transform = QTransform::fromTranslate(frame.x() + x, frame.y() + y);
-  transform.rotate(-rotation());
-  transform.scale(isFlippedHorizontal() ? -1 : 1, isFlippedVertical() ? -1 : 1);
-  return transform.translate(-x, -y);
-}
+QTransform SketchLayer::transform() const { return sketchTransform(*json_); }
 
 QVariantMap SketchLayer::userInfo(const QString& key) const {
   const SketchJson& all = memberOf(*json_, kUserInfo);

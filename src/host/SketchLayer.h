@@ -70,8 +70,7 @@ class KELVAR_EXPORT SketchLayer : public Object {
   /// for a shape that stands by itself its own, before its flips and rotation, which turn its fill
   /// along with it.
   BezierPath bezierPath() const;
-  /// From the layer's own coordinates to those around it: flips, then rotation about the middle,
-  /// then the frame's origin.
+  /// From the layer's own coordinates to those around it; see host/SketchTransform.h.
   QTransform transform() const;
 
   /// The layer's "userInfo" under `key`; empty when there is none.

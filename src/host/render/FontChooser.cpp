@@ -40,8 +40,8 @@ Style styleFrom(const QString& name) {
     style.weight = weight;
     break;
   }
-  style.isItalic = words.contains("italic"_L1) || words.contains("oblique"_L1) ||
-                   words.endsWith("it"_L1);
+  style.isItalic =
+      words.contains("italic"_L1) || words.contains("oblique"_L1) || words.endsWith("it"_L1);
   if (words.contains("condensed"_L1) || words.contains("narrow"_L1)) style.stretch = 75;
   return style;
 }

@@ -33,7 +33,8 @@ void convolve(QImage* pixels, const std::vector<float>& weights) {
     const uchar* from = pixels->constScanLine(y);
     std::copy(from, from + stride, line.begin());
     float* to = across.data() + size_t(y) * stride;
-    for (int i = -reach; i <= reach; ++i) add(line.data(), to, stride, i * channels, weights[i + reach]);
+    for (int i = -reach; i <= reach; ++i)
+      add(line.data(), to, stride, i * channels, weights[i + reach]);
   }
   for (int y = 0; y < height; ++y) {
     std::fill(line.begin(), line.end(), 0.5f);  // Rounds when it is cut off below.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "host/render/LayerOutline.h"
+#include "host/SketchTransform.h"
 #include "host/render/LayerStyle.h"
 #include "host/render/ShadowPainter.h"
 
@@ -52,7 +52,7 @@ QRectF contentsExtent(const SketchJson& layers, int documentVersion) {
     extent |= mask ? covered & *mask : covered;
     if (!flagIn(layer, "hasClippingMask") || !flagIn(layer, "isVisible", true)) continue;
     const QRectF cut =
-        layerTransform(layer).mapRect(QRectF({0, 0}, rectIn(layer, "frame").size()));
+        sketchTransform(layer).mapRect(QRectF({0, 0}, rectIn(layer, "frame").size()));
     mask = mask ? cut & *mask : cut;
   }
   return extent;
@@ -72,7 +72,7 @@ QRectF layerExtent(const SketchJson& layer, int documentVersion) {
   if (kind != u"artboard" && kind != u"symbolMaster") {
     extent = withStyle(extent, readLayerStyle(memberOf(layer, "style")), documentVersion);
   }
-  return layerTransform(layer).mapRect(extent);
+  return sketchTransform(layer).mapRect(extent);
 }
 
 }  // namespace kelvar::render

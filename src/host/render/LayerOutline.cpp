@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/SketchPath.h"
+#include "host/SketchTransform.h"
 
 namespace kelvar::render {
 namespace {
@@ -59,7 +60,7 @@ QPainterPath groupOutline(const SketchJson& group, Qt::FillRule rule) {
   bool isFirst = true;
   for (const SketchJson& part : listIn(group, "layers")) {
     if (!flagIn(part, "isVisible", true)) continue;
-    const QPainterPath path = layerTransform(part).map(layerOutline(part));
+    const QPainterPath path = sketchTransform(part).map(layerOutline(part));
     if (path.isEmpty()) continue;
     const int operation = isFirst ? -1 : integerIn(part, "booleanOperation", -1);
     outline = combined(outline, path, operation, rule);
@@ -125,16 +126,6 @@ QPainterPath markerShape(Marker marker, double width) {
 }
 
 }  // namespace
-
-QTransform layerTransform(const SketchJson& layer) {
-  const QRectF frame = rectIn(layer, "frame");
-  const double x = frame.width() / 2, y = frame.height() / 2;
-  QTransform transform = QTransform::fromTranslate(frame.x() + x, frame.y() + y);
-  transform.scale(flagIn(layer, "isFlippedHorizontal") ? -1 : 1,
-                  flagIn(layer, "isFlippedVertical") ? -1 : 1);
-  transform.rotate(-numberIn(layer, "rotation"));
-  return transform.translate(-x, -y);
-}
 
 QPainterPath layerOutline(const SketchJson& layer) {
   const Qt::FillRule rule = integerIn(memberOf(layer, "style"), "windingRule", 1) != 0

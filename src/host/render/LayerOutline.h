@@ -1,16 +1,11 @@
 #pragma once
 
 #include <QPainterPath>
-#include <QTransform>
 
 #include "host/SketchJson.h"
 #include "host/render/LayerStyle.h"
 
 namespace kelvar::render {
-
-/// From a layer's own coordinates to those around it: rotation about the middle, then flips, then
-/// the frame's origin.
-QTransform layerTransform(const SketchJson& layer);
 
 /// The outline of a shape or of a shape group, whose parts are combined as each part's
 /// "booleanOperation" says, in the layer's own coordinates. Empty for other kinds.

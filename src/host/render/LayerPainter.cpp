@@ -1,14 +1,13 @@
 #include "host/render/LayerPainter.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 
+#include "host/SketchTransform.h"
 #include "host/render/GaussianBlur.h"
 #include "host/render/LayerOutline.h"
 #include "host/render/PaintArea.h"
 #include "host/render/PictureTone.h"
-#include "host/render/Resizing.h"
 #include "host/render/SymbolInstance.h"
 
 namespace kelvar::render {
@@ -40,9 +39,7 @@ bool isShapeKind(const QString& kind) {
 }
 
 /// Kinds that have no paint of their own to be drawn with, and so need pixels for their shadows.
-bool isContainerKind(const QString& kind) {
-  return kind == u"group" || kind == u"symbolInstance";
-}
+bool isContainerKind(const QString& kind) { return kind == u"group" || kind == u"symbolInstance"; }
 
 bool isOpaque(const Paint& paint) {
   if (paint.opacity < 1 || paint.blendMode != BlendMode::Normal) return false;
@@ -75,15 +72,6 @@ Canvas cutCanvas(const Canvas& canvas, const QPainterPath& outline) {
   Canvas result = canvas;
   result.clips.append(canvas.toPicture.map(outline));
   return result;
-}
-
-/// "{{x, y}, {width, height}}".
-QRectF inkIn(const SketchJson& layer) {
-  static const QRegularExpression kNumber(u"-?[0-9.]+(e-?[0-9]+)?"_s);
-  QList<double> numbers;
-  auto matches = kNumber.globalMatch(textIn(layer, "glyphBounds"));
-  while (matches.hasNext()) numbers.append(matches.next().captured().toDouble());
-  return numbers.size() == 4 ? QRectF(numbers[0], numbers[1], numbers[2], numbers[3]) : QRectF();
 }
 
 /// Without dashes that would be too many to draw.
@@ -144,7 +132,7 @@ void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
     return warn(u"\"%1\" lies too far away and is left out."_s.arg(textIn(layer, "name")));
   }
   Subject subject{layer, readLayerStyle(memberOf(layer, "style")),
-                  canvas.within(layerTransform(layer)), classOf(layer)};
+                  canvas.within(sketchTransform(layer)), classOf(layer)};
   const bool isLeaf = isShapeKind(subject.kind) || subject.kind == u"text";
   if (isLeaf && reachOnCanvas(subject).isEmpty()) return;
   if (subject.kind == u"artboard" || subject.kind == u"symbolMaster") return paintArtboard(subject);
@@ -152,10 +140,9 @@ void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
   leavesOutPictures_ = withoutPictures_.contains(textIn(layer, "do_objectID"));
   paintBackgroundBlur(subject);
   const LayerStyle& style = subject.style;
-  const bool standsAlone = style.opacity < 1 || style.blendMode != BlendMode::Normal ||
-                           ownBlur(style) > 0 ||
-                           (isContainerKind(subject.kind) &&
-                            (!style.shadows.isEmpty() || tints(subject)));
+  const bool standsAlone =
+      style.opacity < 1 || style.blendMode != BlendMode::Normal || ownBlur(style) > 0 ||
+      (isContainerKind(subject.kind) && (!style.shadows.isEmpty() || tints(subject)));
   if (standsAlone) {
     paintByItself(&subject);
   } else {
@@ -194,7 +181,7 @@ QRectF LayerPainter::reachOf(const SketchJson& layer) {
     shadows |= reach.adjusted(-blurred, -blurred, blurred, blurred).translated(shadow.offset);
   }
   margin += 3 * ownBlur(style);
-  return layerTransform(layer).mapRect(shadows.adjusted(-margin, -margin, margin, margin));
+  return sketchTransform(layer).mapRect(shadows.adjusted(-margin, -margin, margin, margin));
 }
 
 QRectF LayerPainter::reachOfContents(const SketchJson& container) {
@@ -216,7 +203,7 @@ QRectF LayerPainter::reachOfInstance(const SketchJson& instance) {
 }
 
 QRect LayerPainter::reachOnCanvas(const Subject& subject) {
-  const QTransform toPicture = layerTransform(subject.layer).inverted() * subject.canvas.toPicture;
+  const QTransform toPicture = sketchTransform(subject.layer).inverted() * subject.canvas.toPicture;
   const QRectF reach = toPicture.mapRect(reachOf(subject.layer));
   const QRectF seen = subject.canvas.surface->rect();
   return (reach & seen).toAlignedRect().intersected(subject.canvas.surface->rect());
@@ -266,8 +253,7 @@ void LayerPainter::paintSubject(const Subject& subject) {
   for (const Blur& blur : subject.style.blurs) {
     if (blur.kind != Blur::Kind::Motion && blur.kind != Blur::Kind::Zoom) continue;
     warn(u"The %1 blur of \"%2\" is drawn as a Gaussian blur."_s.arg(
-        blur.kind == Blur::Kind::Motion ? u"motion"_s : u"zoom"_s,
-        textIn(subject.layer, "name")));
+        blur.kind == Blur::Kind::Motion ? u"motion"_s : u"zoom"_s, textIn(subject.layer, "name")));
   }
   if (isShapeKind(subject.kind)) return paintShape(subject);
   if (subject.kind == u"text") return paintText(subject);
@@ -308,7 +294,8 @@ void LayerPainter::paintInstance(const Subject& subject) {
   const double scale = numberIn(subject.layer, "scale", 1);
   Canvas canvas = subject.canvas;
   if (scale > 0 && scale != 1) canvas = canvas.within(QTransform::fromScale(scale, scale));
-  if (flagIn(content, "hasBackgroundColor") && flagIn(content, "includeBackgroundColorInInstance")) {
+  if (flagIn(content, "hasBackgroundColor") &&
+      flagIn(content, "includeBackgroundColorInInstance")) {
     QPainter painter;
     begin(&painter, canvas);
     painter.fillPath(rectPath({{0, 0}, rectIn(content, "frame").size()}),
@@ -375,8 +362,8 @@ void LayerPainter::paintBorders(const Subject& subject, const QPainterPath& outl
     const QPainterPath side = isInside ? outline : everythingBut(outline, 4 * width);
     // Twice the width, of which the side shows one half.
     const QPainterPath area = strokeArea(outline, style, 2 * width, detail);
-    const QRectF box = isInside ? subject.frame()
-                                : subject.frame().adjusted(-width, -width, width, width);
+    const QRectF box =
+        isInside ? subject.frame() : subject.frame().adjusted(-width, -width, width, width);
     paintWith(border.paint, area, box, cutCanvas(subject.canvas, side));
   }
 }
@@ -393,7 +380,8 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
     if (border.position == Border::Position::Inside && isFilled && !isCentered) continue;
     const double width = isCentered ? border.thickness : 2 * border.thickness;
     QPainterPath area = strokeArea(outline, style, width, scale);
-    if (border.position == Border::Position::Inside && !isCentered) area = area.intersected(outline);
+    if (border.position == Border::Position::Inside && !isCentered)
+      area = area.intersected(outline);
     borders.append(toPicture.map(area));
     margin = std::max(margin, width * style.miterLimit / 2 * scale);
   }
@@ -408,8 +396,7 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
     pen.setJoinStyle(Qt::MiterJoin);
     painter.strokePath(filled, pen);
   };
-  const bool isSolid =
-      std::any_of(style.fills.begin(), style.fills.end(), isOpaque) || !isFilled;
+  const bool isSolid = std::any_of(style.fills.begin(), style.fills.end(), isOpaque) || !isFilled;
   QRectF bounds = filled.boundingRect();
   for (const QPainterPath& border : borders) bounds |= border.boundingRect();
   return {bounds, draw, !isSolid};
@@ -433,12 +420,12 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
   for (const Blur& glass : subject.style.blurs) {
     if (glass.kind != Blur::Kind::Background || !(glass.radius > 0)) continue;
     const QPainterPath outline = maskOutline(subject.layer);
-    const QPainterPath place = subject.canvas.toPicture.map(
-        layerTransform(subject.layer).inverted().map(outline));
-    const double deviation =
-        std::min(glass.radius * scaleOf(subject.canvas.toPicture), kMostBlur);
+    const QPainterPath place =
+        subject.canvas.toPicture.map(sketchTransform(subject.layer).inverted().map(outline));
+    const double deviation = std::min(glass.radius * scaleOf(subject.canvas.toPicture), kMostBlur);
     const int reach = blurReach(deviation);
-    const QRect rect = place.boundingRect().toAlignedRect()
+    const QRect rect = place.boundingRect()
+                           .toAlignedRect()
                            .adjusted(-reach, -reach, reach, reach)
                            .intersected(subject.canvas.surface->rect());
     if (rect.isEmpty()) continue;
@@ -453,19 +440,7 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
 }
 
 TextShape LayerPainter::textOf(const SketchJson& layer) {
-  const SketchJson& textStyle = memberOf(memberOf(layer, "style"), "textStyle");
-  const int vertical = integerIn(
-      textStyle, "verticalAlignment",
-      integerIn(memberOf(textStyle, "encodedAttributes"), "textStyleVerticalAlignmentKey"));
-  const int behaviour = integerIn(layer, "textBehaviour");
-  TextBox box{.size = rectIn(layer, "frame").size(),
-              .behaviour = TextBox::Behaviour(std::clamp(behaviour, 0, 2)),
-              .vertical = TextBox::Vertical(std::clamp(vertical, 0, 2)),
-              .hasOldLineSpacing = integerIn(layer, "lineSpacingBehaviour") != 2,
-              .fitsText = !flagIn(layer, kHasForeignFrame),
-              .ink = {}};
-  if (!box.hasOldLineSpacing) box.ink = inkIn(layer);
-  const TextShape shape = shapeText(readTextRuns(layer), box);
+  const TextShape shape = shapeText(readTextRuns(layer), readTextBox(layer));
   for (const QString& font : shape.missingFonts) {
     warn(u"The font %1 is not installed; another stands in."_s.arg(font));
   }
@@ -533,7 +508,7 @@ void LayerPainter::paintBitmap(const Subject& subject) {
 /// What a layer that masks lets through, in the coordinates around it.
 QPainterPath LayerPainter::maskOutline(const SketchJson& layer) {
   const QString kind = classOf(layer);
-  const QTransform toParent = layerTransform(layer);
+  const QTransform toParent = sketchTransform(layer);
   if (isShapeKind(kind)) return toParent.map(layerOutline(layer));
   if (kind == u"text") return toParent.map(textOf(layer).outline());
   return toParent.map(rectPath({{0, 0}, rectIn(layer, "frame").size()}));

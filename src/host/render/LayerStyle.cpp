@@ -15,15 +15,15 @@ Enum choice(const SketchJson& object, const char* key, Enum otherwise, Enum last
 }
 
 Gradient readGradient(const SketchJson& json) {
-  Gradient gradient{.kind = choice(json, "gradientType", Gradient::Kind::Linear,
-                                   Gradient::Kind::Angular),
-                    .from = pointIn(json, "from"),
-                    .to = pointIn(json, "to"),
-                    .ellipse = numberIn(json, "elipseLength"),
-                    .stops = {}};
+  Gradient gradient{
+      .kind = choice(json, "gradientType", Gradient::Kind::Linear, Gradient::Kind::Angular),
+      .from = pointIn(json, "from"),
+      .to = pointIn(json, "to"),
+      .ellipse = numberIn(json, "elipseLength"),
+      .stops = {}};
   for (const SketchJson& stop : listIn(json, "stops")) {
-    gradient.stops.append({std::clamp(numberIn(stop, "position"), 0.0, 1.0),
-                           readColor(memberOf(stop, "color"))});
+    gradient.stops.append(
+        {std::clamp(numberIn(stop, "position"), 0.0, 1.0), readColor(memberOf(stop, "color"))});
   }
   std::stable_sort(gradient.stops.begin(), gradient.stops.end(),
                    [](const auto& a, const auto& b) { return a.position < b.position; });
@@ -77,8 +77,8 @@ void readBorderOptions(const SketchJson& options, LayerStyle* style) {
 
 /// Documents before Sketch 52 say "decoration" for "marker".
 Marker readMarker(const SketchJson& style, const char* key, const char* oldKey) {
-  return Marker(std::clamp(integerIn(style, key, integerIn(style, oldKey)), 0,
-                           int(Marker::FilledSquare)));
+  return Marker(
+      std::clamp(integerIn(style, key, integerIn(style, oldKey)), 0, int(Marker::FilledSquare)));
 }
 
 /// Calls `add` for each enabled part under `key`, which in some versions is one object.
@@ -116,10 +116,10 @@ LayerStyle readLayerStyle(const SketchJson& json) {
   eachEnabled(json, "borders", [&](const SketchJson& border) {
     const double thickness = numberIn(border, "thickness", 1);
     if (!(thickness > 0)) return;
-    style.borders.append({readPaint(border),
-                          choice(border, "position", Border::Position::Center,
-                                 Border::Position::Outside),
-                          thickness});
+    style.borders.append(
+        {readPaint(border),
+         choice(border, "position", Border::Position::Center, Border::Position::Outside),
+         thickness});
   });
   eachEnabled(json, "shadows", [&](const auto& part) { style.shadows.append(readShadow(part)); });
   eachEnabled(json, "innerShadows",

@@ -109,9 +109,7 @@ QBrush angularBrush(const Gradient& gradient, const QRectF& box) {
 
 }  // namespace
 
-double scaleOf(const QTransform& transform) {
-  return std::sqrt(std::abs(transform.determinant()));
-}
+double scaleOf(const QTransform& transform) { return std::sqrt(std::abs(transform.determinant())); }
 
 QImage shrunkFor(const QImage& picture, const QRectF& target, const QTransform& toDevice) {
   const double across = std::hypot(toDevice.m11(), toDevice.m12()) * target.width();

@@ -17,8 +17,12 @@ struct Held {
 
 /// A bit that is set lets go.
 constexpr int kEverythingFlexible = 63;
-Held heldAcross(int constraint) { return {!(constraint & 4), !(constraint & 2), !(constraint & 1)}; }
-Held heldDown(int constraint) { return {!(constraint & 32), !(constraint & 16), !(constraint & 8)}; }
+Held heldAcross(int constraint) {
+  return {!(constraint & 4), !(constraint & 2), !(constraint & 1)};
+}
+Held heldDown(int constraint) {
+  return {!(constraint & 32), !(constraint & 16), !(constraint & 8)};
+}
 
 /// What is free shares the change in proportion.
 Side resized(const Side& side, const Held& held, double from, double to) {
@@ -29,8 +33,9 @@ Side resized(const Side& side, const Held& held, double from, double to) {
   if (!held.end) free += end;
   if (held.start && held.length) return side;
   if (std::abs(free) < 1e-9) {
-    if (held.start || held.length) return held.length ? Side{to - end - side.length, side.length}
-                                                      : Side{side.start, side.length + to - from};
+    if (held.start || held.length)
+      return held.length ? Side{to - end - side.length, side.length}
+                         : Side{side.start, side.length + to - from};
     return side;
   }
   const double factor = (free + to - from) / free;
@@ -55,10 +60,10 @@ void resizeLayers(SketchJson* container, const QSizeF& from, const QSizeF& to) {
     if (!layer.is_object()) continue;
     const QRectF frame = rectIn(layer, "frame");
     const int constraint = integerIn(layer, "resizingConstraint", kEverythingFlexible);
-    const Side across = resized({frame.x(), frame.width()}, heldAcross(constraint), from.width(),
-                                to.width());
-    const Side down = resized({frame.y(), frame.height()}, heldDown(constraint), from.height(),
-                              to.height());
+    const Side across =
+        resized({frame.x(), frame.width()}, heldAcross(constraint), from.width(), to.width());
+    const Side down =
+        resized({frame.y(), frame.height()}, heldDown(constraint), from.height(), to.height());
     SketchJson& changed = layer["frame"];
     changed["x"] = across.start;
     changed["y"] = down.start;

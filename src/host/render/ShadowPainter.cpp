@@ -49,7 +49,9 @@ void move(Surface* surface, const QPointF& offset) {
 
 }  // namespace
 
-double shadowMargin(const Shadow& shadow) { return std::max(0.0, shadow.blurRadius + shadow.spread); }
+double shadowMargin(const Shadow& shadow) {
+  return std::max(0.0, shadow.blurRadius + shadow.spread);
+}
 
 void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const Canvas& canvas) {
   if (shadow.color.alpha() == 0) return;
@@ -85,8 +87,9 @@ void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double 
   if (rim.isEmpty()) return;
   rim.pixels.fill(Qt::black);
   QPainter painter;
-  begin(&painter, {&rim, QTransform::fromTranslate(shadow.offset.x() * scale,
-                                                   shadow.offset.y() * scale), {}});
+  begin(
+      &painter,
+      {&rim, QTransform::fromTranslate(shadow.offset.x() * scale, shadow.offset.y() * scale), {}});
   painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
   painter.fillPath(outline, Qt::black);
   if (spread > 0) {

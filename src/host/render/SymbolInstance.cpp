@@ -1,6 +1,7 @@
 #include "host/render/SymbolInstance.h"
 
 #include "host/render/Resizing.h"
+#include "host/render/SymbolLayout.h"
 
 namespace kelvar::render {
 namespace {
@@ -144,8 +145,8 @@ class Expansion {
     } else if (property == u"isVisible") {
       (*layer)["isVisible"] = value;
     } else if (!setDetail(layer, property, value)) {
-      const QString warning = u"The override \"%1\" of \"%2\" is left out."_s.arg(
-          property, textIn(*layer, "name"));
+      const QString warning =
+          u"The override \"%1\" of \"%2\" is left out."_s.arg(property, textIn(*layer, "name"));
       if (!warnings_->contains(warning)) warnings_->append(warning);
     }
     (*layer)[kHasForeignFrame] = true;
@@ -220,6 +221,7 @@ SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& do
       if ((change.property == u"symbolID") == isSymbol) expansion.apply(change, &expanded);
     }
   }
+  layOut(&expanded);
   const double scale = numberIn(instance, "scale", 1);
   const QSizeF size = rectIn(instance, "frame").size() / (scale > 0 ? scale : 1);
   resizeLayers(&expanded, rectIn(expanded, "frame").size(), size);
@@ -227,7 +229,8 @@ SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& do
   expanded["frame"]["height"] = size.height();
   return expanded;
 } catch (const SketchJson::exception&) {  // A member of a kind that nobody expects.
-  warnings->append(u"The symbol in \"%1\" is damaged and left out."_s.arg(textIn(instance, "name")));
+  warnings->append(
+      u"The symbol in \"%1\" is damaged and left out."_s.arg(textIn(instance, "name")));
   return {};
 }
 

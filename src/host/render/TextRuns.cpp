@@ -154,8 +154,7 @@ CharacterStyle readCharacterStyle(const SketchJson& attributes) {
 
   const SketchJson& paragraph = memberOf(attributes, "paragraphStyle");
   const SketchJson& oldParagraph = memberOf(attributes, "NSParagraphStyle");
-  const QVariant archive =
-      archived(paragraph.contains("_archive") ? paragraph : oldParagraph);
+  const QVariant archive = archived(paragraph.contains("_archive") ? paragraph : oldParagraph);
   if (archive.isValid()) {
     setParagraph(archive.toMap(), &style);
   } else {

@@ -2,16 +2,20 @@
 
 #include <QGlyphRun>
 #include <QRawFont>
+#include <QRegularExpression>
 #include <QTextLayout>
 #include <QtEndian>
 #include <algorithm>
 #include <cmath>
 
+#include "host/SketchJson.h"
 #include "host/render/FontChooser.h"
+#include "host/render/Resizing.h"
 
 namespace kelvar::render {
 namespace {
 
+using namespace Qt::StringLiterals;
 using Alignment = ParagraphStyle::Alignment;
 
 /// Text is laid out this many times as large as it is drawn: fonts have whole pixel sizes, and
@@ -56,17 +60,25 @@ struct FontRun {
 
 QString withCase(const QString& text, CharacterStyle::Case letters) {
   if (letters == CharacterStyle::Case::AsTyped) return text;
-  const QString changed =
-      letters == CharacterStyle::Case::Upper ? text.toUpper() : text.toLower();
+  const QString changed = letters == CharacterStyle::Case::Upper ? text.toUpper() : text.toLower();
   // Runs count characters: one that becomes two ("ß") is left alone.
   if (changed.size() == text.size()) return changed;
   QString kept;
   for (const QChar c : text) {
-    const QString one = letters == CharacterStyle::Case::Upper ? QString(c).toUpper()
-                                                               : QString(c).toLower();
+    const QString one =
+        letters == CharacterStyle::Case::Upper ? QString(c).toUpper() : QString(c).toLower();
     kept += one.size() == 1 ? one : QString(c);
   }
   return kept;
+}
+
+/// "{{x, y}, {width, height}}".
+QRectF inkIn(const SketchJson& layer) {
+  static const QRegularExpression kNumber(u"-?[0-9.]+(e-?[0-9]+)?"_s);
+  QList<double> numbers;
+  auto matches = kNumber.globalMatch(textIn(layer, "glyphBounds"));
+  while (matches.hasNext()) numbers.append(matches.next().captured().toDouble());
+  return numbers.size() == 4 ? QRectF(numbers[0], numbers[1], numbers[2], numbers[3]) : QRectF();
 }
 
 class Typesetter {
@@ -100,8 +112,9 @@ class Typesetter {
   /// or where that would not help.
   double spacingToFit() const {
     if (breaksLines() || !box_.fitsText || lines_.isEmpty()) return 0;
-    const Line& widest = *std::max_element(
-        lines_.begin(), lines_.end(), [](const Line& a, const Line& b) { return a.width < b.width; });
+    const Line& widest =
+        *std::max_element(lines_.begin(), lines_.end(),
+                          [](const Line& a, const Line& b) { return a.width < b.width; });
     const double missing = box_.size.width() - widest.width;
     const bool isRounding = missing > -0.1 && missing <= 1;
     const bool isFarOff = std::abs(missing) > kMostSpacing * widest.width;
@@ -142,9 +155,9 @@ class Typesetter {
   }
 
   const FontRun& runAt(qsizetype position) const {
-    const auto after = std::upper_bound(
-        runs_.begin(), runs_.end(), position,
-        [](qsizetype at, const FontRun& run) { return at < run.start; });
+    const auto after =
+        std::upper_bound(runs_.begin(), runs_.end(), position,
+                         [](qsizetype at, const FontRun& run) { return at < run.start; });
     return after == runs_.begin() ? runs_.first() : *(after - 1);
   }
 
@@ -182,8 +195,8 @@ class Typesetter {
     breakLines(&layout);
     Alignment alignment = first.style.paragraph.alignment;
     if (alignment == Alignment::Natural || alignment == Alignment::Justified) {
-      alignment = text_.mid(start, end - start).isRightToLeft() ? Alignment::Right
-                                                                : Alignment::Left;
+      alignment =
+          text_.mid(start, end - start).isRightToLeft() ? Alignment::Right : Alignment::Left;
     }
     for (int i = 0; i < layout.lineCount(); ++i) {
       y = addLine(layout.lineAt(i), start, alignment, first, y);
@@ -215,8 +228,8 @@ class Typesetter {
     const double baseline = y + baselineIn(height, metrics);
     const qsizetype firstArea = shape_.areas.size();
     addGlyphs(line, paragraph, baseline);
-    lines_.append({firstArea, shape_.areas.size(), end - start, line.naturalTextWidth() / kZoom,
-                   alignment});
+    lines_.append(
+        {firstArea, shape_.areas.size(), end - start, line.naturalTextWidth() / kZoom, alignment});
     return y + height;
   }
 
@@ -234,17 +247,17 @@ class Typesetter {
 
   void addGlyphs(const QTextLine& line, qsizetype paragraph, double baseline) {
     const qsizetype start = paragraph + line.textStart();
-    eachRun(start, start + line.textLength(), [&](const FontRun& run, qsizetype at,
-                                                  qsizetype length) {
-      TextShape::Area area{{}, run.style.color};
-      const double y = baseline - run.style.baselineOffset;
-      for (const QGlyphRun& glyphs : line.glyphRuns(int(at - paragraph), int(length))) {
-        addGlyphRun(glyphs, line.ascent() + line.y(), y, &area.path);
-      }
-      addLinesAlong(line, run, at - paragraph, length, y, &area.path);
-      area.path.setFillRule(Qt::WindingFill);
-      shape_.areas.append(area);
-    });
+    eachRun(start, start + line.textLength(),
+            [&](const FontRun& run, qsizetype at, qsizetype length) {
+              TextShape::Area area{{}, run.style.color};
+              const double y = baseline - run.style.baselineOffset;
+              for (const QGlyphRun& glyphs : line.glyphRuns(int(at - paragraph), int(length))) {
+                addGlyphRun(glyphs, line.ascent() + line.y(), y, &area.path);
+              }
+              addLinesAlong(line, run, at - paragraph, length, y, &area.path);
+              area.path.setFillRule(Qt::WindingFill);
+              shape_.areas.append(area);
+            });
   }
 
   static void addGlyphRun(const QGlyphRun& glyphs, double layoutBaseline, double baseline,
@@ -264,7 +277,8 @@ class Typesetter {
                             qsizetype length, double y, QPainterPath* path) {
     if (!run.style.underline && !run.style.strikethrough) return;
     const double left = line.cursorToX(int(at)) / kZoom;
-    const double right = std::min(line.cursorToX(int(at + length)), line.naturalTextWidth()) / kZoom;
+    const double right =
+        std::min(line.cursorToX(int(at + length)), line.naturalTextWidth()) / kZoom;
     const auto addLineAt = [&](double middle) {
       path->addRect(left, middle - run.lineThickness / 2, right - left, run.lineThickness);
     };
@@ -325,6 +339,21 @@ class Typesetter {
 };
 
 }  // namespace
+
+TextBox readTextBox(const SketchJson& layer) {
+  const SketchJson& style = memberOf(memberOf(layer, "style"), "textStyle");
+  const int vertical =
+      integerIn(style, "verticalAlignment",
+                integerIn(memberOf(style, "encodedAttributes"), "textStyleVerticalAlignmentKey"));
+  const bool isOld = integerIn(layer, "lineSpacingBehaviour") != 2;
+  return {.size = rectIn(layer, "frame").size(),
+          .behaviour = TextBox::Behaviour(std::clamp(integerIn(layer, "textBehaviour"), 0, 2)),
+          .vertical = TextBox::Vertical(std::clamp(vertical, 0, 2)),
+          .hasOldLineSpacing = isOld,
+          .fitsText = !flagIn(layer, kHasForeignFrame),
+          // Old documents have the lines' extents in its place.
+          .ink = isOld ? QRectF() : inkIn(layer)};
+}
 
 QPainterPath TextShape::outline() const {
   QPainterPath outline;

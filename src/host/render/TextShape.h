@@ -28,6 +28,9 @@ struct TextBox {
   QRectF ink;
 };
 
+/// Of a text layer's JSON.
+TextBox readTextBox(const nlohmann::ordered_json& layer);
+
 /// A text set in lines: outlines of its glyphs and of the lines drawn along them, from the layer's
 /// origin.
 struct TextShape {
@@ -45,10 +48,10 @@ struct TextShape {
 };
 
 /// Sets the text: lines are broken, aligned and placed as the design's platform does it, glyphs are
-/// unhinted and stand at fractions of a pixel. Where the frame was made to fit the text but the font
-/// has other widths here, characters are spaced to fill it; where a font is missing, the stand-in's
-/// glyphs are stretched, to what the host measured of them if that is known. Needs an application
-/// with fonts.
+/// unhinted and stand at fractions of a pixel. Where the frame was made to fit the text but the
+/// font has other widths here, characters are spaced to fill it; where a font is missing, the
+/// stand-in's glyphs are stretched, to what the host measured of them if that is known. Needs an
+/// application with fonts.
 TextShape shapeText(const TextRuns& runs, const TextBox& box);
 
 }  // namespace kelvar::render

@@ -29,17 +29,19 @@ TEST(Resizing, HoldsWhatTheConstraintHolds) {
         {with(layer("oval", frame(10, 20, 40, 30)), {{"resizingConstraint", kFree & ~held}})});
     resizeLayers(&group, {100, 100}, {200, 150});
     const QRectF got = rectIn(group["layers"][0], "frame");
-    for (const auto& [a, b] : {std::pair{got.x(), expected.x()}, {got.y(), expected.y()},
-                               {got.width(), expected.width()}, {got.height(), expected.height()}}) {
+    for (const auto& [a, b] : {std::pair{got.x(), expected.x()},
+                               {got.y(), expected.y()},
+                               {got.width(), expected.width()},
+                               {got.height(), expected.height()}}) {
       EXPECT_NEAR(a, b, 1e-5) << held;
     }
   }
 }
 
 TEST(Resizing, GroupsPassItOn) {
-  SketchJson outer = container("group", frame(0, 0, 100, 100),
-                               {container("group", frame(0, 0, 50, 50),
-                                          {layer("oval", frame(10, 10, 20, 20))})});
+  SketchJson outer =
+      container("group", frame(0, 0, 100, 100),
+                {container("group", frame(0, 0, 50, 50), {layer("oval", frame(10, 10, 20, 20))})});
   resizeLayers(&outer, {100, 100}, {200, 100});
   EXPECT_EQ(rectIn(outer["layers"][0]["layers"][0], "frame"), QRectF(20, 10, 40, 20));
 }

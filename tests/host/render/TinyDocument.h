@@ -16,7 +16,10 @@ using List = std::vector<SketchJson>;
 
 /// Layers of a Sketch document in as few words as tests like.
 inline SketchJson color(const QColor& c) {
-  return {{"_class", "color"}, {"red", c.redF()}, {"green", c.greenF()}, {"blue", c.blueF()},
+  return {{"_class", "color"},
+          {"red", c.redF()},
+          {"green", c.greenF()},
+          {"blue", c.blueF()},
           {"alpha", c.alphaF()}};
 }
 
@@ -61,8 +64,11 @@ struct TinyDocument {
   std::map<QString, QByteArray> files;
 
   SketchDocumentRef open() const {
-    const SketchJson page = {{"_class", "page"}, {"name", "Page"}, {"do_objectID", "PAGE"},
-                             {"frame", frame(0, 0, 0, 0)}, {"layers", layers}};
+    const SketchJson page = {{"_class", "page"},
+                             {"name", "Page"},
+                             {"do_objectID", "PAGE"},
+                             {"frame", frame(0, 0, 0, 0)},
+                             {"layers", layers}};
     SketchJson json = document;
     json["_class"] = "document";
     json["pages"] = SketchJson::array({{{"_class", "MSJSONFileReference"},
