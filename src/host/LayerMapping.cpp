@@ -114,12 +114,12 @@ QString LayerMapping::objectionTo(const SketchLayerRef& layer) {
   if (!layer->isShape() && !layer->isShapeGroup()) {
     return QStringLiteral("it is no shape (%1)").arg(layer->kind());
   }
+  const QSizeF frame = frameSize(*layer);
+  if (!(frame.width() > 0 && frame.height() > 0)) return QStringLiteral("its frame is empty");
   const PointList corners = cornersOf(layer);
   if (corners.size() != 4) {
     return QStringLiteral("it has %1 corners, and a design needs four").arg(corners.size());
   }
-  const QSizeF frame = frameSize(*layer);
-  if (!(frame.width() > 0 && frame.height() > 0)) return QStringLiteral("its frame is empty");
   return !Mapping::neededSize(Mapping{.path = corners}.quadOnPhoto()).isEmpty()
              ? QString()
              : QStringLiteral(

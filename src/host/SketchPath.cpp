@@ -95,8 +95,8 @@ OutlinePoint pointFromJson(const SketchJson& point) {
 
 /// Where the points and what goes with them are: in the shape itself, before Sketch 50 in its
 /// "path".
-const SketchJson& holderOfPoints(const SketchJson& shape) {
-  return shape.contains("points") ? shape : memberOf(shape, "path");
+const SketchJson& holderOf(const SketchJson& shape, const char* key) {
+  return shape.contains(key) ? shape : memberOf(shape, "path");
 }
 
 /// A rectangle's radius for all corners counts where its points have none of their own.
@@ -112,7 +112,7 @@ void takeFixedRadius(const SketchJson& shape, Outline* outline) {
 
 Outline outlineOf(const SketchJson& shape, const QSizeF& size) {
   Outline outline;
-  for (const SketchJson& point : listIn(holderOfPoints(shape), "points")) {
+  for (const SketchJson& point : listIn(holderOf(shape, "points"), "points")) {
     if (point.is_object()) outline.push_back(pointFromJson(point));
   }
   if (outline.empty()) outline = pointsOfKind(shape);
@@ -216,9 +216,10 @@ class Walk {
 
 BezierPath sketchPath(const SketchJson& shape, const QSizeF& size) {
   constexpr int kSmooth = 2;
-  const SketchJson& holder = holderOfPoints(shape);
-  const bool isClosed = flagIn(holder, "isClosed", classOf(shape) != u"shapePath");
-  const bool isSmooth = integerIn(holder, "pointRadiusBehaviour") == kSmooth;
+  const bool isClosed =
+      flagIn(holderOf(shape, "isClosed"), "isClosed", classOf(shape) != u"shapePath");
+  const bool isSmooth =
+      integerIn(holderOf(shape, "pointRadiusBehaviour"), "pointRadiusBehaviour") == kSmooth;
   const Outline outline = outlineOf(shape, size);
   return Walk(outline, isClosed, isSmooth).path();
 }

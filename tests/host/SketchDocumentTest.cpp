@@ -152,21 +152,26 @@ TEST(SketchDocument, ReadsPicturesByReferenceAndKeepsNewOnesUnderTheirHash) {
 /// A document with one more file, whose entry `change` may tamper with.
 template <class Change>
 QByteArray tampered(const char* name, const QByteArray& content, Change change) {
-  const QByteArray document = packed(parts::files({}));
   zip_error_t error;
-  zip_source_t* source =
-      zip_source_buffer_create(document.constData(), zip_uint64_t(document.size()), 0, &error);
-  zip_t* archive = zip_open_from_source(source, 0, &error);
+  zip_error_init(&error);
+  zip_source_t* source = zip_source_buffer_create(nullptr, 0, 0, &error);
+  zip_t* archive = zip_open_from_source(source, ZIP_CREATE | ZIP_TRUNCATE, &error);
   zip_source_keep(source);
-  zip_source_t* file =
-      zip_source_buffer(archive, content.constData(), zip_uint64_t(content.size()), 0);
-  change(archive, zip_uint64_t(zip_file_add(archive, name, file, ZIP_FL_ENC_UTF_8)));
+  const auto add = [&](const char* path, const QByteArray& bytes) {
+    zip_source_t* file =
+        zip_source_buffer(archive, bytes.constData(), zip_uint64_t(bytes.size()), 0);
+    return zip_uint64_t(zip_file_add(archive, path, file, ZIP_FL_ENC_UTF_8));
+  };
+  const auto files = parts::files({});
+  for (const auto& [path, bytes] : files) add(path.toUtf8().constData(), bytes);
+  change(archive, add(name, content));
   EXPECT_EQ(zip_close(archive), 0);
   zip_stat_t stat;
   zip_source_stat(source, &stat);
   QByteArray bytes(qsizetype(stat.size), 0);
   zip_source_open(source);
   zip_source_read(source, bytes.data(), stat.size);
+  zip_source_close(source);
   zip_source_free(source);
   return bytes;
 }

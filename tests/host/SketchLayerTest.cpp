@@ -116,7 +116,8 @@ TEST(SketchLayer, RoundsCorners) {
     const char* path;
   } cases[] = {
       {"one corner", 2, 0, 0, "M 2 0 L 10 0 L 10 10 L 0 10 L 0 2 C 0 0.9 0.9 0 2 0 Z"},
-      {"a whole side for one", 99, 0, 0, "M 10 0 L 10 10 L 0 10 L 0 10 C 0 4.48 4.48 0 10 0 Z"},
+      {"a whole side for one", 99, 0, 0,
+       "M 10 0 L 10 0 L 10 10 L 0 10 L 0 10 C 0 4.48 4.48 0 10 0 Z"},
       {"a side shared in proportion", 30, 0, 10,
        "M 7.5 0 L 7.5 0 C 8.88 0 10 1.12 10 2.5 L 10 10 L 0 10 L 0 7.5 C 0 3.36 3.36 0 7.5 0 Z"},
       {"inwards", 2, 1, 0, "M 2 0 L 10 0 L 10 10 L 0 10 L 0 2 C 1.1 2 2 1.1 2 0 Z"},

@@ -1,5 +1,7 @@
 #include "platform/zip/LibzipArchive.h"
 
+#include <tuple>
+
 #include <zip.h>
 
 namespace kelvar {
@@ -123,23 +125,19 @@ QByteArray LibzipArchive::file(const QString& name, QString* error) const {
 
 QByteArray LibzipArchive::written(const std::map<QString, QByteArray>& replaced,
                                   const QSet<QString>& removed, QString* error) const {
+  static const QByteArray kNothing;
   zip_source_t* source = nullptr;
-  const int flags = bytes_.isEmpty() ? ZIP_CREATE | ZIP_TRUNCATE : 0;
-  Handle archive = openOver(bytes_, flags, &source, error);
+  // A new archive: where libzip 1.7 changes one in memory, it frees what it does not own.
+  Handle archive = openOver(kNothing, ZIP_CREATE | ZIP_TRUNCATE, &source, error);
   if (!archive) return {};
-  for (const auto& [name, bytes] : replaced) {
-    if (!replace(archive.get(), name, bytes)) {
-      *error = sentenceOf(zip_get_error(archive.get()));
-      return {};
-    }
-  }
-  for (const QString& name : removed) {
-    if (contains(name)) zip_delete(archive.get(), indexes_.value(name));
+  if (!addAll(archive.get(), replaced, removed)) {
+    *error = sentenceOf(zip_get_error(archive.get()));
+    return {};
   }
   zip_source_keep(source);
   QByteArray result;
   if (zip_close(archive.get()) == 0) {
-    archive.release();
+    std::ignore = archive.release();
     result = allOf(source);
     if (result.isEmpty()) *error = sentenceOf(zip_source_error(source));
   } else {
@@ -150,18 +148,44 @@ QByteArray LibzipArchive::written(const std::map<QString, QByteArray>& replaced,
   return result;
 }
 
-bool LibzipArchive::replace(zip* archive, const QString& name, const QByteArray& bytes) const {
+bool LibzipArchive::addAll(zip_t* archive, const std::map<QString, QByteArray>& replaced,
+                           const QSet<QString>& removed) const {
+  const zip_int64_t count = zip_ ? zip_get_num_entries(zip_.get(), 0) : 0;
+  for (zip_uint64_t i = 0; i < zip_uint64_t(count); ++i) {
+    const QString name = QString::fromUtf8(zip_get_name(zip_.get(), i, 0));
+    if (removed.contains(name)) continue;
+    const auto found = replaced.find(name);
+    const bool isAdded =
+        found == replaced.end() ? copy(archive, i, name) : add(archive, name, found->second);
+    if (!isAdded) return false;
+  }
+  for (const auto& [name, bytes] : replaced) {
+    if (!contains(name) && !add(archive, name, bytes)) return false;
+  }
+  return true;
+}
+
+bool LibzipArchive::copy(zip_t* archive, zip_uint64_t index, const QString& name) const {
+  const QByteArray utf8 = name.toUtf8();
+  if (name.endsWith(u'/')) return zip_dir_add(archive, utf8.constData(), ZIP_FL_ENC_UTF_8) >= 0;
+  // Still packed.
+  zip_source_t* file = zip_source_zip(archive, zip_.get(), index, 0, 0, -1);
+  if (!file) return false;
+  if (zip_file_add(archive, utf8.constData(), file, ZIP_FL_ENC_UTF_8) >= 0) return true;
+  zip_source_free(file);
+  return false;
+}
+
+bool LibzipArchive::add(zip_t* archive, const QString& name, const QByteArray& bytes) {
   zip_source_t* file = zip_source_buffer(archive, bytes.constData(), zip_uint64_t(bytes.size()), 0);
   if (!file) return false;
-  const bool isNew = !contains(name);
-  const zip_int64_t added =
-      isNew ? zip_file_add(archive, name.toUtf8().constData(), file, ZIP_FL_ENC_UTF_8) : 0;
-  const zip_uint64_t index = isNew ? zip_uint64_t(added) : indexes_.value(name);
-  if (added < 0 || (!isNew && zip_file_replace(archive, index, file, 0) < 0)) {
-    zip_source_free(file);
-    return false;
+  const zip_int64_t index =
+      zip_file_add(archive, name.toUtf8().constData(), file, ZIP_FL_ENC_UTF_8);
+  if (index >= 0) {
+    return zip_file_set_dostime(archive, zip_uint64_t(index), kNoTime, kFirstDay, 0) == 0;
   }
-  return zip_file_set_dostime(archive, index, kNoTime, kFirstDay, 0) == 0;
+  zip_source_free(file);
+  return false;
 }
 
 }  // namespace kelvar

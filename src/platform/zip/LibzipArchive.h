@@ -30,7 +30,11 @@ class LibzipArchive : public ZipArchive {
  private:
   LibzipArchive() = default;
   QString refuseWhatIsUnsafe();
-  bool replace(zip_t* archive, const QString& name, const QByteArray& bytes) const;
+  /// These are false where libzip refuses; it says why.
+  bool addAll(zip_t* archive, const std::map<QString, QByteArray>& replaced,
+              const QSet<QString>& removed) const;
+  bool copy(zip_t* archive, zip_uint64_t index, const QString& name) const;
+  static bool add(zip_t* archive, const QString& name, const QByteArray& bytes);
 
   QByteArray bytes_;
   Handle zip_;
