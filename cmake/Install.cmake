@@ -33,7 +33,7 @@ install(TARGETS kelvar EXPORT KelvarTargets
 install(TARGETS kelvar-ui EXPORT KelvarUiTargets
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
 install(TARGETS kelvar-program)
-install(TARGETS kelvar-network LIBRARY NAMELINK_SKIP)
+install(TARGETS kelvar-network kelvar-zip LIBRARY NAMELINK_SKIP)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Kelvar)
 include(CMakePackageConfigHelpers)

@@ -1,12 +1,10 @@
 #include "platform/URLSession.h"
 
-#include <dlfcn.h>
-
 #include <QCoreApplication>
 #include <memory>
 #include <mutex>
 
-#include "platform/Log.h"
+#include "platform/LibraryBeside.h"
 
 namespace kelvar {
 namespace {
@@ -20,22 +18,10 @@ void endSession() {
   ended.swap(session);
 }
 
-/// The library lies beside the one that this code is in.
-std::string libraryPath() {
-  Dl_info here{};
-  dladdr(reinterpret_cast<const void*>(&libraryPath), &here);
-  const std::string file = here.dli_fname ? here.dli_fname : "";
-  return file.substr(0, file.rfind('/') + 1) + KELVAR_NETWORK_LIBRARY;
-}
-
 std::unique_ptr<URLSession> makeSession() {
-  void* const library = dlopen(libraryPath().c_str(), RTLD_NOW | RTLD_LOCAL);
-  const auto make =
-      library ? reinterpret_cast<URLSession* (*)()>(dlsym(library, "kelvarMakeURLSession"))
-              : nullptr;
-  if (make) return std::unique_ptr<URLSession>(make());
-  logLine(u"URLSession: no network: %@", {QString::fromLocal8Bit(dlerror())});
-  return nullptr;
+  const auto make = reinterpret_cast<URLSession* (*)()>(
+      functionBeside(KELVAR_NETWORK_LIBRARY, "kelvarMakeURLSession"));
+  return std::unique_ptr<URLSession>(make ? make() : nullptr);
 }
 
 }  // namespace

@@ -1,0 +1,192 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <cstdlib>
+
+#include "host/LayerSettings.h"
+#include "host/SketchDocument.h"
+#include "host/SketchJson.h"
+#include "platform/ImageFile.h"
+
+namespace kelvar {
+namespace {
+
+/// The example document in a folder of its own, in which the built program runs as its users run
+/// it.
+class Document : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(dir_.isValid());
+    ASSERT_EQ(run(KELVAR_EXAMPLE_DOCUMENT " doc.sketch"), 0);
+    QImage red(40, 80, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    ASSERT_TRUE(red.save(path("red.png")));
+  }
+
+  QString path(const char* name) const { return dir_.filePath(QString::fromUtf8(name)); }
+
+  int run(const std::string& command) {
+    const std::string line = "cd '" + dir_.path().toStdString() + "' && PATH='" +
+                             QFileInfo(QStringLiteral(KELVAR_PROGRAM)).path().toStdString() +
+                             "':$PATH && (" + command + ") >out 2>err </dev/null";
+    return WEXITSTATUS(std::system(line.c_str()));
+  }
+
+  QByteArray bytes(const char* name) const {
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
+  SketchDocumentRef document(const char* name) const {
+    QString error;
+    const SketchDocumentRef document = SketchDocument::open(path(name), &error);
+    EXPECT_TRUE(document) << qPrintable(error);
+    return document;
+  }
+
+  static SketchLayerRef glass(const SketchDocumentRef& document) {
+    return document->layersNamed(QStringLiteral("Glass")).value(0);
+  }
+
+  QImage picture(const char* name) const {
+    QString error;
+    const ImageRef image = ImageFile::read(path(name), {}, &error);
+    EXPECT_TRUE(image) << qPrintable(error);
+    return image ? image->pixels() : QImage();
+  }
+
+  QTemporaryDir dir_;
+};
+
+QRgb middleOfTheGlass(const QImage& mockup) {
+  return mockup.pixel(mockup.width() * 600 / 1200, mockup.height() * 440 / 900);
+}
+
+TEST_F(Document, ListsItsLayers) {
+  ASSERT_EQ(run("kelvar layers doc.sketch"), 0) << bytes("err").constData();
+  const QByteArray lines = bytes("out");
+  EXPECT_TRUE(lines.contains("  Screen  artboard 375 x 812")) << lines.constData();
+  for (const QByteArray& line : lines.split('\n')) {
+    EXPECT_EQ(line.contains("[can be a design]"), line.contains("  artboard ")) << line.constData();
+    if (line.contains("  text ") || line.contains("  oval ") || line.contains("  Card  ")) {
+      EXPECT_FALSE(line.contains("[takes a design]")) << line.constData();
+    }
+  }
+  EXPECT_EQ(lines.count("Glass  shapePath 395 x 732"), 1) << lines.constData();
+  ASSERT_EQ(run("kelvar layers doc.sketch --json"), 0);
+  const QJsonObject page = QJsonDocument::fromJson(bytes("out"))
+                               .object()[QStringLiteral("pages")]
+                               .toArray()[0]
+                               .toObject();
+  const QJsonArray boards = page[QStringLiteral("layers")].toArray();
+  ASSERT_EQ(boards.size(), 2);
+  const QJsonObject last =
+      boards[1].toObject()[QStringLiteral("layers")].toArray().last().toObject();
+  EXPECT_EQ(last[QStringLiteral("name")], QStringLiteral("Glass"));
+  EXPECT_EQ(last[QStringLiteral("takesDesign")], true);
+  EXPECT_EQ(boards[0].toObject()[QStringLiteral("isDesign")], true);
+}
+
+TEST_F(Document, MapsAPictureAndAnArtboard) {
+  ASSERT_EQ(run("kelvar map red.png --document doc.sketch --layer Glass -o red.sketch && "
+                "kelvar render red.sketch --artboard Mockup -o red-mockup.png"),
+            0)
+      << bytes("err").constData();
+  EXPECT_EQ(middleOfTheGlass(picture("red-mockup.png")), 0xffff0000);
+  EXPECT_TRUE(LayerSettings::of(*glass(document("red.sketch")))->artboard.isNull());
+
+  ASSERT_EQ(run("kelvar map red.png --document doc.sketch --layer Glass -o direct.png"), 0);
+  EXPECT_EQ(picture("direct.png"), picture("red-mockup.png"));
+
+  ASSERT_EQ(run("kelvar map artboard:Screen --document red.sketch --layer Glass --rotation 2 "
+                "--scale 2 --json -o screen.sketch"),
+            0)
+      << bytes("err").constData();
+  const auto report = QJsonDocument::fromJson(bytes("out")).object();
+  const auto doc = document("screen.sketch");
+  const auto settings = LayerSettings::of(*glass(doc));
+  ASSERT_TRUE(settings);
+  EXPECT_EQ(settings->artboard, doc->artboards()[0]->objectID());
+  EXPECT_EQ(settings->rotation, 2u);
+  EXPECT_EQ(settings->quality, 2);
+  EXPECT_EQ(report[QStringLiteral("layers")].toArray()[0].toObject()[QStringLiteral("image")],
+            settings->image);
+  EXPECT_EQ(doc->fileNames().filter(QStringLiteral("images/")), QStringList{settings->image});
+  EXPECT_FALSE(doc->file(QStringLiteral("previews/preview.png")).isEmpty());
+}
+
+TEST_F(Document, RefreshesWhatWasMapped) {
+  ASSERT_EQ(run("kelvar map artboard:Screen --document doc.sketch --layer Glass -o a.sketch"), 0);
+  const auto doc = document("a.sketch");
+  doc->layersNamed(QStringLiteral("Sun"))[0]->edit()["isVisible"] = false;
+  QString error;
+  ASSERT_TRUE(doc->save(path("a.sketch"), &error)) << qPrintable(error);
+  const QByteArray before = bytes("a.sketch");
+
+  EXPECT_EQ(run("kelvar refresh a.sketch"), 2);
+  EXPECT_EQ(bytes("a.sketch"), before);
+  ASSERT_EQ(run("kelvar refresh a.sketch -o b.sketch && kelvar refresh b.sketch -o c.sketch"), 0)
+      << bytes("err").constData();
+  EXPECT_EQ(bytes("a.sketch"), before);
+  EXPECT_NE(LayerSettings::of(*glass(document("b.sketch")))->image,
+            LayerSettings::of(*glass(document("a.sketch")))->image);
+  EXPECT_EQ(document("b.sketch")->fileNames().filter(QStringLiteral("images/")).size(), 1);
+  EXPECT_EQ(bytes("c.sketch"), bytes("b.sketch")) << "nothing changed in between";
+  ASSERT_EQ(run("kelvar refresh a.sketch --in-place"), 0);
+  EXPECT_EQ(bytes("a.sketch"), bytes("b.sketch"));
+}
+
+TEST_F(Document, SaysWhatIsWrong) {
+  ASSERT_EQ(run("echo none > none.sketch; mkdir folder.sketch"), 0);
+  const std::string map = "kelvar map artboard:Screen --document doc.sketch ";
+  const struct {
+    std::string command;
+    int status;
+    const char* part;
+  } cases[] = {
+      {"kelvar layers", 2, "required"},
+      {"kelvar layers missing.sketch", 1, "missing.sketch"},
+      {"kelvar layers none.sketch", 1, "it is no ZIP archive"},
+      {"kelvar layers folder.sketch", 1, "folder.sketch"},
+      {map + "-o out.sketch", 2, "--layer"},
+      {map + "--layer Glass", 2, "required"},
+      {map + "--layer Glass -o out.gif", 2, "ends in sketch, png"},
+      {map + "--layer Glass --points 0,0 -o out.sketch", 2, "--points"},
+      {map + "--layer Glass --scale -1 -o out.sketch", 2, "--scale takes"},
+      {map + "--layer Glass --scale 1000 -o out.sketch", 1, "pixels"},
+      {map + "--layer Nobody -o out.sketch", 1, "no layer \"Nobody\""},
+      {map + "--layer Card -o out.sketch", 1, "fits several layers"},
+      {map + "--layer Body -o out.sketch", 1, "corners, and a design needs four"},
+      {map + "--layer Sky -o out.sketch", 1, "\"Screen\" shows \"Screen\""},
+      {map + "--layer Glass -o none/out.sketch", 1, "none/out.sketch"},
+      {"kelvar map artboard:Nobody --document doc.sketch --layer Glass -o out.sketch", 1,
+       "no artboard \"Nobody\""},
+      {"kelvar map missing.png --document doc.sketch --layer Glass -o out.sketch", 1,
+       "missing.png"},
+      {"kelvar map - --document doc.sketch --layer Glass --layer Sky -o out.sketch", 2,
+       "standard input"},
+      {"kelvar map red.png --layer Glass -o out.png", 2, "--document"},
+      {"kelvar refresh none.sketch --in-place", 1, "none.sketch"},
+      {"kelvar refresh doc.sketch -o out.sketch --in-place", 2, "one of them"},
+  };
+  const QByteArray before = bytes("doc.sketch");
+  for (const auto& [command, status, part] : cases) {
+    EXPECT_EQ(run(command), status) << command << ": " << bytes("err").constData();
+    const QByteArray sentence = bytes("err");
+    EXPECT_TRUE(sentence.startsWith("kelvar: ")) << command << ": " << sentence.constData();
+    EXPECT_EQ(sentence.count('\n'), 1) << command << ": " << sentence.constData();
+    EXPECT_TRUE(sentence.contains(part)) << command << ": " << sentence.constData();
+    EXPECT_FALSE(QFile::exists(path("out.sketch"))) << command;
+  }
+  EXPECT_EQ(bytes("doc.sketch"), before);
+  EXPECT_EQ(bytes("none.sketch"), "none\n");
+}
+
+}  // namespace
+}  // namespace kelvar

@@ -1,0 +1,144 @@
+#include "host/ArtboardRenderer.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+
+#include "host/render/TinyDocument.h"
+
+namespace kelvar {
+namespace {
+
+using render::container;
+using render::filled;
+using render::frame;
+using render::rectangle;
+using render::TinyDocument;
+using render::with;
+
+SketchJson shadowed(double y, double blurRadius) {
+  SketchJson shadow = {{"color", render::color(Qt::black)}, {"blurRadius", blurRadius}};
+  shadow["offsetX"] = 0;
+  shadow["offsetY"] = y;
+  SketchJson style = filled(Qt::red);
+  style["shadows"] = SketchJson::array({shadow});
+  return style;
+}
+
+QImage preview(const TinyDocument& tiny) {
+  ArtboardRenderer renderer(tiny.open());
+  QString error;
+  const ImageRef image = renderer.renderPreview(&error);
+  return image ? image->pixels() : QImage();
+}
+
+TEST(ArtboardRenderer, PreviewCountsWhatTheHostCounts) {
+  const SketchJson card = rectangle(100, 50, 40, 20, shadowed(3, 5));
+  const SketchJson mask =
+      with(rectangle(0, 0, 10, 10, filled(Qt::red)), {{"hasClippingMask", true}});
+  const struct {
+    const char* what;
+    int version;
+    render::List layers;
+    QSize size;
+  } cases[] = {
+      {"a shadow to its blur", 130, {card}, {50, 30}},
+      {"in old documents to twice that", 101, {card}, {60, 40}},
+      {"hidden layers not",
+       130,
+       {card, with(card, {{"isVisible", false}, {"frame", frame(0, 0, 1, 1)}})},
+       {50, 30}},
+      {"an artboard is its frame",
+       130,
+       {container("artboard", frame(7, 7, 30, 31), {card})},
+       {30, 31}},
+      {"what a mask cuts off not",
+       130,
+       {container("group", frame(0, 0, 10, 10), {mask, rectangle(0, 0, 99, 99, filled(Qt::red))})},
+       {10, 10}},
+      {"what is long is scaled down",
+       130,
+       {rectangle(0, 0, 4096, 100, filled(Qt::red))},
+       {2048, 50}},
+  };
+  for (const auto& [what, version, layers, size] : cases) {
+    TinyDocument tiny;
+    tiny.version = version;
+    tiny.layers = layers;
+    const QImage image = preview(tiny);
+    EXPECT_EQ(image.size(), size) << what;
+    EXPECT_EQ(qAlpha(image.pixel(0, 0)), 255) << what;
+  }
+}
+
+TEST(ArtboardRenderer, BackgroundIsExportedWhereTheArtboardSaysSo) {
+  for (const auto& [has, exported, expected] :
+       {std::tuple{true, true, 0xff0000ffu}, {true, false, 0u}, {false, true, 0u}}) {
+    TinyDocument tiny;
+    tiny.layers = {with(container("artboard", frame(9, 9, 10, 10), {}),
+                        {{"hasBackgroundColor", has},
+                         {"includeBackgroundColorInExport", exported},
+                         {"backgroundColor", render::color(Qt::blue)}})};
+    const SketchDocumentRef document = tiny.open();
+    QString error;
+    const ImageRef image = ArtboardRenderer(document).render(*document->artboards()[0], 2, &error);
+    ASSERT_TRUE(image) << qPrintable(error);
+    EXPECT_EQ(image->pixels().size(), QSize(20, 20));
+    EXPECT_EQ(image->size(), QSizeF(10, 10));
+    EXPECT_EQ(image->pixels().pixel(5, 5), expected);
+  }
+}
+
+TEST(ArtboardRenderer, LeavesOutPicturesOfExcludedLayers) {
+  SketchJson paint = {{"fillType", 4}, {"patternFillType", 2}};
+  paint["image"] = {{"_class", "MSJSONFileReference"}, {"_ref", "images/missing.png"}};
+  SketchJson style = filled(Qt::blue);
+  style["fills"].push_back(paint);
+  TinyDocument tiny;
+  tiny.layers = {container("artboard", frame(0, 0, 10, 10),
+                           {with(rectangle(0, 0, 10, 10, style), {{"do_objectID", "X"}})})};
+  const SketchDocumentRef document = tiny.open();
+  for (const bool excluded : {false, true}) {
+    ArtboardRenderer renderer(document);
+    if (excluded) renderer.setWithoutPictures({QStringLiteral("X")});
+    QString error;
+    const ImageRef image = renderer.render(*document->artboards()[0], 1, &error);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->pixels().pixel(5, 5), 0xff0000ff);
+    EXPECT_EQ(renderer.warnings().isEmpty(), excluded);
+  }
+}
+
+TEST(ArtboardRenderer, RefusesWhatCannotBeHeld) {
+  for (const auto& [width, height, scale] :
+       {std::tuple{1e9, 10.0, 1.0}, {10.0, 10.0, 1e6}, {0.0, 10.0, 1.0}, {-5.0, 10.0, 1.0}}) {
+    TinyDocument tiny;
+    tiny.layers = {container("artboard", frame(0, 0, width, height), {})};
+    const SketchDocumentRef document = tiny.open();
+    QString error;
+    EXPECT_FALSE(ArtboardRenderer(document).render(*document->artboards()[0], scale, &error));
+    EXPECT_FALSE(error.isEmpty());
+  }
+}
+
+/// Each master holds the one before it ten times.
+TEST(ArtboardRenderer, SymbolsThatMultiplyComeToAnEnd) {
+  TinyDocument tiny;
+  for (int i = 0; i < 9; ++i) {
+    const SketchJson instance =
+        with(render::layer("symbolInstance", frame(0, 0, 10, 10)),
+             {{"symbolID", std::to_string(i - 1)},
+              {"style", {{"contextSettings", {{"opacity", 0.5}, {"blendMode", 0}}}}}});
+    tiny.layers.push_back(
+        with(container("symbolMaster", frame(0, 0, 10, 10), render::List(10, instance)),
+             {{"symbolID", std::to_string(i)}}));
+  }
+  const SketchDocumentRef document = tiny.open();
+  ArtboardRenderer renderer(document);
+  QString error;
+  EXPECT_TRUE(renderer.render(*document->artboards().last(), 1, &error));
+  EXPECT_FALSE(renderer.warnings().isEmpty());
+}
+
+}  // namespace
+}  // namespace kelvar

@@ -1,0 +1,177 @@
+#include "host/render/TextShape.h"
+
+#include <gtest/gtest.h>
+
+#include "host/render/FontChooser.h"
+#include "platform/FontsAtHand.h"
+
+namespace kelvar::render {
+namespace {
+
+using Behaviour = TextBox::Behaviour;
+using Vertical = TextBox::Vertical;
+using Alignment = ParagraphStyle::Alignment;
+
+/// Roboto at 100: capitals are 71.1 high; ascent and descent 93 and 24, on Windows 105 and 27.
+constexpr double kCapital = 71.1;
+
+class TextShapeTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!chooseFont(QStringLiteral("Roboto-Regular")).isInstalled) GTEST_SKIP() << "no Roboto";
+  }
+
+  static TextRuns runs(const QString& text, const CharacterStyle& style) {
+    return {text, {{0, text.size(), style}}};
+  }
+  static CharacterStyle style() {
+    CharacterStyle style;
+    style.font = QStringLiteral("Roboto-Regular");
+    style.size = 100;
+    return style;
+  }
+
+  const FontsAtHand fonts_;
+};
+
+TEST_F(TextShapeTest, PutsBaselines) {
+  const struct {
+    double least, most;
+    bool isOld;
+    double baseline, height;
+  } cases[] = {{0, 0, false, 93, 117},     {0, 0, true, 105, 132},  {150, 150, false, 110, 150},
+               {150, 150, true, 123, 150}, {80, 80, false, 74, 80}, {200, 0, false, 135, 200}};
+  for (const auto& [least, most, isOld, baseline, height] : cases) {
+    CharacterStyle style = this->style();
+    style.paragraph.leastLineHeight = least;
+    style.paragraph.mostLineHeight = most;
+    const TextShape shape = shapeText(runs(QStringLiteral("H"), style),
+                                      {.size = {0, 0}, .hasOldLineSpacing = isOld, .ink = {}});
+    EXPECT_NEAR(shape.outline().boundingRect().bottom(), baseline, 1.01) << least << isOld;
+    EXPECT_NEAR(shape.outline().boundingRect().height(), kCapital, 0.2);
+    EXPECT_EQ(shape.size.height(), height);
+  }
+}
+
+TEST_F(TextShapeTest, AlignsLines) {
+  const struct {
+    Alignment alignment;
+    double middle;
+  } cases[] = {{Alignment::Left, 35.7},
+               {Alignment::Natural, 35.7},
+               {Alignment::Center, 200},
+               {Alignment::Right, 364.3}};
+  for (const auto& [alignment, middle] : cases) {
+    CharacterStyle style = this->style();
+    style.paragraph.alignment = alignment;
+    for (const Behaviour behaviour : {Behaviour::AutoWidth, Behaviour::AutoHeight}) {
+      const TextShape shape =
+          shapeText(runs(QStringLiteral("H"), style),
+                    {.size = {400, 117}, .behaviour = behaviour, .fitsText = false, .ink = {}});
+      EXPECT_NEAR(shape.outline().boundingRect().center().x(), middle, 0.3) << int(alignment);
+    }
+  }
+}
+
+TEST_F(TextShapeTest, BreaksLinesAtTheFrameAndAtLineFeeds) {
+  CharacterStyle style = this->style();
+  style.paragraph.spacing = 10;
+  const QString words = QStringLiteral("Hi Hi Hi");
+  const struct {
+    QString text;
+    double width;
+    Behaviour behaviour;
+    double height;
+  } cases[] = {{words, 250, Behaviour::AutoHeight, 2 * 117},
+               {words, 250, Behaviour::AutoWidth, 117},
+               {words, 1000, Behaviour::AutoHeight, 117},
+               {QStringLiteral("a\nb"), 1000, Behaviour::AutoWidth, 2 * 117 + 10},
+               {QStringLiteral("a\n\nb\n"), 1000, Behaviour::AutoWidth, 4 * 117 + 30},
+               {QString(), 1000, Behaviour::AutoWidth, 117}};
+  for (const auto& [text, width, behaviour, height] : cases) {
+    const TextShape shape =
+        shapeText(runs(text, style),
+                  {.size = {width, 100}, .behaviour = behaviour, .fitsText = false, .ink = {}});
+    EXPECT_EQ(shape.size.height(), height) << qPrintable(text);
+  }
+}
+
+TEST_F(TextShapeTest, AlignsInAFixedFrame) {
+  for (const auto& [vertical, top] :
+       {std::pair{Vertical::Top, 0.0}, {Vertical::Middle, 92.0}, {Vertical::Bottom, 183.0}}) {
+    const TextShape shape = shapeText(
+        runs(QStringLiteral("H"), style()),
+        {.size = {400, 300}, .behaviour = Behaviour::Fixed, .vertical = vertical, .ink = {}});
+    EXPECT_NEAR(shape.outline().boundingRect().bottom(), top + 93, 0.2);
+  }
+}
+
+TEST_F(TextShapeTest, StylesCharacters) {
+  const auto outline = [&](const CharacterStyle& style, const QString& text) {
+    return shapeText(runs(text, style), {.size = {0, 0}, .fitsText = false, .ink = {}})
+        .outline()
+        .boundingRect();
+  };
+  const QString text = QStringLiteral("no");
+  const QRectF plain = outline(style(), text);
+  CharacterStyle spaced = style(), upper = style(), underlined = style(), struck = style(),
+                 raised = style(), bold = style();
+  spaced.kerning = 20;
+  upper.letters = CharacterStyle::Case::Upper;
+  underlined.underline = true;
+  struck.strikethrough = true;
+  raised.baselineOffset = 30;
+  bold.font = QStringLiteral("Roboto-Bold");
+  EXPECT_NEAR(outline(spaced, text).width(), plain.width() + 20, 0.2);
+  EXPECT_EQ(outline(upper, text), outline(style(), QStringLiteral("NO")));
+  EXPECT_GT(outline(underlined, text).bottom(), plain.bottom() + 5);
+  EXPECT_GT(outline(struck, text).width(), plain.width());
+  EXPECT_NEAR(outline(raised, text).y(), plain.y() - 30, 0.01);
+  EXPECT_GT(outline(bold, text).width(), plain.width() + 1);
+}
+
+TEST_F(TextShapeTest, FillsTheFrameThatTheHostMeasured) {
+  const TextRuns text = runs(QStringLiteral("Hamburg"), style());
+  const double width = shapeText(text, {.size = {0, 0}, .ink = {}}).size.width();
+  const auto widthIn = [&](const TextRuns& runs, double frame, const QRectF& ink) {
+    return shapeText(runs, {.size = {frame, 117}, .ink = ink}).outline().boundingRect();
+  };
+  const double same = widthIn(text, std::ceil(width), {}).width();
+  EXPECT_NEAR(widthIn(text, width + 10, {}).width() - same, 8.5, 1.5);  // But for the last gap.
+  EXPECT_EQ(widthIn(text, width + 100, {}).width(), same);
+
+  TextRuns missing = text;
+  missing.runs[0].style.font = QStringLiteral("Nowhere-Regular");
+  const QRectF ink(10, 20, 400, 90);
+  const QRectF got = widthIn(missing, 420, ink);
+  EXPECT_NEAR(got.x(), 10.25, 0.1);
+  EXPECT_NEAR(got.width(), 399.5, 0.1);
+  EXPECT_NEAR(got.height(), 89.5, 0.1);
+  EXPECT_EQ(shapeText(missing, {.size = {0, 0}, .ink = {}}).missingFonts.size(), 1);
+}
+
+TEST_F(TextShapeTest, ChoosesFonts) {
+  const struct {
+    const char* name;
+    const char* family;
+    int weight;
+    bool isItalic, isInstalled;
+  } cases[] = {{"Roboto-Medium", "Roboto", 500, false, true},
+               {"Roboto-BlackItalic", "Roboto", 900, true, true},
+               {"RobotoCondensed-Light", "Roboto Condensed", 300, false, true},
+               {"SFProText-Semibold", "Inter", 600, false, false},
+               {".SFNSText", "Inter", 400, false, false},
+               {"HelveticaNeue-Bold", "Helvetica", 700, false, false},
+               {"HelveticaNeue-Light", "Inter", 300, false, false},
+               {"TimesNewRomanPS-BoldItalicMT", "Times New Roman", 700, true, false}};
+  for (const auto& [name, family, weight, isItalic, isInstalled] : cases) {
+    const ChosenFont chosen = chooseFont(QString::fromLatin1(name));
+    EXPECT_EQ(chosen.font.family(), QString::fromLatin1(family)) << name;
+    EXPECT_EQ(int(chosen.font.weight()), weight) << name;
+    EXPECT_EQ(chosen.font.italic(), isItalic) << name;
+    EXPECT_EQ(chosen.isInstalled, isInstalled) << name;
+  }
+}
+
+}  // namespace
+}  // namespace kelvar::render
