@@ -24,6 +24,8 @@ constexpr int kCellWidth = 340;
 constexpr int kWide = 560;
 /// Choosers at once; for more shapes than these nobody picks designs one by one.
 constexpr qsizetype kMostCells = 24;
+/// As many as are made without a pause that could be felt.
+constexpr qsizetype kCellsAtOnce = 3;
 
 QLabel* makeLabel(const char* name, QWidget* parent) {
   auto* const label = new QLabel(parent);
@@ -49,6 +51,7 @@ PanelColumn::PanelColumn(PanelModel* model, QWidget* parent) : QWidget(parent), 
   narrowRow_ = KVViewController::initWithNibName();
   wideRow_ = KVResizeViewController::initWithNibName();
   makeColumn();
+  addCell();
   modelDidChange();
 }
 
@@ -232,10 +235,12 @@ void PanelColumn::arrangeCells() {
 
 void PanelColumn::fillCells() {
   const QStringList selection = model_->selection().mid(0, kMostCells);
-  while (cells_.size() < selection.size()) {
-    const qsizetype before = cells_.size();
-    addCell();
-    if (cells_.size() == before) return;
+  const qsizetype missing = selection.size() - cells_.size();
+  for (qsizetype i = 0; i < std::min(missing, kCellsAtOnce); ++i) addCell();
+  if (missing > kCellsAtOnce) {
+    MainQueue::async([column = QPointer<PanelColumn>(this)] {
+      if (column) column->fillCells();
+    });
   }
   for (qsizetype i = 0; i < cells_.size(); ++i) {
     KVPopupCell& cell = *cells_[i];
