@@ -112,6 +112,9 @@ void VendorNews::showFirstUnread() {
   for (const QVariant& value : stored.toList()) {
     const QVariantMap message = value.toMap();
     if (message.value(QStringLiteral("read")).toBool()) continue;
+    // The height of the message before holds no longer.
+    banner_->view()->setMinimumHeight(0);
+    banner_->view()->setMaximumHeight(QWIDGETSIZE_MAX);
     banner_->showSoftMessage(message.value(QStringLiteral("message")).toString(),
                              message.value(QStringLiteral("action")).toString(),
                              message.value(QStringLiteral("id")).toLongLong());

@@ -105,13 +105,15 @@ class Window : public testing::Test {
 
   void press(const char* name) {
     auto* const button = control<QAbstractButton>(name);
-    ASSERT_TRUE(button && button->isEnabled()) << name;
+    ASSERT_TRUE(button) << name;
+    ASSERT_TRUE(wait([&] { return settled() && button->isEnabled(); })) << name;
     QTest::mouseClick(button, Qt::LeftButton);
   }
 
   /// Opens the pop-up and takes the item with the keys.
   void choose(PopUpButton* button, int steps) {
-    ASSERT_TRUE(button && button->isEnabled());
+    ASSERT_TRUE(button);
+    ASSERT_TRUE(wait([&] { return settled() && button->isEnabled(); }));
     QTest::mouseClick(button, Qt::LeftButton);
     QWidget* const list = button->view();
     ASSERT_TRUE(wait([&] { return list->isVisible(); }));
@@ -464,6 +466,9 @@ TEST_F(Window, AsksBeforeChangesAreLost) {
 TEST_F(Window, IsStartedByTheProgram) {
   const auto run = [&](const QStringList& arguments) {
     QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("KELVAR_DEFAULTS"), path("settings.sqlite"));
+    process.setProcessEnvironment(environment);
     process.start(QStringLiteral(KELVAR_PROGRAM), QStringList(QStringLiteral("panel")) + arguments);
     process.waitForFinished(kLongest);
     return std::tuple(process.exitCode(), process.readAllStandardOutput(),
