@@ -34,6 +34,8 @@ constexpr int kLongest = 10000;
 class Window : public testing::Test {
  protected:
   void SetUp() override {
+    // Where file dialogs note what they showed last.
+    qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
     noise(400, 300).save(path("photo.png"));
     noise(60, 90, 5).save(path("app.png"));
     noise(90, 60, 9).save(path("site.png"));
