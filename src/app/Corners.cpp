@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "app/Failure.h"
+#include "host/cornersObjection.h"
 
 namespace kelvar::app {
 namespace {
@@ -34,39 +35,6 @@ QPointF readCorner(const QString& text) {
   return {readCoordinate(parts[0], text), readCoordinate(parts[1], text)};
 }
 
-/// Twice the signed area of the triangle a, b, c.
-double turn(const QPointF& a, const QPointF& b, const QPointF& c) {
-  return (b.x() - a.x()) * (c.y() - a.y()) - (b.y() - a.y()) * (c.x() - a.x());
-}
-
-void refuseWhatHasNoMap(const std::array<QPointF, 4>& corners) {
-  int left = 0, right = 0;
-  for (size_t i = 0; i < 4; ++i) {
-    for (size_t j = i + 1; j < 4; ++j) {
-      if (corners[i].x() == corners[j].x() && corners[i].y() == corners[j].y()) {
-        misuse(QStringLiteral("two of the corners in --points are the same point"));
-      }
-    }
-  }
-  for (size_t i = 0; i < 4; ++i) {
-    const double t = turn(corners[i], corners[(i + 1) % 4], corners[(i + 2) % 4]);
-    if (!std::isfinite(t)) misuse(QStringLiteral("the corners in --points are too far apart"));
-    left += t < 0;
-    right += t > 0;
-  }
-  if (left + right < 4)
-    misuse(
-        QStringLiteral("three of the corners in --points lie on one line or too close together"));
-  if (left == 2) {
-    misuse(
-        QStringLiteral("the sides of the shape in --points cross: name the corners in the order "
-                       "of its outline"));
-  }
-  if (left == 1 || right == 1) {
-    misuse(QStringLiteral("the shape in --points is concave: no perspective looks like that"));
-  }
-}
-
 }  // namespace
 
 PointList readCorners(const std::string& text) {
@@ -82,7 +50,8 @@ PointList readCorners(const std::string& text) {
   if (corners.size() != 4) {
     misuse(QStringLiteral("%1, and these are %2").arg(QLatin1String(kForm)).arg(corners.size()));
   }
-  refuseWhatHasNoMap(points);
+  const QString objection = cornersObjection(points, QStringLiteral(" in --points"));
+  if (!objection.isEmpty()) misuse(objection);
   return corners;
 }
 

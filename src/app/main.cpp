@@ -5,6 +5,7 @@
 #include <new>
 
 #include "app/Failure.h"
+#include "app/addProgram.h"
 #include "app/analytics.h"
 #include "app/archive.h"
 #include "app/checkVersion.h"
@@ -43,6 +44,7 @@ int run(int argc, char** argv) {
       {"render", kelvar::app::addRender(program)},
       {"layers", kelvar::app::addLayers(program)},
       {"refresh", kelvar::app::addRefresh(program)},
+      {"panel", kelvar::app::addProgram(program, "panel", "Make a mockup in a window")},
       {"archive", kelvar::app::addArchive(program)},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},

@@ -18,6 +18,7 @@
 #include "app/Progress.h"
 #include "app/mapDocument.h"
 #include "host/Mapping.h"
+#include "host/PhotoMockup.h"
 #include "platform/ImageFile.h"
 #include "platform/Log.h"
 
@@ -40,12 +41,15 @@ Examples:
     kelvar map - --points "0,0 600,0 600,400 0,400" --rotation 1 -o - < screen.png > turned.png
   An artboard of a Sketch document onto a shape in it, by the layer's name:
     kelvar map artboard:Home --document app.sketch --layer Screen -o mockup.sketch
+  What was arranged and saved in kelvar panel:
+    kelvar map --arrangement mockup.json -o mockup.png
 
 Exit status: 0 done, 1 failed, 2 misuse.)";
 
 /// The command line of `kelvar map`, as given.
 struct Arguments {
   std::string design;
+  std::string arrangement;
   std::string points;
   double scale = 1;
   std::string rotation = "0";
@@ -140,14 +144,13 @@ void refuseWhatLiesOutside(const warp::Quad& quad, const Image& photo) {
   }
 }
 
-/// `wanted` as far as it can be held, and at least one pixel.
-QSizeF holdable(QSizeF wanted) {
-  const double side = ImageFile::kMaxSide;
-  wanted = {std::clamp(wanted.width(), 1.0, side), std::clamp(wanted.height(), 1.0, side)};
-  // Whoever draws rounds up, so a little is left for that.
-  const double most = double(ImageFile::kMaxBytes) / 4 - 2 * side;
-  const double area = wanted.width() * wanted.height();
-  return area <= most ? wanted : wanted * std::sqrt(most / area);
+/// Before any work is done.
+void refuseOutput(const QString& output) {
+  if (!ImageFile::hasKnownEnding(output)) {
+    misuse(QStringLiteral("-o takes a file that ends in png, jpg, jpeg or webp, or -, not \"%1\"")
+               .arg(output));
+  }
+  if (const auto problem = ImageFile::cannotWrite(output)) fail(*problem);
 }
 
 ImageRef read(const std::string& path, const ImageFile::ReadOptions& options = {}) {
@@ -188,29 +191,42 @@ DocumentArguments documentArguments(const Arguments& arguments) {
           .output = arguments.output};
 }
 
+void runArrangement(const Arguments& arguments) {
+  const QString output = QString::fromStdString(arguments.output);
+  refuseOutput(output);
+  QString error;
+  const auto arrangement = Arrangement::read(QString::fromStdString(arguments.arrangement), &error);
+  if (!arrangement) fail(error);
+  Progress progress;
+  progress.setStage("warping");
+  const ImageRef picture = PhotoMockup(*arrangement).exportPicture(*arrangement, &error);
+  if (!picture) fail(error);
+  progress.setStage("writing");
+  if (!ImageFile::write(*picture, output, &error)) fail(error);
+  logLine(u"Wrote %@", {output});
+}
+
 void run(const Arguments& arguments) {
+  if (!arguments.arrangement.empty()) return runArrangement(arguments);
+  if (arguments.design.empty()) {
+    misuse(QStringLiteral("DESIGN is required (see kelvar map --help)"));
+  }
   if (!arguments.document.empty()) return mapOnDocument(documentArguments(arguments));
   const Mapping mapping = mappingFrom(arguments);
   const bool onPhoto = arguments.onto.has_value();
   const KVImageTransform::Placement placement = mapping.placement();
   if (!onPhoto) refuseWhatCannotBeHeld(placement);
   const QString output = QString::fromStdString(arguments.output);
-  if (!ImageFile::hasKnownEnding(output)) {
-    misuse(QStringLiteral("-o takes a file that ends in png, jpg, jpeg or webp, or -, not \"%1\"")
-               .arg(output));
-  }
-  if (const auto problem = ImageFile::cannotWrite(output)) fail(*problem);
+  refuseOutput(output);
 
   Progress progress;
   Stopwatch stopwatch;
   progress.setStage("reading");
   const warp::Quad quad = onPhoto ? mapping.quadOnPhoto() : placement.quad;
-  // On a photo the scale asks for finer samples, and a vector design has them to give.
-  const double finer = onPhoto ? std::clamp(mapping.scale, 1.0, 16.0) : 1.0;
-  const auto neededSize = [&](const QSizeF&) {
-    return holdable(Mapping::neededSize(quad) * finer);
+  const auto vectorSize = [&](const QSizeF&) {
+    return onPhoto ? mapping.vectorSizeOnPhoto() : Mapping::vectorSize(quad);
   };
-  const ImageRef design = read(arguments.design, {.vectorSize = neededSize});
+  const ImageRef design = read(arguments.design, {.vectorSize = vectorSize});
   const ImageRef photo = onPhoto ? read(*arguments.onto) : nullptr;
   const double readTime = stopwatch.lap();
   logLine(u"Read a design of %@ by %@ pixels",
@@ -242,9 +258,9 @@ std::function<void()> addMap(CLI::App& program) {
   CLI::App* map = program.add_subcommand("map", "Lay a design onto a four-cornered shape");
   map->footer(kExamples);
   map->fallthrough();
+  const CLI::Option* help = map->get_help_ptr();
   map->add_option("DESIGN", arguments->design,
-                  "PNG, JPEG, WebP or SVG; - is standard input; artboard:NAME of the --document")
-      ->required();
+                  "PNG, JPEG, WebP or SVG; - is standard input; artboard:NAME of the --document");
   CLI::Option* points =
       map->add_option("--points", arguments->points, "The shape's corners, \"x,y x,y x,y x,y\"")
           ->type_name("POINTS");
@@ -283,12 +299,21 @@ std::function<void()> addMap(CLI::App& program) {
       ->capture_default_str();
   map->add_flag("--json", arguments->json,
                 "Print the size, the design's four corners in it, and the times taken");
-  map->add_option(
-         "-o,--output", arguments->output,
-         "png, jpg (on white) or webp (lossless) by its ending, or sketch with --document; - is "
-         "standard output, as PNG")
-      ->required()
-      ->type_name("OUT");
+  CLI::Option* output =
+      map->add_option(
+             "-o,--output", arguments->output,
+             "png, jpg (on white) or webp (lossless) by its ending, or sketch with --document; - is "
+             "standard output, as PNG")
+          ->required()
+          ->type_name("OUT");
+  CLI::Option* arrangement =
+      map->add_option("--arrangement", arguments->arrangement,
+                      "Draw what kelvar panel saved, which says all but -o itself")
+          ->type_name("FILE");
+  for (CLI::Option* option : map->get_options()) {
+    const bool goesWithIt = option == arrangement || option == output || option == help;
+    if (!goesWithIt) arrangement->excludes(option);
+  }
   return [arguments] { run(*arguments); };
 }
 

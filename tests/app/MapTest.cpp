@@ -260,6 +260,54 @@ TEST_F(Map, AgreesWithTheLibrary) {
   }
 }
 
+TEST_F(Map, DrawsAnArrangement) {
+  write("a.json", R"({"kelvar": "arrangement", "version": 1, "photo": "photo.png",
+      "designs": [{"id": "d", "file": "design.svg"}], "shapes": [{"id": "1", "design": "d",
+      "corners": [[12, 3], [80, 10.5], [85, 61], [4, 67]], "quality": 2, "rotation": 1,
+      "flipped": true}]})");
+  const std::string one =
+      "kelvar map design.svg --points '12,3 80,10.5 85,61 4,67' --scale 2 "
+      "--rotation 1 --flip --onto photo.png -o one.png";
+  ASSERT_EQ(run(one).status, 0);
+  const Result all = run("kelvar map --arrangement a.json -o all.png");
+  ASSERT_EQ(all.status, 0) << all.err.constData();
+  EXPECT_EQ(bytes("all.png"), bytes("one.png"));
+}
+
+TEST_F(Map, RefusesBadArrangements) {
+  const QByteArray head = R"({"kelvar": "arrangement", "version": 1, "photo": "photo.png",
+      "designs": [{"id": "d", "file": "design.png"}, {"id": "g", "file": "gone.png"}], )";
+  write("line.json", head + R"("shapes": [{"id": "1", "name": "Left", "design": "d",
+      "corners": [[0, 0], [5, 5], [9, 9], [0, 9]]}]})");
+  write("gone.json", head + R"("shapes": [{"id": "1", "design": "g",
+      "corners": [[0, 0], [9, 0], [9, 9], [0, 9]]}]})");
+  write("next.json", R"({"kelvar": "arrangement", "version": 7})");
+  write("photo.json", R"({"kelvar": "arrangement", "version": 1, "photo": "none.png"})");
+  const struct {
+    const char* line;
+    int status;
+    const char* sentence;
+  } cases[] = {
+      {"kelvar map --arrangement line.json -o out.png", 1, "\"Left\" cannot be shown: three"},
+      {"kelvar map --arrangement gone.json -o out.png", 1, "gone.png"},
+      {"kelvar map --arrangement next.json -o out.png", 1, "version 7"},
+      {"kelvar map --arrangement photo.json -o out.png", 1, "none.png"},
+      {"kelvar map --arrangement nowhere.json -o out.png", 1, "nowhere.json"},
+      {"kelvar map --arrangement line.json", 2, "--output"},
+      {"kelvar map --arrangement line.json -o out.bmp", 2, "out.bmp"},
+      {"kelvar map --arrangement line.json --flip -o out.png", 2, "--flip"},
+      {"kelvar map design.png --arrangement line.json -o out.png", 2, "DESIGN"},
+      {"kelvar map --arrangement", 2, "--arrangement"},
+  };
+  for (const auto& [line, status, sentence] : cases) {
+    const Result result = run(line);
+    EXPECT_EQ(result.status, status) << line << "\n" << result.err.constData();
+    EXPECT_TRUE(result.err.contains(sentence)) << line << "\n" << result.err.constData();
+    EXPECT_EQ(result.err.count('\n'), 1) << line << "\n" << result.err.constData();
+    EXPECT_FALSE(QFile::exists(path("out.png"))) << line;
+  }
+}
+
 TEST_F(Map, DrawsAVectorAtTheSizeOfTheQuad) {
   for (const char* options : {"", "--scale 2"}) {
     const Result result =

@@ -1,0 +1,36 @@
+#include "app/addProgram.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <vector>
+
+#include "app/Failure.h"
+
+namespace kelvar::app {
+namespace {
+
+[[noreturn]] void start(const std::string& name, std::vector<std::string> words) {
+  std::error_code error;
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  const std::string path = self.parent_path() / name;
+  words.insert(words.begin(), name);
+  std::vector<char*> arguments;
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  ::execv(path.c_str(), arguments.data());
+  throw Failure(Failure::kFailed, QStringLiteral("cannot start %1: it should lie beside kelvar")
+                                      .arg(QString::fromStdString(path)));
+}
+
+}  // namespace
+
+std::function<void()> addProgram(CLI::App& program, const std::string& name,
+                                 const std::string& description) {
+  CLI::App* const command = program.add_subcommand(name, description);
+  command->set_help_flag();
+  command->prefix_command();
+  return [command, name] { start("kelvar-" + name, command->remaining()); };
+}
+
+}  // namespace kelvar::app

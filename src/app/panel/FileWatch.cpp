@@ -1,0 +1,58 @@
+#include "app/panel/FileWatch.h"
+
+#include <QFileInfo>
+
+namespace kelvar::app {
+namespace {
+
+constexpr int kPauseMilliseconds = 150;
+
+}  // namespace
+
+FileWatch::FileWatch() {
+  pause_.setSingleShot(true);
+  pause_.setInterval(kPauseMilliseconds);
+  const auto wait = [this] { pause_.start(); };
+  QObject::connect(&watcher_, &QFileSystemWatcher::fileChanged, &pause_, wait);
+  QObject::connect(&watcher_, &QFileSystemWatcher::directoryChanged, &pause_, wait);
+  QObject::connect(&pause_, &QTimer::timeout, &watcher_, [this] { compare(); });
+}
+
+FileWatch::State FileWatch::stateOf(const QString& file) {
+  const QFileInfo info(file);
+  if (!info.exists()) return {};
+  return {info.lastModified(), info.size()};
+}
+
+void FileWatch::setFiles(const QStringList& files) {
+  if (files == states_.keys()) return;
+  QMap<QString, State> states;
+  for (const QString& file : files) states.insert(file, states_.value(file, stateOf(file)));
+  states_ = states;
+  const QStringList before = watcher_.files() + watcher_.directories();
+  if (!before.isEmpty()) watcher_.removePaths(before);
+  watch();
+}
+
+/// The folders too, where a file that has gone comes back.
+void FileWatch::watch() {
+  for (const QString& file : states_.keys()) {
+    if (QFileInfo::exists(file)) watcher_.addPath(file);
+    const QString folder = QFileInfo(file).absolutePath();
+    if (QFileInfo::exists(folder)) watcher_.addPath(folder);
+  }
+}
+
+void FileWatch::compare() {
+  watch();
+  QStringList changed;
+  for (auto state = states_.begin(); state != states_.end(); ++state) {
+    const State now = stateOf(state.key());
+    if (now == state.value()) continue;
+    state.value() = now;
+    changed.append(state.key());
+  }
+  if (!changed.isEmpty() && didChange) didChange(changed);
+}
+
+}  // namespace kelvar::app

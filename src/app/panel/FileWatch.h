@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDateTime>
+#include <QFileSystemWatcher>
+#include <QMap>
+#include <QTimer>
+#include <functional>
+
+namespace kelvar::app {
+
+/// Tells when files change, vanish or come back, a moment after the last sign of it: programs write
+/// a file in several goes, and often put a new one in its place.
+class FileWatch {
+ public:
+  FileWatch();
+
+  /// With the files that have changed.
+  std::function<void(const QStringList& files)> didChange;
+
+  void setFiles(const QStringList& files);
+
+ private:
+  struct State {
+    QDateTime changed;
+    qint64 bytes = -1;
+    bool operator==(const State&) const = default;
+  };
+
+  static State stateOf(const QString& file);
+  void watch();
+  void compare();
+
+  QMap<QString, State> states_;
+  QFileSystemWatcher watcher_;
+  QTimer pause_;
+};
+
+}  // namespace kelvar::app

@@ -1,0 +1,568 @@
+#include "app/panel/PanelWindow.h"
+
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSplitter>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "host/PhotoMockup.h"
+#include "platform/ImageFile.h"
+
+namespace kelvar::app {
+namespace {
+
+/// Points: pictures in menus and choosers, and of the selected shapes.
+constexpr int kThumbnailSide = 128;
+constexpr QSize kPreviewSize(480, 320);
+constexpr double kZoomStep = 1.25;
+
+const char* const kPictures = "*.png *.jpg *.jpeg *.webp *.svg";
+
+bool isArrangementFile(const QString& file) {
+  return file.endsWith(QStringLiteral(".json"), Qt::CaseInsensitive);
+}
+
+/// `picture` within `side` points on a screen of that resolution.
+ImageRef inPoints(const QImage& picture, double ratio) {
+  if (picture.isNull()) return nullptr;
+  return std::make_shared<Image>(picture, QSizeF(picture.size()) / ratio);
+}
+
+QRect boundsOf(const PanelModel& model) {
+  QPolygonF corners;
+  for (const QString& id : model.selection()) {
+    for (const QPointF& corner : model.arrangement().shape(id)->corners) corners.append(corner);
+  }
+  return corners.boundingRect().toAlignedRect();
+}
+
+}  // namespace
+
+PanelWindow::PanelWindow() {
+  setWindowTitle(QStringLiteral("Kelvar"));
+  setAcceptDrops(false);
+  makeViews();
+  makeFileActions();
+  makeEditActions();
+  makeViewActions();
+  makeToolBar();
+  resize(1240, 820);
+  model_.didChange = [this] { modelDidChange(); };
+  drawing_.didDraw = [this](const BackgroundDrawing::Result& r) { drawingDidFinish(r); };
+  watch_.didChange = [this](const QStringList& files) { filesDidChange(files); };
+  modelDidChange();
+}
+
+PanelWindow::~PanelWindow() { model_.didChange = nullptr; }
+
+void PanelWindow::makeViews() {
+  splitter_ = new QSplitter(Qt::Horizontal, this);
+  splitter_->setChildrenCollapsible(false);
+  splitter_->setHandleWidth(1);
+  column_ = new PanelColumn(&model_, splitter_);
+  splitter_->addWidget(makeLeft());
+  splitter_->addWidget(column_);
+  splitter_->setStretchFactor(0, 1);
+  splitter_->setSizes({900, 340});
+  setCentralWidget(splitter_);
+  column_->didPressRefresh = [this] { refreshSelected(); };
+  column_->didDropFiles = [this](const QStringList& files, const QString& shape) {
+    addDesigns(files, shape);
+  };
+}
+
+QWidget* PanelWindow::makeLeft() {
+  auto* const left = new QWidget;
+  auto* const stack = new QVBoxLayout(left);
+  stack->setContentsMargins(0, 0, 0, 0);
+  stack->setSpacing(0);
+  photoView_ = new PhotoView(&model_);
+  photoView_->stateDidChange = [this] { updateActions(); };
+  photoView_->didDropFiles = [this](const QStringList& files, const QString& shape) {
+    dropFiles(files, shape);
+  };
+  welcome_ = makeWelcome();
+  stack->addWidget(makeErrorBar());
+  stack->addWidget(photoView_, 1);
+  stack->addWidget(makeZoomBar());
+  return left;
+}
+
+/// What stands in the place of a photo until there is one.
+QWidget* PanelWindow::makeWelcome() {
+  auto* const welcome = new QWidget(photoView_);
+  auto* const open = new QPushButton(QStringLiteral("Open a Photo…"));
+  open->setObjectName(QStringLiteral("openButton"));
+  connect(open, &QPushButton::clicked, this, [this] { chooseFileToOpen(); });
+  auto* const hint = new QLabel(QStringLiteral("or drop one here, or a saved arrangement"));
+  hint->setForegroundRole(QPalette::PlaceholderText);
+  auto* const stack = new QVBoxLayout(welcome);
+  stack->setSpacing(10);
+  stack->addWidget(open, 0, Qt::AlignCenter);
+  stack->addWidget(hint, 0, Qt::AlignCenter);
+  auto* const middle = new QVBoxLayout(photoView_);
+  middle->addWidget(welcome, 0, Qt::AlignCenter);
+  return welcome;
+}
+
+QWidget* PanelWindow::makeErrorBar() {
+  errorBar_ = new QFrame;
+  errorBar_->setObjectName(QStringLiteral("errorBar"));
+  errorBar_->setStyleSheet(
+      QStringLiteral("#errorBar { background: #b3261e; } #errorBar QLabel, #errorBar QToolButton "
+                     "{ color: white; } #errorBar QToolButton:focus { border: 1px solid white; }"));
+  errorLabel_ = new QLabel;
+  errorLabel_->setObjectName(QStringLiteral("errorLabel"));
+  errorLabel_->setWordWrap(true);
+  errorLabel_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  auto* const close = new QToolButton;
+  close->setText(QStringLiteral("✕"));
+  close->setAutoRaise(true);
+  close->setAccessibleName(QStringLiteral("Dismiss"));
+  close->setFocusPolicy(Qt::TabFocus);
+  connect(close, &QToolButton::clicked, errorBar_, &QWidget::hide);
+  auto* const line = new QHBoxLayout(errorBar_);
+  line->setContentsMargins(16, 8, 8, 8);
+  line->addWidget(errorLabel_, 1);
+  line->addWidget(close);
+  errorBar_->hide();
+  return errorBar_;
+}
+
+QWidget* PanelWindow::makeZoomBar() {
+  auto* const bar = new QWidget;
+  auto* const line = new QHBoxLayout(bar);
+  line->setContentsMargins(12, 4, 8, 4);
+  line->setSpacing(2);
+  status_ = new QLabel;
+  status_->setObjectName(QStringLiteral("status"));
+  status_->setForegroundRole(QPalette::PlaceholderText);
+  line->addWidget(status_, 1);
+  const auto add = [&](const QString& text, const QString& name, auto run) {
+    auto* const button = new QToolButton;
+    button->setText(text);
+    button->setAutoRaise(true);
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, run);
+    line->addWidget(button);
+    return button;
+  };
+  add(QStringLiteral("−"), QStringLiteral("Zoom out"),
+      [this] { photoView_->zoomBy(1 / kZoomStep); });
+  zoomButton_ =
+      add(QStringLiteral("100%"), QStringLiteral("Fit the picture"), [this] { photoView_->fit(); });
+  zoomButton_->setMinimumWidth(56);
+  add(QStringLiteral("+"), QStringLiteral("Zoom in"), [this] { photoView_->zoomBy(kZoomStep); });
+  return bar;
+}
+
+QAction* PanelWindow::addAction(const QString& menu, const QString& text, const QKeySequence& key,
+                                std::function<void()> run) {
+  QMenu* found = menuBar()->findChild<QMenu*>(menu);
+  if (!found) {
+    found = menuBar()->addMenu(u'&' + menu);
+    found->setObjectName(menu);
+  }
+  QAction* const action = found->addAction(text);
+  action->setShortcut(key);
+  connect(action, &QAction::triggered, this, [run = std::move(run)] { run(); });
+  const QString name = QString(text).remove(u'&').remove(QStringLiteral("…"));
+  action->setObjectName(name);
+  actions_.insert(name, action);
+  return action;
+}
+
+void PanelWindow::makeFileActions() {
+  const QString file = QStringLiteral("File");
+  addAction(file, QStringLiteral("&Open…"), QKeySequence::Open, [this] { chooseFileToOpen(); });
+  addAction(file, QStringLiteral("Add &Designs…"), QKeySequence(QStringLiteral("Ctrl+D")),
+            [this] { chooseDesigns(); });
+  addAction(file, QStringLiteral("&Save"), QKeySequence::Save, [this] { save(); });
+  addAction(file, QStringLiteral("Save &As…"), QKeySequence(QStringLiteral("Ctrl+Shift+S")),
+            [this] { chooseFileToSave(); });
+  addAction(file, QStringLiteral("&Export…"), QKeySequence(QStringLiteral("Ctrl+E")),
+            [this] { chooseFileToExport(); });
+  addAction(file, QStringLiteral("&Quit"), QKeySequence::Quit, [this] { close(); });
+}
+
+void PanelWindow::makeEditActions() {
+  const QString edit = QStringLiteral("Edit");
+  addAction(edit, QStringLiteral("&Undo"), QKeySequence::Undo, [this] { model_.undo(); });
+  addAction(edit, QStringLiteral("&Redo"), QKeySequence(QStringLiteral("Ctrl+Shift+Z")),
+            [this] { model_.redo(); });
+  addAction(edit, QStringLiteral("&New Shape"), QKeySequence(Qt::Key_N), [this] {
+    photoView_->setDrawing(!photoView_->isDrawing());
+  })->setCheckable(true);
+  addAction(edit, QStringLiteral("&Delete Shape"), QKeySequence::Delete,
+            [this] { model_.removeSelected(); });
+  addAction(edit, QStringLiteral("Select &All"), QKeySequence::SelectAll, [this] {
+    QStringList all;
+    for (const Arrangement::Shape& shape : model_.arrangement().shapes) all.append(shape.id);
+    model_.select(all);
+  });
+}
+
+void PanelWindow::makeViewActions() {
+  const QString view = QStringLiteral("View");
+  QAction* const zoomIn =
+      addAction(view, QStringLiteral("Zoom &In"), {}, [this] { photoView_->zoomBy(kZoomStep); });
+  zoomIn->setShortcuts(
+      {QKeySequence(QStringLiteral("Ctrl++")), QKeySequence(QStringLiteral("Ctrl+="))});
+  addAction(view, QStringLiteral("Zoom &Out"), QKeySequence(QStringLiteral("Ctrl+-")),
+            [this] { photoView_->zoomBy(1 / kZoomStep); });
+  addAction(view, QStringLiteral("&Actual Pixels"), QKeySequence(QStringLiteral("Ctrl+1")),
+            [this] { photoView_->zoomTo(1 / devicePixelRatioF()); });
+  addAction(view, QStringLiteral("&Fit"), QKeySequence(QStringLiteral("Ctrl+0")),
+            [this] { photoView_->fit(); });
+}
+
+void PanelWindow::makeToolBar() {
+  auto* const bar = addToolBar(QStringLiteral("Tools"));
+  bar->setObjectName(QStringLiteral("toolBar"));
+  bar->setMovable(false);
+  bar->setContextMenuPolicy(Qt::PreventContextMenu);
+  const auto add = [&](const char* name) {
+    QAction* const action = actions_.value(QLatin1String(name));
+    bar->addAction(action);
+    bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+  };
+  for (const char* name : {"Open", "Add Designs"}) add(name);
+  bar->addSeparator();
+  for (const char* name : {"New Shape", "Undo", "Redo"}) add(name);
+  auto* const space = new QWidget;
+  space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  bar->addWidget(space);
+  for (const char* name : {"Save", "Export"}) add(name);
+}
+
+void PanelWindow::open(const QString& file) {
+  Arrangement arrangement;
+  arrangement.photo = QFileInfo(file).absoluteFilePath();
+  if (isArrangementFile(file)) {
+    QString error;
+    const auto read = Arrangement::read(file, &error);
+    if (!read) return fail(error);
+    arrangement = *read;
+  }
+  opening_ = std::make_shared<PhotoMockup>(arrangement);
+  openingFile_ = file;
+  drawing_.draw(opening_, arrangement);
+  say(QStringLiteral("Opening %1…").arg(QFileInfo(file).fileName()));
+}
+
+void PanelWindow::drawingDidFinish(const BackgroundDrawing::Result& result) {
+  if (result.mockup == opening_) {
+    opening_ = nullptr;
+    opened(result);
+  } else if (result.mockup == mockup_) {
+    showDrawing(result);
+  }
+}
+
+void PanelWindow::opened(const BackgroundDrawing::Result& result) {
+  say({});
+  if (result.picture.isNull()) {
+    fail(result.problem);
+    // What is open may have been changed meanwhile.
+    if (mockup_) drawing_.draw(mockup_, requested_);
+    return;
+  }
+  errorBar_->hide();
+  welcome_->hide();
+  mockup_ = result.mockup;
+  file_ = isArrangementFile(openingFile_) ? openingFile_ : QString();
+  requested_ = result.arrangement;
+  thumbnails_.clear();
+  photoView_->setCanChangeShapes(mockup_->canChangeShapes());
+  showDrawing(result);
+  model_.open(result.arrangement);
+  photoView_->fit();
+  photoView_->setDrawing(result.arrangement.shapes.isEmpty());
+  photoView_->setFocus();
+  loadThumbnails();
+  if (!waitingDesigns_.isEmpty()) addDesigns(std::exchange(waitingDesigns_, {}));
+}
+
+void PanelWindow::showDrawing(const BackgroundDrawing::Result& result) {
+  if (!result.problem.isEmpty()) fail(result.problem);
+  if (!result.picture.isNull()) photoView_->setPicture(result.picture, result.ground);
+  photoView_->setProblems(result.shapeProblems);
+  column_->setProblems(result.shapeProblems);
+  if (!isBusy()) column_->setBusy(false);
+  showPreview();
+}
+
+void PanelWindow::showPreview() {
+  const double ratio = devicePixelRatioF();
+  const QRect bounds = boundsOf(model_);
+  const QImage part =
+      bounds.isEmpty() ? QImage() : photoView_->picture().part(bounds, kPreviewSize * ratio);
+  column_->setPreview(inPoints(part, ratio));
+}
+
+void PanelWindow::modelDidChange() {
+  photoView_->modelDidChange();
+  column_->modelDidChange();
+  requestDrawing();
+  showPreview();
+  updateActions();
+  QStringList files{model_.arrangement().photo};
+  for (const Arrangement::Design& design : model_.arrangement().designs) files.append(design.file);
+  files.removeAll(QString());
+  files.sort();
+  files.removeDuplicates();
+  watch_.setFiles(files);
+}
+
+void PanelWindow::requestDrawing() {
+  if (!mockup_ || requested_ == model_.arrangement()) return;
+  requested_ = model_.arrangement();
+  drawing_.draw(mockup_, requested_);
+  column_->setBusy(true);
+}
+
+void PanelWindow::updateActions() {
+  const bool hasMockup = mockup_ != nullptr;
+  const auto enable = [&](const char* name, bool enabled) {
+    if (QAction* const action = actions_.value(QLatin1String(name))) action->setEnabled(enabled);
+  };
+  for (const char* name : {"Add Designs", "Save", "Save As", "Export", "New Shape", "Select All",
+                           "Zoom In", "Zoom Out", "Actual Pixels", "Fit"}) {
+    enable(name, hasMockup);
+  }
+  enable("Undo", model_.canUndo());
+  enable("Redo", model_.canRedo());
+  enable("Delete Shape", !model_.selection().isEmpty());
+  if (QAction* const shape = actions_.value(QStringLiteral("New Shape"))) {
+    shape->setChecked(photoView_->isDrawing());
+  }
+  zoomButton_->setText(QStringLiteral("%1%").arg(
+      std::round(photoView_->viewport().zoom() * devicePixelRatioF() * 100)));
+  const QString file = file_.isEmpty() ? model_.arrangement().photo : file_;
+  setWindowTitle(hasMockup ? QFileInfo(file).fileName() + QStringLiteral("[*] – Kelvar")
+                           : QStringLiteral("Kelvar"));
+  setWindowModified(hasMockup && model_.isModified());
+}
+
+void PanelWindow::addDesigns(const QStringList& files, const QString& shape) {
+  if (!mockup_) {
+    waitingDesigns_ += files;
+    return;
+  }
+  for (const QString& file : files) {
+    struct Answer {
+      QImage picture;
+      QString error;
+    };
+    const int side = int(kThumbnailSide * devicePixelRatioF());
+    const auto read = [mockup = mockup_, file, side] {
+      Answer answer;
+      const QString path = QFileInfo(file).absoluteFilePath();
+      const ImageRef picture = mockup->designPicture({{}, {}, path}, &answer.error);
+      if (picture) answer.picture = PicturePyramid::within(picture->pixels(), side);
+      return answer;
+    };
+    drawing_.run(read, [this, mockup = mockup_, file, shape](const Answer& answer) {
+      if (mockup != mockup_) return;
+      if (answer.picture.isNull()) return fail(answer.error);
+      model_.beginStep();
+      const QString design = model_.addDesign(file);
+      if (!shape.isEmpty()) model_.setDesign(shape, design);
+      model_.endStep();
+      showThumbnail(design, answer.picture);
+    });
+  }
+}
+
+void PanelWindow::showThumbnail(const QString& design, const QImage& picture) {
+  const ImageRef image = inPoints(picture, devicePixelRatioF());
+  if (!image) return;
+  thumbnails_.insert(design, image);
+  column_->setThumbnails(thumbnails_);
+}
+
+void PanelWindow::loadThumbnails() {
+  const int side = int(kThumbnailSide * devicePixelRatioF());
+  for (const Arrangement::Design& design : model_.arrangement().designs) {
+    const auto read = [mockup = mockup_, design, side] {
+      QString error;
+      const ImageRef picture = mockup->designPicture(design, &error);
+      return picture ? PicturePyramid::within(picture->pixels(), side) : QImage();
+    };
+    drawing_.run(read, [this, mockup = mockup_, id = design.id](const QImage& picture) {
+      if (mockup == mockup_) showThumbnail(id, picture);
+    });
+  }
+}
+
+void PanelWindow::refreshSelected() {
+  QList<Arrangement::Design> designs;
+  for (const QString& id : model_.selection()) {
+    const QString design = model_.arrangement().shape(id)->design;
+    if (const auto* found = model_.arrangement().design(design)) designs.append(*found);
+  }
+  if (!mockup_ || designs.isEmpty()) return;
+  const auto refresh = [mockup = mockup_, designs] {
+    for (const Arrangement::Design& design : designs) mockup->refresh(design);
+    return 0;
+  };
+  drawing_.run(refresh, [](int) {});
+  drawing_.draw(mockup_, requested_);
+  column_->setBusy(true);
+  loadThumbnails();
+}
+
+void PanelWindow::filesDidChange(const QStringList&) {
+  if (!mockup_) return;
+  drawing_.draw(mockup_, requested_);
+  column_->setBusy(true);
+  loadThumbnails();
+}
+
+void PanelWindow::fail(const QString& sentence) {
+  say({});
+  errorLabel_->setText(sentence);
+  errorBar_->show();
+  if (didFail) didFail(sentence);
+}
+
+void PanelWindow::say(const QString& sentence) { status_->setText(sentence); }
+
+void PanelWindow::dropFiles(const QStringList& files, const QString& shape) {
+  const bool opens = !mockup_ || isArrangementFile(files.first());
+  if (!opens) return addDesigns(files, shape);
+  whenUnsavedAreSettled([this, files] { open(files.first()); });
+}
+
+void PanelWindow::chooseFileToOpen() {
+  whenUnsavedAreSettled([this] {
+    auto* const dialog =
+        new QFileDialog(this, QStringLiteral("Open a Photo or an Arrangement"), {},
+                        QStringLiteral("Photos and arrangements (%1 *.json);;All files (*)")
+                            .arg(QLatin1String(kPictures)));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& f) { open(f); });
+    dialog->open();
+  });
+}
+
+void PanelWindow::chooseDesigns() {
+  auto* const dialog =
+      new QFileDialog(this, QStringLiteral("Add Designs"), {},
+                      QStringLiteral("Pictures (%1);;All files (*)").arg(QLatin1String(kPictures)));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setFileMode(QFileDialog::ExistingFiles);
+  connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList& files) {
+    const QStringList selection = model_.selection();
+    addDesigns(files, selection.size() == 1 && files.size() == 1 ? selection.first() : QString());
+  });
+  dialog->open();
+}
+
+void PanelWindow::save() {
+  if (file_.isEmpty()) return chooseFileToSave();
+  saveAs(file_);
+}
+
+void PanelWindow::saveAs(const QString& file) {
+  const Arrangement arrangement = model_.arrangement();
+  const auto write = [mockup = mockup_, arrangement, file] {
+    QString error;
+    return mockup->save(arrangement, file, &error) ? QString() : error;
+  };
+  drawing_.run(write, [this, arrangement, file](const QString& error) {
+    const std::function<void()> then = std::exchange(afterSaving_, nullptr);
+    if (!error.isEmpty()) return fail(error);
+    file_ = file;
+    errorBar_->hide();
+    model_.markSaved(arrangement);
+    say(QStringLiteral("Saved %1").arg(QFileInfo(file).fileName()));
+    if (then) then();
+  });
+}
+
+void PanelWindow::exportTo(const QString& file) {
+  const Arrangement arrangement = model_.arrangement();
+  const auto write = [mockup = mockup_, arrangement, file] {
+    QString error;
+    const ImageRef picture = mockup->exportPicture(arrangement, &error);
+    return picture && ImageFile::write(*picture, file, &error) ? QString() : error;
+  };
+  say(QStringLiteral("Exporting…"));
+  drawing_.run(write, [this, file](const QString& error) {
+    if (!error.isEmpty()) return fail(error);
+    errorBar_->hide();
+    say(QStringLiteral("Exported %1").arg(QFileInfo(file).fileName()));
+  });
+}
+
+void PanelWindow::chooseFileToSave() {
+  auto* const dialog = new QFileDialog(this, QStringLiteral("Save the Arrangement"), {},
+                                       QStringLiteral("Arrangements (*.json)"));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setDefaultSuffix(QStringLiteral("json"));
+  const QFileInfo photo(model_.arrangement().photo);
+  dialog->setDirectory(photo.absolutePath());
+  dialog->selectFile(photo.completeBaseName() + QStringLiteral(".json"));
+  connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& f) { saveAs(f); });
+  connect(dialog, &QFileDialog::rejected, this, [this] { afterSaving_ = nullptr; });
+  dialog->open();
+}
+
+void PanelWindow::chooseFileToExport() {
+  auto* const dialog =
+      new QFileDialog(this, QStringLiteral("Export"), {},
+                      QStringLiteral("PNG (*.png);;JPEG (*.jpg *.jpeg);;WebP (*.webp)"));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  const auto takeEnding = [dialog](const QString& filter) {
+    dialog->setDefaultSuffix(filter.section(u'.', 1).section(u' ', 0, 0).remove(u')'));
+  };
+  takeEnding(dialog->selectedNameFilter());
+  connect(dialog, &QFileDialog::filterSelected, dialog, takeEnding);
+  const QFileInfo from(file_.isEmpty() ? model_.arrangement().photo : file_);
+  dialog->setDirectory(from.absolutePath());
+  dialog->selectFile(from.completeBaseName() + QStringLiteral("-mockup.png"));
+  connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& f) { exportTo(f); });
+  dialog->open();
+}
+
+void PanelWindow::whenUnsavedAreSettled(std::function<void()> then) {
+  if (!mockup_ || !model_.isModified()) return then();
+  auto* const box =
+      new QMessageBox(QMessageBox::Question, QStringLiteral("Kelvar"),
+                      QStringLiteral("Save the changes to this arrangement?"),
+                      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setDefaultButton(QMessageBox::Save);
+  connect(box, &QMessageBox::finished, this, [this, then](int button) {
+    if (button == QMessageBox::Discard) then();
+    if (button != QMessageBox::Save) return;
+    afterSaving_ = then;
+    save();
+  });
+  box->open();
+}
+
+void PanelWindow::closeEvent(QCloseEvent* event) {
+  if (!mockup_ || !model_.isModified()) return event->accept();
+  event->ignore();
+  whenUnsavedAreSettled([this] {
+    model_.markSaved(model_.arrangement());
+    close();
+  });
+}
+
+}  // namespace kelvar::app

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+
+#include "app/panel/BackgroundDrawing.h"
+#include "app/panel/FileWatch.h"
+#include "app/panel/PanelColumn.h"
+#include "app/panel/PhotoView.h"
+#include "host/Mockup.h"
+#include "host/PanelModel.h"
+
+class QFrame;
+class QLabel;
+class QSplitter;
+class QToolButton;
+
+namespace kelvar::app {
+
+/// The window of `kelvar panel`: a mockup on the left, its panel on the right, and what is done
+/// with files. Reading, drawing and writing happen off the main thread.
+class PanelWindow : public QMainWindow {
+ public:
+  PanelWindow();
+  ~PanelWindow() override;
+
+  /// Called with the sentence when something cannot be opened, drawn, saved or exported. The window
+  /// shows it too.
+  std::function<void(const QString& sentence)> didFail;
+
+  /// Opens a photo or an arrangement file, in place of what is open if that succeeds.
+  void open(const QString& file);
+  /// For the menu of designs; chosen for `shape` where one is named. Waits for a mockup to be open.
+  void addDesigns(const QStringList& files, const QString& shape = {});
+  void saveAs(const QString& file);
+  void exportTo(const QString& file);
+
+  const PanelModel& model() const { return model_; }
+  bool hasMockup() const { return mockup_ != nullptr; }
+  /// Whether a drawing is under way or waiting.
+  bool isBusy() const { return drawing_.isBusy(); }
+  PanelColumn& column() { return *column_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void makeViews();
+  QWidget* makeLeft();
+  QWidget* makeWelcome();
+  QWidget* makeErrorBar();
+  QWidget* makeZoomBar();
+  void makeFileActions();
+  void makeEditActions();
+  void makeViewActions();
+  void makeToolBar();
+  QAction* addAction(const QString& menu, const QString& text, const QKeySequence& key,
+                     std::function<void()> run);
+
+  void modelDidChange();
+  void requestDrawing();
+  void drawingDidFinish(const BackgroundDrawing::Result& result);
+  void opened(const BackgroundDrawing::Result& result);
+  void showDrawing(const BackgroundDrawing::Result& result);
+  void showPreview();
+  void showThumbnail(const QString& design, const QImage& picture);
+  void loadThumbnails();
+  void refreshSelected();
+  void filesDidChange(const QStringList& files);
+  void updateActions();
+  void fail(const QString& sentence);
+  void say(const QString& sentence);
+
+  void chooseFileToOpen();
+  void chooseDesigns();
+  void save();
+  void chooseFileToSave();
+  void chooseFileToExport();
+  /// Runs `then` at once or, where there are changes, when the user has saved or let them go.
+  void whenUnsavedAreSettled(std::function<void()> then);
+  void dropFiles(const QStringList& files, const QString& shape);
+
+  PanelModel model_;
+  std::shared_ptr<Mockup> mockup_;
+  /// What is being opened, and from which file.
+  std::shared_ptr<Mockup> opening_;
+  QString openingFile_;
+  /// The arrangement file; empty before the first save.
+  QString file_;
+  /// What was last asked to be drawn.
+  Arrangement requested_;
+  QStringList waitingDesigns_;
+  QMap<QString, ImageRef> thumbnails_;
+  FileWatch watch_;
+  /// Runs once when what is being saved is saved.
+  std::function<void()> afterSaving_;
+
+  PhotoView* photoView_ = nullptr;
+  PanelColumn* column_ = nullptr;
+  QSplitter* splitter_ = nullptr;
+  QWidget* welcome_ = nullptr;
+  QFrame* errorBar_ = nullptr;
+  QLabel* errorLabel_ = nullptr;
+  QLabel* status_ = nullptr;
+  QToolButton* zoomButton_ = nullptr;
+  QMap<QString, QAction*> actions_;
+  /// Last, so that nothing arrives while the rest is going.
+  BackgroundDrawing drawing_;
+};
+
+}  // namespace kelvar::app

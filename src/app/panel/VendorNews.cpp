@@ -1,0 +1,143 @@
+#include "app/panel/VendorNews.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QResizeEvent>
+
+#include "app/panel/PanelColumn.h"
+#include "core/ServerMessages.h"
+#include "platform/Bundle.h"
+#include "platform/MainQueue.h"
+
+namespace kelvar::app {
+namespace {
+
+constexpr qint64 kSecondsBetweenChecks = 24 * 60 * 60;
+
+QString information(const char* key) {
+  return Bundle::objectForInfoDictionaryKey(QLatin1String(key)).toString();
+}
+
+}  // namespace
+
+VendorNews::VendorNews(PanelColumn* column)
+    : column_(column),
+      kelvar_(std::make_shared<Kelvar>()),
+      links_(std::make_shared<KVExternalActionsHandler>()) {
+  makeBanner();
+  makeVersionLine();
+  column_->addBelow(makeLinks());
+}
+
+void VendorNews::makeBanner() {
+  banner_ = KVViewController::initWithNibName(QStringLiteral("KVSoftMessage"));
+  if (!banner_ || !banner_->view()) return;
+  bannerDelegate_ = std::make_shared<KVViewControllerDelegate>();
+  bannerDelegate_->controllerNeedToUpdateLayout = [](KVViewController& controller) {
+    controller.view()->setFixedHeight(controller.view()->height());
+  };
+  bannerDelegate_->controllerDidPressSoftBannerActionButton = [this](KVViewController& controller,
+                                                                     const QVariant&) {
+    controller.view()->hide();
+    showFirstUnread();
+  };
+  // The banner hides itself after this, and the next message shows it again after that.
+  bannerDelegate_->controllerDidPressReadMessageButton = [this](auto&, const QVariant&) {
+    showFirstUnread();
+  };
+  banner_->setDelegate(bannerDelegate_);
+  banner_->view()->hide();
+  column_->addAbove(banner_->view());
+  banner_->view()->installEventFilter(this);
+}
+
+void VendorNews::makeVersionLine() {
+  versionLine_ = KVViewController::initWithNibName(QStringLiteral("KVMessageLine"));
+  if (!versionLine_ || !versionLine_->view()) return;
+  versionLine_->view()->hide();
+  column_->addAbove(versionLine_->view());
+}
+
+QWidget* VendorNews::makeLinks() {
+  using Press = void (KVExternalActionsHandler::*)(const QVariant&);
+  static constexpr struct {
+    const char* name;
+    const char* title;
+    Press press;
+  } kLinks[] = {
+      {"homepageButton", "Website", &KVExternalActionsHandler::homepageButtonDidPress},
+      {"feedbackButton", "Feedback", &KVExternalActionsHandler::feedbackForumButtonDidPress},
+      {"supportButton", "Support", &KVExternalActionsHandler::supportButtonDidPress},
+      {"storeButton", "Store", &KVExternalActionsHandler::visitStoreButtonDidPress},
+  };
+  auto* const bar = new QWidget;
+  auto* const line = new QHBoxLayout(bar);
+  line->setContentsMargins(8, 4, 8, 4);
+  line->setSpacing(2);
+  for (const auto& link : kLinks) {
+    auto* const button = new QPushButton(QLatin1String(link.title));
+    button->setObjectName(QLatin1String(link.name));
+    button->setFlat(true);
+    button->setCursor(Qt::PointingHandCursor);
+    connect(button, &QPushButton::clicked, this,
+            [this, press = link.press] { (*links_.*press)(QVariant()); });
+    line->addWidget(button);
+  }
+  line->addStretch();
+  return bar;
+}
+
+void VendorNews::start() {
+  showFirstUnread();
+  const std::weak_ptr<KVViewControllerDelegate> here = bannerDelegate_;
+  ServerMessages::load(kelvar_->persister(), [this, here](const QString&) {
+    MainQueue::async([this, here] {
+      if (here.lock()) showFirstUnread();
+    });
+  });
+  checker_ = KVVersionChecker::checkerWithIdentifier(information("CFBundleIdentifier"),
+                                                     information("CFBundleShortVersionString"));
+  checkerDelegate_ = std::make_shared<KVVersionCheckerDelegate>();
+  checkerDelegate_->checkerDidFinish = [this](KVVersionChecker& checker) { showVersion(checker); };
+  checker_->setDelegate(checkerDelegate_);
+  showVersion(*checker_);
+  const QDateTime last = checker_->lastCheck();
+  if (last.isValid() && last.secsTo(QDateTime::currentDateTime()) < kSecondsBetweenChecks) return;
+  checker_->start();
+}
+
+void VendorNews::showFirstUnread() {
+  if (!banner_ || !banner_->view()) return;
+  const QVariant stored = KVPersister().objectForKey(QLatin1String(ServerMessages::kKey));
+  for (const QVariant& value : stored.toList()) {
+    const QVariantMap message = value.toMap();
+    if (message.value(QStringLiteral("read")).toBool()) continue;
+    // The height of the message before holds no longer.
+    banner_->view()->setMinimumHeight(0);
+    banner_->view()->setMaximumHeight(QWIDGETSIZE_MAX);
+    banner_->showSoftMessage(message.value(QStringLiteral("message")).toString(),
+                             message.value(QStringLiteral("action")).toString(),
+                             message.value(QStringLiteral("id")).toLongLong());
+    return;
+  }
+}
+
+void VendorNews::showVersion(const KVVersionChecker& checker) {
+  if (!versionLine_ || !versionLine_->view()) return;
+  versionLine_->setMessage(checker.expiredMessage());
+  versionLine_->setActionTitle(checker.actionTitle());
+  versionLine_->setActionURL(checker.actionURL());
+  versionLine_->reloadData();
+  versionLine_->view()->setVisible(checker.isExpired());
+}
+
+/// The banner's height follows from its width.
+bool VendorNews::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize) {
+    const auto* const resize = static_cast<QResizeEvent*>(event);
+    if (resize->oldSize().width() != resize->size().width()) showFirstUnread();
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+}  // namespace kelvar::app

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+
+#include "host/Arrangement.h"
+#include "platform/Export.h"
+#include "platform/Image.h"
+
+namespace kelvar {
+
+/// What stands behind the panel's window: something with a picture, four-cornered shapes on it and
+/// designs for them. It draws and saves arrangements, and knows of no window.
+///
+/// Made on one thread and then used on another, on one at a time.
+class KELVAR_EXPORT Mockup {
+ public:
+  /// Which shapes are drawn.
+  enum class Shapes { All, Included };
+
+  /// A drawn arrangement.
+  struct Drawing {
+    /// Null when there is nothing to draw on; `problem` says why.
+    ImageRef picture;
+    QString problem;
+    /// By the shape's id, a sentence for each shape that is not shown as it should be.
+    QMap<QString, QString> shapeProblems;
+  };
+
+  virtual ~Mockup() = default;
+
+  /// As it was opened.
+  virtual Arrangement arrangement() const = 0;
+
+  /// Whether shapes can be made, moved and removed.
+  virtual bool canChangeShapes() const = 0;
+
+  /// Whatever can be drawn of it.
+  virtual Drawing draw(const Arrangement& arrangement, Shapes shapes) = 0;
+
+  /// The design by itself, at a size that its own format suggests. Null and a sentence where it
+  /// cannot be read.
+  virtual ImageRef designPicture(const Arrangement::Design& design, QString* error) = 0;
+
+  /// Lets go of what is kept of the design, so that the next drawing reads it again.
+  virtual void refresh(const Arrangement::Design& design) = 0;
+
+  virtual bool save(const Arrangement& arrangement, const QString& path, QString* error) = 0;
+
+  /// The picture of all shapes that are included. Null and a sentence when any of them cannot be
+  /// shown as it should be: nobody is to find out later that one was left out.
+  ImageRef exportPicture(const Arrangement& arrangement, QString* error);
+};
+
+}  // namespace kelvar

@@ -1,0 +1,186 @@
+#include "host/PanelModel.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelvar {
+namespace {
+
+constexpr qsizetype kMostSteps = 500;
+
+QPointF withinReach(const QPointF& point) {
+  const double far = Arrangement::kFarthest;
+  return {std::clamp(point.x(), -far, far), std::clamp(point.y(), -far, far)};
+}
+
+/// What all have in common, or PanelModel::kMixed.
+template <typename Get>
+int common(const PanelModel& model, Get get) {
+  const QStringList selection = model.selection();
+  if (selection.isEmpty()) return 0;
+  const auto of = [&](const QString& id) { return int(get(*model.arrangement().shape(id))); };
+  const int first = of(selection.first());
+  const bool isCommon = std::all_of(selection.begin(), selection.end(),
+                                    [&](const QString& id) { return of(id) == first; });
+  return isCommon ? first : PanelModel::kMixed;
+}
+
+}  // namespace
+
+void PanelModel::open(const Arrangement& arrangement) {
+  arrangement_ = saved_ = arrangement;
+  selection_.clear();
+  undo_.clear();
+  redo_.clear();
+  isOneStep_ = hasStep_ = false;
+  tell();
+}
+
+void PanelModel::markSaved(const Arrangement& saved) {
+  saved_ = saved;
+  tell();
+}
+
+void PanelModel::undo() { step(&undo_, &redo_); }
+
+void PanelModel::redo() { step(&redo_, &undo_); }
+
+void PanelModel::step(QList<Arrangement>* from, QList<Arrangement>* to) {
+  endStep();
+  if (from->isEmpty()) return;
+  to->append(arrangement_);
+  arrangement_ = from->takeLast();
+  keepInOrder(selection_);
+  tell();
+}
+
+void PanelModel::endStep() { isOneStep_ = hasStep_ = false; }
+
+void PanelModel::select(const QStringList& shapes) {
+  const QStringList before = selection_;
+  keepInOrder(shapes);
+  if (selection_ != before) tell();
+}
+
+void PanelModel::toggleSelected(const QString& shape) {
+  QStringList shapes = selection_;
+  if (!shapes.removeOne(shape)) shapes.append(shape);
+  select(shapes);
+}
+
+void PanelModel::selectNext(int direction) {
+  const QList<Arrangement::Shape>& shapes = arrangement_.shapes;
+  if (shapes.isEmpty()) return;
+  qsizetype next = direction > 0 ? 0 : shapes.size() - 1;
+  if (!selection_.isEmpty()) {
+    const QString from = direction > 0 ? selection_.last() : selection_.first();
+    const Arrangement::Shape* shape = arrangement_.shape(from);
+    next = (shape - shapes.constData() + direction + shapes.size()) % shapes.size();
+  }
+  select({shapes[next].id});
+}
+
+QString PanelModel::addShape(const std::array<QPointF, 4>& corners) {
+  Arrangement next = arrangement_;
+  int number = 1;
+  while (next.shape(QString::number(number))) ++number;
+  Arrangement::Shape shape;
+  shape.id = QString::number(number);
+  shape.name = QStringLiteral("Shape %1").arg(number);
+  std::transform(corners.begin(), corners.end(), shape.corners.begin(), withinReach);
+  next.shapes.append(shape);
+  selection_ = {shape.id};
+  change(next);
+  return shape.id;
+}
+
+void PanelModel::removeSelected() {
+  Arrangement next = arrangement_;
+  next.shapes.removeIf([&](const Arrangement::Shape& shape) { return isSelected(shape.id); });
+  change(next);
+}
+
+void PanelModel::setCorner(const QString& shape, int corner, const QPointF& point) {
+  Arrangement next = arrangement_;
+  Arrangement::Shape* moved = next.shape(shape);
+  if (!moved) return;
+  moved->corners[size_t(corner)] = withinReach(point);
+  change(next);
+}
+
+void PanelModel::moveSelected(const QPointF& by) {
+  changeSelected([&](Arrangement::Shape& shape) {
+    for (QPointF& corner : shape.corners) corner = withinReach(corner + by);
+  });
+}
+
+QString PanelModel::addDesign(const QString& file) {
+  Arrangement next = arrangement_;
+  const QString id = next.addDesign(file);
+  change(next);
+  return id;
+}
+
+void PanelModel::setDesign(const QString& shape, const QString& design) {
+  Arrangement next = arrangement_;
+  if (Arrangement::Shape* changed = next.shape(shape)) changed->design = design;
+  change(next);
+}
+
+int PanelModel::quality() const {
+  return common(*this, [](const Arrangement::Shape& shape) { return shape.quality; });
+}
+
+void PanelModel::setQuality(int quality) {
+  if (quality < 0 || quality >= Arrangement::kQualities) return;
+  changeSelected([&](Arrangement::Shape& shape) { shape.quality = quality; });
+}
+
+int PanelModel::included() const {
+  return common(*this, [](const Arrangement::Shape& shape) { return shape.included; });
+}
+
+void PanelModel::setIncluded(bool included) {
+  changeSelected([&](Arrangement::Shape& shape) { shape.included = included; });
+}
+
+void PanelModel::rotate() {
+  changeSelected([](Arrangement::Shape& shape) { shape.rotation = (shape.rotation + 1) % 4; });
+}
+
+void PanelModel::flip() {
+  changeSelected([](Arrangement::Shape& shape) { shape.flipped = !shape.flipped; });
+}
+
+void PanelModel::changeSelected(const std::function<void(Arrangement::Shape&)>& changeOne) {
+  Arrangement next = arrangement_;
+  for (const QString& id : selection_) changeOne(*next.shape(id));
+  change(next);
+}
+
+void PanelModel::change(const Arrangement& next) {
+  if (next == arrangement_) return;
+  if (!hasStep_) {
+    if (undo_.size() == kMostSteps) undo_.removeFirst();
+    undo_.append(arrangement_);
+    redo_.clear();
+  }
+  hasStep_ = isOneStep_;
+  arrangement_ = next;
+  keepInOrder(selection_);
+  tell();
+}
+
+// By value: it is usually the selection itself.
+void PanelModel::keepInOrder(QStringList selection) {
+  selection_.clear();
+  for (const Arrangement::Shape& shape : arrangement_.shapes) {
+    if (selection.contains(shape.id)) selection_.append(shape.id);
+  }
+}
+
+void PanelModel::tell() const {
+  if (didChange) didChange();
+}
+
+}  // namespace kelvar

@@ -1,0 +1,492 @@
+#include "app/panel/PanelWindow.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolBar>
+#include <QUrl>
+#include <csignal>
+
+#include "host/Pictures.h"
+#include "ui/PopUpButton.h"
+
+namespace kelvar::app {
+namespace {
+
+constexpr int kLongest = 10000;
+
+/// A window over pictures in a folder of its own, used as people do: with the mouse and the keys.
+class Window : public testing::Test {
+ protected:
+  void SetUp() override {
+    // Where file dialogs note what they showed last.
+    qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
+    noise(400, 300).save(path("photo.png"));
+    noise(60, 90, 5).save(path("app.png"));
+    noise(90, 60, 9).save(path("site.png"));
+    window_.resize(1100, 700);
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+    view_ = window_.findChild<QWidget*>(QStringLiteral("photoView"));
+  }
+
+  QString path(const char* name) const { return dir_.filePath(QString::fromLatin1(name)); }
+
+  QByteArray bytes(const char* name) const {
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
+  const PanelModel& model() const { return window_.model(); }
+
+  bool wait(const std::function<bool()>& until) { return QTest::qWaitFor(until, kLongest); }
+
+  /// With the photo open and the designs in the menu.
+  void open() {
+    window_.open(path("photo.png"));
+    window_.addDesigns({path("app.png"), path("site.png")});
+    ASSERT_TRUE(wait([&] { return model().arrangement().designs.size() == 2 && settled(); }));
+  }
+
+  bool settled() { return window_.hasMockup() && !window_.isBusy(); }
+
+  /// In the view, where a pixel of the photo is.
+  QPoint at(double x, double y) const {
+    return static_cast<PhotoView*>(view_)->viewport().toView({x, y}).toPoint();
+  }
+
+  void click(const QPoint& point, Qt::KeyboardModifiers keys = {}) {
+    QTest::mouseClick(view_, Qt::LeftButton, keys, point);
+  }
+
+  /// A shortcut of the window, which has to be the active one: nobody manages windows here.
+  void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    activate(&window_);
+    QTest::keyClick(&window_, key, modifiers);
+  }
+
+  void activate(QWidget* window) {
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  }
+
+  void drag(const QPoint& from, const QPoint& to) {
+    QTest::mousePress(view_, Qt::LeftButton, {}, from);
+    for (int i = 1; i <= 4; ++i) QTest::mouseMove(view_, from + (to - from) * i / 4);
+    QTest::mouseRelease(view_, Qt::LeftButton, {}, to);
+  }
+
+  void drawShape(const std::array<QPoint, 4>& corners) {
+    if (!static_cast<PhotoView*>(view_)->isDrawing()) key(Qt::Key_N);
+    for (const QPoint& corner : corners) click(at(corner.x(), corner.y()));
+  }
+
+  /// The one that is in sight: the row has two layouts, and there is a chooser a shape.
+  template <class T>
+  T* control(const char* name) {
+    for (T* found : window_.findChildren<T*>(QLatin1String(name))) {
+      if (found->isVisible()) return found;
+    }
+    return nullptr;
+  }
+
+  void press(const char* name) {
+    auto* const button = control<QAbstractButton>(name);
+    ASSERT_TRUE(button) << name;
+    ASSERT_TRUE(wait([&] { return settled() && button->isEnabled(); })) << name;
+    QTest::mouseClick(button, Qt::LeftButton);
+  }
+
+  /// Opens the pop-up and takes the item with the keys.
+  void choose(PopUpButton* button, int steps) {
+    ASSERT_TRUE(button);
+    ASSERT_TRUE(wait([&] { return settled() && button->isEnabled(); }));
+    QTest::mouseClick(button, Qt::LeftButton);
+    QWidget* const list = button->view();
+    ASSERT_TRUE(wait([&] { return list->isVisible(); }));
+    QTest::keyClick(list, Qt::Key_Home);
+    for (int i = 0; i < steps; ++i) QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    ASSERT_TRUE(wait([&] { return !list->isVisible(); }));
+  }
+
+  /// Names a file in the dialog that the action opens.
+  void throughDialog(const char* action, const QString& file) {
+    window_.findChild<QAction*>(QLatin1String(action))->trigger();
+    QFileDialog* dialog = nullptr;
+    ASSERT_TRUE(wait([&] { return (dialog = window_.findChild<QFileDialog*>()) != nullptr; }));
+    activate(dialog);
+    auto* const name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    ASSERT_TRUE(name) << "the dialog is Qt's own here";
+    name->setText(file);
+    const auto accept = dialog->acceptMode() == QFileDialog::AcceptOpen ? QDialogButtonBox::Open
+                                                                        : QDialogButtonBox::Save;
+    QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(accept), Qt::LeftButton);
+    ASSERT_TRUE(wait([&] { return !window_.findChild<QFileDialog*>(); }));
+  }
+
+  QString error() {
+    auto* const label = control<QLabel>("errorLabel");
+    return label ? label->text() : QString();
+  }
+
+  QTemporaryDir dir_;
+  PanelWindow window_;
+  QWidget* view_ = nullptr;
+};
+
+const std::array<QPoint, 4> kLeft{QPoint(40, 50), {180, 70}, {170, 240}, {30, 220}};
+const std::array<QPoint, 4> kRight{QPoint(220, 60), {370, 40}, {380, 250}, {230, 200}};
+
+TEST_F(Window, MakesAMockupThatTheCommandLineMakesToo) {
+  throughDialog("Open", path("photo.png"));
+  ASSERT_TRUE(wait([&] { return settled(); })) << error().toStdString();
+  throughDialog("Add Designs", path("app.png"));
+  ASSERT_TRUE(wait([&] { return model().arrangement().designs.size() == 1; }));
+  drawShape(kLeft);
+  ASSERT_EQ(model().selection().size(), 1);
+  choose(control<PopUpButton>("popupButton"), 0);
+  ASSERT_TRUE(wait([&] { return settled(); }));
+  press("layerRotateButton");
+  ASSERT_TRUE(
+      wait([&] { return settled() && control<QAbstractButton>("layerFlipButton")->isEnabled(); }));
+  press("layerFlipButton");
+  choose(control<PopUpButton>("imageQualityPopupButton"), 1);
+  for (const char* name : {"out.png", "out.jpg", "out.webp"}) {
+    throughDialog("Export", path(name));
+    ASSERT_TRUE(wait([&] { return QFile::exists(path(name)); })) << error().toStdString();
+  }
+  throughDialog("Save As", path("saved.json"));
+  ASSERT_TRUE(wait([&] { return !model().isModified(); })) << error().toStdString();
+
+  const Arrangement::Shape shape = model().arrangement().shapes.first();
+  EXPECT_EQ(shape.design, model().arrangement().designs.first().id);
+  EXPECT_EQ(shape.rotation, 1u);
+  EXPECT_TRUE(shape.flipped);
+  EXPECT_EQ(shape.quality, 1);
+  QStringList points;
+  for (size_t i = 0; i < 4; ++i) {
+    EXPECT_NEAR(shape.corners[i].x(), kLeft[i].x(), 1) << i;
+    EXPECT_NEAR(shape.corners[i].y(), kLeft[i].y(), 1) << i;
+    points << QStringLiteral("%1,%2").arg(shape.corners[i].x()).arg(shape.corners[i].y());
+  }
+  const auto map = [&](QStringList arguments) {
+    return QProcess::execute(QStringLiteral(KELVAR_PROGRAM),
+                             QStringList(QStringLiteral("map")) + arguments);
+  };
+  const auto text = [](const char* t) { return QString::fromLatin1(t); };
+  ASSERT_EQ(map({path("app.png"), text("--onto"), path("photo.png"), text("--points"),
+                 points.join(u' '), text("--rotation"), text("1"), text("--flip"), text("--scale"),
+                 text("2"), text("-o"), path("points.png")}),
+            0);
+  EXPECT_EQ(bytes("out.png"), bytes("points.png"));
+  for (const char* ending : {"png", "jpg", "webp"}) {
+    const std::string mapped = std::string("mapped.") + ending, out = std::string("out.") + ending;
+    ASSERT_EQ(map({text("--arrangement"), path("saved.json"), text("-o"), path(mapped.c_str())}),
+              0);
+    EXPECT_EQ(bytes(mapped.c_str()), bytes(out.c_str())) << ending;
+  }
+  PanelWindow again;
+  again.open(path("saved.json"));
+  ASSERT_TRUE(wait([&] { return again.hasMockup(); }));
+  EXPECT_EQ(again.model().arrangement(), model().arrangement());
+}
+
+TEST_F(Window, SelectsMovesAndTakesBack) {
+  open();
+  drawShape(kLeft);
+  drawShape(kRight);
+  const Arrangement drawn = model().arrangement();
+  ASSERT_EQ(drawn.shapes.size(), 2);
+  const QString left = drawn.shapes[0].id, right = drawn.shapes[1].id;
+  click(at(100, 150));
+  EXPECT_EQ(model().selection(), QStringList(left));
+  click(at(300, 130), Qt::ShiftModifier);
+  EXPECT_EQ(model().selection(), QStringList({left, right}));
+  click(at(100, 150), Qt::ShiftModifier);
+  EXPECT_EQ(model().selection(), QStringList(right));
+  click(at(200, 280));
+  EXPECT_TRUE(model().selection().isEmpty());
+
+  click(at(300, 130));
+  const QPoint corner = at(220, 60);
+  drag(corner, corner + QPoint(-30, 12));
+  const double zoom = static_cast<PhotoView*>(view_)->viewport().zoom();
+  const QPointF moved = model().arrangement().shapes[1].corners[0] - drawn.shapes[1].corners[0];
+  EXPECT_NEAR(moved.x(), -30 / zoom, 1);
+  EXPECT_NEAR(moved.y(), 12 / zoom, 1);
+  EXPECT_EQ(model().arrangement().shapes[1].corners[1], drawn.shapes[1].corners[1]);
+  drag(at(100, 150), at(110, 140));
+  for (size_t i = 0; i < 4; ++i) {
+    const QPointF by = model().arrangement().shapes[0].corners[i] - drawn.shapes[0].corners[i];
+    EXPECT_NEAR(by.x(), 10, 1) << i;
+    EXPECT_NEAR(by.y(), -10, 1) << i;
+  }
+  key(Qt::Key_Z, Qt::ControlModifier);
+  key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(model().arrangement(), drawn);
+  key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_NE(model().arrangement(), drawn);
+  key(Qt::Key_Delete);
+  EXPECT_EQ(model().arrangement().shapes.size(), 1);
+}
+
+TEST_F(Window, WorksWithTheKeysAlone) {
+  open();
+  view_->setFocus();
+  QTest::keyClick(view_, Qt::Key_Return);
+  ASSERT_EQ(model().arrangement().shapes.size(), 1) << "a shape to be moved";
+  const std::array<QPointF, 4> before = model().arrangement().shapes[0].corners;
+  QTest::keyClick(view_, Qt::Key_Right, Qt::ShiftModifier);
+  QTest::keyClick(view_, Qt::Key_C);
+  QTest::keyClick(view_, Qt::Key_C);
+  QTest::keyClick(view_, Qt::Key_Up);
+  const std::array<QPointF, 4> after = model().arrangement().shapes[0].corners;
+  EXPECT_EQ(after[0], before[0] + QPointF(10, 0));
+  EXPECT_EQ(after[1], before[1] + QPointF(10, -1));
+  ASSERT_TRUE(wait([&] { return settled(); }));
+  QTest::qWait(0);
+  // Every control, and back to where it began.
+  QStringList reached;
+  for (int i = 0; i < 60; ++i) {
+    QTest::keyClick(window_.focusWidget(), Qt::Key_Tab);
+    QWidget* const focus = window_.focusWidget();
+    if (focus == view_) break;
+    EXPECT_FALSE(focus->accessibleName().isEmpty() && focus->property("text").toString().isEmpty())
+        << focus->metaObject()->className() << " " << focus->objectName().toStdString();
+    reached << focus->objectName();
+  }
+  for (const char* name : {"popupButton", "imageQualityPopupButton", "layerRotateButton",
+                           "layerFlipButton", "layerRefreshButton", "includeInArtboardButton"}) {
+    EXPECT_TRUE(reached.contains(QLatin1String(name))) << name;
+  }
+  auto* const rotate = control<QAbstractButton>("layerRotateButton");
+  rotate->setFocus();
+  QTest::keyClick(rotate, Qt::Key_Space);
+  EXPECT_EQ(model().arrangement().shapes[0].rotation, 1u);
+  ASSERT_TRUE(wait([&] { return settled() && rotate->isEnabled(); }));
+  EXPECT_TRUE(wait([&] { return window_.focusWidget() == rotate; }))
+      << "where it was before the control was disabled";
+}
+
+TEST_F(Window, ShowsSeveralShapesInOneRow) {
+  open();
+  drawShape(kLeft);
+  drawShape(kRight);
+  ASSERT_TRUE(wait([&] { return settled(); }));
+  QTest::qWait(0);
+  choose(control<PopUpButton>("imageQualityPopupButton"), 2);
+  QTest::mouseClick(control<QCheckBox>("includeInArtboardButton"), Qt::LeftButton);
+  EXPECT_FALSE(model().arrangement().shapes[1].included);
+  key(Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(control<PopUpButton>("imageQualityPopupButton")->title(), QStringLiteral("Multiple"));
+  auto* const include = control<QCheckBox>("includeInArtboardButton");
+  EXPECT_EQ(include->checkState(), Qt::PartiallyChecked);
+  ASSERT_TRUE(
+      wait([&] { return settled() && control<QAbstractButton>("layerFlipButton")->isEnabled(); }));
+  QTest::mouseClick(include, Qt::LeftButton);
+  EXPECT_EQ(include->checkState(), Qt::Checked);
+  choose(control<PopUpButton>("imageQualityPopupButton"), 1);
+  for (const Arrangement::Shape& shape : model().arrangement().shapes) {
+    EXPECT_TRUE(shape.included);
+    EXPECT_EQ(shape.quality, 1);
+  }
+  EXPECT_EQ(control<PopUpButton>("imageQualityPopupButton")->title(), QStringLiteral("2x"));
+}
+
+TEST_F(Window, DisablesTheControlsUntilTheMappingIsDone) {
+  open();
+  drawShape(kLeft);
+  choose(control<PopUpButton>("popupButton"), 0);
+  ASSERT_TRUE(wait([&] { return settled(); }));
+  QTest::qWait(0);
+  press("layerRotateButton");
+  ASSERT_TRUE(window_.isBusy());
+  ASSERT_TRUE(wait(
+      [&] { return !control<QAbstractButton>("layerRotateButton")->isEnabled() || settled(); }));
+  EXPECT_TRUE(control<QAbstractButton>("layerRefreshButton")->isEnabled());
+  ASSERT_TRUE(wait(
+      [&] { return settled() && control<QAbstractButton>("layerRotateButton")->isEnabled(); }));
+  EXPECT_TRUE(control<PopUpButton>("imageQualityPopupButton")->isEnabled());
+}
+
+TEST_F(Window, FollowsTheDesignsOnDisk) {
+  open();
+  drawShape(kLeft);
+  choose(control<PopUpButton>("popupButton"), 0);
+  ASSERT_TRUE(wait([&] { return settled(); }));
+  const auto picture = [&] {
+    return static_cast<PhotoView*>(view_)->picture().part({100, 150, 9, 9}, {9, 9});
+  };
+  const QImage before = picture();
+  noise(70, 90, 77).save(path("app.png"));
+  EXPECT_TRUE(wait([&] { return picture() != before; })) << "nobody pressed anything";
+  const QImage changed = picture();
+  ASSERT_TRUE(QFile::remove(path("app.png")));
+  ASSERT_TRUE(wait([&] {
+    auto* const problem = control<QLabel>("problem");
+    return problem && problem->text().contains(path("app.png"));
+  }));
+  EXPECT_EQ(picture(), changed) << "it is shown as it last was";
+  window_.exportTo(path("out.png"));
+  EXPECT_TRUE(wait([&] { return error().contains(QStringLiteral("cannot be shown")); }));
+  EXPECT_FALSE(QFile::exists(path("out.png")));
+  noise(60, 90, 5).save(path("app.png"));
+  EXPECT_TRUE(wait([&] { return picture() == before && !control<QLabel>("problem"); }));
+}
+
+TEST_F(Window, KeepsWhatCannotBeMapped) {
+  open();
+  drawShape(kLeft);
+  choose(control<PopUpButton>("popupButton"), 0);
+  drag(at(40, 50), at(175, 235));
+  ASSERT_TRUE(wait([&] { return settled() && control<QLabel>("problem"); }));
+  window_.saveAs(path("wrong.json"));
+  ASSERT_TRUE(wait([&] { return QFile::exists(path("wrong.json")); }));
+  auto* const bar = window_.findChild<QToolBar*>();
+  QAction* const undo = window_.findChild<QAction*>(QStringLiteral("Undo"));
+  QTest::mouseClick(bar->widgetForAction(undo), Qt::LeftButton);
+  EXPECT_TRUE(wait([&] { return settled() && !control<QLabel>("problem"); }));
+  window_.open(path("wrong.json"));
+  ASSERT_TRUE(wait([&] { return model().arrangement().shapes.value(0).corners[0].x() > 150; }));
+}
+
+TEST_F(Window, RefusesBadFilesAndKeepsWhatIsOpen) {
+  open();
+  drawShape(kLeft);
+  const Arrangement before = model().arrangement();
+  QFile text(path("text.png"));
+  ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+  text.write("no picture");
+  text.close();
+  QFile next(path("next.json"));
+  ASSERT_TRUE(next.open(QIODevice::WriteOnly));
+  next.write(R"({"kelvar": "arrangement", "version": 9, "photo": "photo.png"})");
+  next.close();
+  QDir(dir_.path()).mkdir(QStringLiteral("folder.png"));
+  const struct {
+    std::function<void()> run;
+    const char* sentence;
+  } cases[] = {
+      {[&] { window_.open(path("text.png")); }, "text.png"},
+      {[&] { window_.open(path("missing.jpg")); }, "missing.jpg"},
+      {[&] { window_.open(path("next.json")); }, "version 9"},
+      {[&] { window_.addDesigns({path("text.png")}); }, "text.png"},
+      {[&] { window_.saveAs(path("nowhere/a.json")); }, "nowhere"},
+      {[&] { window_.exportTo(path("folder.png")); }, "folder.png"},
+      {[&] { window_.exportTo(path("out.bmp")); }, "out.bmp"},
+  };
+  for (const auto& [run, sentence] : cases) {
+    run();
+    EXPECT_TRUE(wait([&] { return error().contains(QLatin1String(sentence)); }))
+        << sentence << ": " << error().toStdString();
+    EXPECT_EQ(model().arrangement(), before) << sentence;
+    EXPECT_TRUE(window_.hasMockup());
+  }
+}
+
+TEST_F(Window, LosesNothingToAFullDisk) {
+  open();
+  drawShape(kLeft);
+  window_.saveAs(path("a.json"));
+  ASSERT_TRUE(wait([&] { return !model().isModified(); }));
+  const QByteArray before = bytes("a.json");
+  drawShape(kRight);
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit{};
+  ::getrlimit(RLIMIT_FSIZE, &limit);
+  const rlimit small{64, limit.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  window_.saveAs(path("a.json"));
+  const bool saveFailed = wait([&] { return error().contains(path("a.json")); });
+  window_.exportTo(path("out.png"));
+  const bool exportFailed = wait([&] { return error().contains(path("out.png")); });
+  ::setrlimit(RLIMIT_FSIZE, &limit);
+  EXPECT_TRUE(saveFailed && exportFailed) << error().toStdString();
+  EXPECT_EQ(bytes("a.json"), before);
+  EXPECT_FALSE(QFile::exists(path("out.png")));
+  EXPECT_TRUE(model().isModified());
+  window_.saveAs(path("a.json"));
+  EXPECT_TRUE(wait([&] { return !model().isModified() && error().isEmpty(); }));
+}
+
+TEST_F(Window, TakesDroppedPictures) {
+  open();
+  drawShape(kLeft);
+  noise(50, 50, 3).save(path("new.png"));
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(path("new.png"))});
+  const auto drop = [&](QWidget* widget, const QPoint& point) {
+    QDragEnterEvent enter(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent event(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+  };
+  drop(control<PopUpButton>("popupButton")->parentWidget(), {5, 5});
+  ASSERT_TRUE(wait([&] { return !model().arrangement().shapes[0].design.isEmpty(); }));
+  EXPECT_EQ(model().arrangement().design(model().arrangement().shapes[0].design)->file,
+            path("new.png"));
+  key(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(model().arrangement().designs.size(), 2) << "the design and its choice are one step";
+  drop(view_, at(100, 150));
+  EXPECT_TRUE(wait([&] { return !model().arrangement().shapes[0].design.isEmpty(); }));
+}
+
+TEST_F(Window, AsksBeforeChangesAreLost) {
+  open();
+  drawShape(kLeft);
+  const auto answer = [&](QMessageBox::StandardButton button) {
+    QMessageBox* box = nullptr;
+    ASSERT_TRUE(wait([&] { return (box = window_.findChild<QMessageBox*>()) != nullptr; }));
+    QTest::mouseClick(box->button(button), Qt::LeftButton);
+    ASSERT_TRUE(wait([&] { return !window_.findChild<QMessageBox*>(); }));
+  };
+  window_.close();
+  answer(QMessageBox::Cancel);
+  EXPECT_TRUE(window_.isVisible());
+  window_.close();
+  answer(QMessageBox::Discard);
+  EXPECT_FALSE(window_.isVisible());
+}
+
+TEST_F(Window, IsStartedByTheProgram) {
+  const auto run = [&](const QStringList& arguments) {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("KELVAR_DEFAULTS"), path("settings.sqlite"));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(KELVAR_PROGRAM), QStringList(QStringLiteral("panel")) + arguments);
+    process.waitForFinished(kLongest);
+    return std::tuple(process.exitCode(), process.readAllStandardOutput(),
+                      process.readAllStandardError());
+  };
+  const auto [helped, help, nothing] = run({QStringLiteral("--help")});
+  EXPECT_EQ(helped, 0);
+  EXPECT_TRUE(help.contains("--design") && help.contains("Examples:")) << help.constData();
+  const auto [misused, none, usage] = run({QStringLiteral("--wrong")});
+  EXPECT_EQ(misused, 2);
+  EXPECT_TRUE(usage.contains("--wrong")) << usage.constData();
+  const auto [failed, empty, sentence] = run({path("missing.jpg")});
+  EXPECT_EQ(failed, 1);
+  EXPECT_TRUE(sentence.contains("missing.jpg")) << sentence.constData();
+  EXPECT_EQ(sentence.count('\n'), 1) << sentence.constData();
+}
+
+}  // namespace
+}  // namespace kelvar::app

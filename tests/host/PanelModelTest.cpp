@@ -1,0 +1,131 @@
+#include "host/PanelModel.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvar {
+namespace {
+
+std::array<QPointF, 4> square(double x) { return {QPointF(x, 0), {x + 9, 0}, {x + 9, 9}, {x, 9}}; }
+
+QString s(const char* text) { return QString::fromLatin1(text); }
+
+/// Three shapes, opened: nothing selected and no way back.
+void fill(PanelModel* model) {
+  for (const double x : {0.0, 20.0, 40.0}) model->addShape(square(x));
+  model->open(model->arrangement());
+}
+
+TEST(PanelModel, GoesBackAndForth) {
+  PanelModel model;
+  fill(&model);
+  const Arrangement first = model.arrangement();
+  model.select({s("2")});
+  model.rotate();
+  const Arrangement turned = model.arrangement();
+  model.setQuality(0);
+  model.setIncluded(true);
+  EXPECT_EQ(model.arrangement(), turned) << "what changes nothing is no step";
+  model.removeSelected();
+  EXPECT_EQ(model.arrangement().shapes.size(), 2);
+  EXPECT_TRUE(model.selection().isEmpty());
+  model.undo();
+  EXPECT_EQ(model.arrangement(), turned);
+  model.undo();
+  EXPECT_EQ(model.arrangement(), first);
+  EXPECT_FALSE(model.canUndo());
+  EXPECT_FALSE(model.isModified());
+  model.undo();
+  model.redo();
+  EXPECT_EQ(model.arrangement(), turned);
+  EXPECT_TRUE(model.isModified());
+  model.select({s("1")});
+  model.flip();
+  EXPECT_FALSE(model.canRedo()) << "another way was taken";
+}
+
+TEST(PanelModel, MakesOneStepOfADrag) {
+  PanelModel model;
+  fill(&model);
+  const Arrangement first = model.arrangement();
+  model.select({s("1"), s("3")});
+  model.beginStep();
+  for (int i = 0; i < 5; ++i) model.moveSelected({1, 2});
+  model.endStep();
+  const Arrangement moved = model.arrangement();
+  EXPECT_EQ(moved.shape(s("3"))->corners[0], QPointF(45, 10));
+  EXPECT_EQ(moved.shape(s("2"))->corners[0], QPointF(20, 0));
+  model.beginStep();
+  model.endStep();
+  model.setCorner(s("2"), 3, {-7, 1e99});
+  EXPECT_EQ(model.arrangement().shape(s("2"))->corners[3], QPointF(-7, Arrangement::kFarthest));
+  model.undo();
+  EXPECT_EQ(model.arrangement(), moved);
+  model.undo();
+  EXPECT_EQ(model.arrangement(), first);
+}
+
+TEST(PanelModel, SelectsInTheOrderOfTheShapes) {
+  PanelModel model;
+  fill(&model);
+  model.select({s("3"), s("9"), s("1")});
+  EXPECT_EQ(model.selection(), QStringList({s("1"), s("3")}));
+  model.toggleSelected(s("2"));
+  model.toggleSelected(s("1"));
+  EXPECT_EQ(model.selection(), QStringList({s("2"), s("3")}));
+  const struct {
+    int direction;
+    const char* selected;
+  } steps[] = {{1, "1"}, {-1, "3"}, {-1, "2"}, {1, "3"}};
+  for (const auto& [direction, selected] : steps) {
+    model.selectNext(direction);
+    EXPECT_EQ(model.selection(), QStringList(s(selected)));
+  }
+  model.select({});
+  model.selectNext(-1);
+  EXPECT_EQ(model.selection(), QStringList(s("3")));
+}
+
+TEST(PanelModel, TellsWhatTheSelectedHaveInCommon) {
+  PanelModel model;
+  fill(&model);
+  EXPECT_EQ(model.quality(), 0);
+  model.select({s("1")});
+  model.setQuality(2);
+  model.setIncluded(false);
+  model.setQuality(4);
+  EXPECT_EQ(model.quality(), 2);
+  EXPECT_EQ(model.included(), 0);
+  model.select({s("1"), s("2")});
+  EXPECT_EQ(model.quality(), PanelModel::kMixed);
+  EXPECT_EQ(model.included(), PanelModel::kMixed);
+  model.rotate();
+  model.setQuality(3);
+  model.setIncluded(true);
+  EXPECT_EQ(model.quality(), 3);
+  EXPECT_EQ(model.included(), 1);
+  EXPECT_EQ(model.arrangement().shape(s("3"))->quality, 0);
+  EXPECT_EQ(model.arrangement().shape(s("3"))->rotation, 0u);
+}
+
+TEST(PanelModel, AddsEachDesignOnceAndTellsOfEachChange) {
+  PanelModel model;
+  fill(&model);
+  int told = 0;
+  model.didChange = [&] { ++told; };
+  const QString design = model.addDesign(s("/a/../b.png"));
+  EXPECT_EQ(model.addDesign(s("/b.png")), design);
+  EXPECT_NE(model.addDesign(s("/c.png")), design);
+  EXPECT_EQ(told, 2);
+  model.setDesign(s("1"), design);
+  model.setDesign(s("1"), design);
+  model.select({s("1")});
+  model.select({s("1")});
+  EXPECT_EQ(told, 4);
+  model.markSaved(model.arrangement());
+  EXPECT_FALSE(model.isModified());
+  model.undo();
+  EXPECT_TRUE(model.isModified());
+}
+
+}  // namespace
+}  // namespace kelvar
