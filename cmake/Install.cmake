@@ -2,11 +2,11 @@
 # find_package(Kelvar) and pkg-config need.
 
 # A header is public when it marks something KELVAR_EXPORT. These have no code to export.
-set(public_headers src/geometry/warp/PixelView.h src/runtime/Conversion.h src/runtime/ValueType.h
-    src/util/shuffle.h)
+set(public_headers src/analytics/Properties.h src/geometry/warp/PixelView.h
+    src/platform/URLRequest.h src/runtime/Conversion.h src/runtime/ValueType.h src/util/shuffle.h)
 file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
      src/platform/*.h src/util/*.h src/runtime/*.h src/geometry/*.h src/geometry/warp/*.h
-     src/archive/*.h src/core/*.h src/host/*.h)
+     src/archive/*.h src/analytics/*.h src/actions/*.h src/core/*.h src/host/*.h)
 foreach(header IN LISTS headers)
   file(STRINGS ${PROJECT_SOURCE_DIR}/${header} mark REGEX KELVAR_EXPORT LIMIT_COUNT 1)
   if(mark)

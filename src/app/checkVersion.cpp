@@ -2,10 +2,10 @@
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
-#include <cstdio>
 #include <memory>
 
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "core/ApiServer.h"
 #include "core/KVVersionChecker.h"
 #include "platform/Bundle.h"
@@ -21,14 +21,6 @@ default, and then nothing is sent. The answer is kept in the settings.
 Exit status: 0 the server has answered, 1 it has not, 2 misuse.)";
 
 [[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
-
-void print(const QByteArray& text) {
-  const QByteArray line = text + '\n';
-  if (std::fwrite(line.constData(), 1, size_t(line.size()), stdout) != size_t(line.size()) ||
-      std::fflush(stdout) != 0) {
-    fail(QStringLiteral("cannot write to standard output"));
-  }
-}
 
 KVVersionCheckerRef checkOnce() {
   static char name[] = "kelvar";
@@ -78,14 +70,6 @@ QString problemOf(const KVVersionChecker& checker) {
   QString error;
   message = QString::fromUtf8(Json::write(checker.error(), Json::Layout::Compact, &error));
   return QStringLiteral("the server refused: ") + message;
-}
-
-/// The server's words are no commands to the terminal.
-QString printable(QString text) {
-  for (QChar& character : text) {
-    if (character.category() == QChar::Other_Control) character = QChar::ReplacementCharacter;
-  }
-  return text;
 }
 
 QString sentence(const KVVersionChecker& checker) {

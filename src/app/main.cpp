@@ -8,6 +8,7 @@
 #include "app/archive.h"
 #include "app/checkVersion.h"
 #include "app/map.h"
+#include "app/messages.h"
 #include "app/settings.h"
 
 namespace {
@@ -38,6 +39,7 @@ int run(int argc, char** argv) {
       {"archive", kelvar::app::addArchive(program)},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},
+      {"messages", kelvar::app::addMessages(program)},
   };
   try {
     program.parse(argc, argv);

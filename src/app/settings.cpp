@@ -4,11 +4,11 @@
 #include <QDateTime>
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <vector>
 
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "platform/Json.h"
 #include "platform/UserDefaults.h"
 
@@ -42,14 +42,6 @@ struct Arguments {
 
 [[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
 [[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
-
-void print(const QByteArray& text) {
-  const QByteArray line = text + '\n';
-  if (std::fwrite(line.constData(), 1, size_t(line.size()), stdout) != size_t(line.size()) ||
-      std::fflush(stdout) != 0) {
-    fail(QStringLiteral("cannot write to standard output"));
-  }
-}
 
 QString typeName(const QVariant& value) {
   switch (value.typeId()) {

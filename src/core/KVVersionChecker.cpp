@@ -2,6 +2,7 @@
 
 #include "archive/HRCoder.h"
 #include "core/ApiServer.h"
+#include "core/ServerReply.h"
 #include "platform/Json.h"
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
@@ -15,13 +16,6 @@ namespace {
 const ClassInfo::Registration kRegistered(&KVVersionChecker::theClass);
 
 QString storeKey(const QString& identifier) { return identifier + QStringLiteral(".checker"); }
-
-/// For the log; null for none.
-QString written(const QVariant& value) {
-  QString error;
-  if (value.typeId() == QMetaType::QString) return value.toString();
-  return QString::fromUtf8(Json::write(value, Json::Layout::Compact, &error));
-}
 
 QVariant failure(const QString& message) {
   return QVariantMap{{QStringLiteral("message"), message}};
@@ -110,7 +104,7 @@ void KVVersionChecker::persist() {
   const QVariant tree = HRCoder::archivedJSONWithRootObject(toVariant(shared_from_this()));
   const QString key = storeKey(identifier_);
   if (persister_) persister_->setObject(tree, key);
-  logLine(u"KVVersionChecker: persisting key %@ with %@", {key, written(tree)});
+  logLine(u"KVVersionChecker: persisting key %@ with %@", {key, loggedValue(tree)});
 }
 
 void KVVersionChecker::start() {
@@ -123,7 +117,7 @@ void KVVersionChecker::start() {
     logLine(u"url: %@", {QString::fromLatin1(address.toEncoded())});
     logLine(u"body: %@", {QString::fromUtf8(answer.body)});
     logLine(u"response: %@", {QString::number(answer.status)});
-    logLine(u"error: %@", {answer.error.isNull() ? QStringLiteral("(null)") : answer.error});
+    logLine(u"error: %@", {answer.error});
     MainQueue::async([self, answer] { self->complete(answer); });
   });
 }
@@ -145,25 +139,18 @@ void KVVersionChecker::complete(const URLAnswer& answer) {
 
 void KVVersionChecker::read(const QByteArray& body) {
   QString error;
-  QVariant result = Json::read(body, &error);
-  if (result.isValid() && !Json::isValidObject(result)) {
-    error = QStringLiteral("it is neither an object nor a list");
-    result = {};
-  }
-  const QString parseError = result.isValid() ? QStringLiteral("(null)") : error;
-  logLine(u"Parse error: %@", {parseError});
-  logLine(u"result: %@", {result.isValid() ? written(result) : QStringLiteral("(null)")});
-  if (result.isValid()) return apply(result.toMap());
-  logLine(u"KVVersionChecker: failed checking with update. error: %@", {parseError});
+  const QVariant answer = readServerReply(body, &error);
+  if (answer.isValid()) return apply(answer.toMap());
+  logLine(u"KVVersionChecker: failed checking with update. error: %@", {error});
 }
 
 void KVVersionChecker::apply(const QVariantMap& answer) {
   if (!fromVariant<bool>(answer[QStringLiteral("success")]).value_or(false)) {
     error_ = answer[QStringLiteral("error")];
-    logLine(u"KVVersionChecker: update checked with error %@", {written(error_)});
+    logLine(u"KVVersionChecker: update checked with error %@", {loggedValue(error_)});
     return;
   }
-  logLine(u"KVVersionChecker: success checking with update. %@", {written(answer)});
+  logLine(u"KVVersionChecker: success checking with update. %@", {loggedValue(answer)});
   success_ = true;
   const QVariant record = answer[QStringLiteral("records")].toList().value(0);
   result_ = record.toMap()[QStringLiteral("fields")];

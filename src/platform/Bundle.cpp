@@ -4,6 +4,14 @@
 #include "platform/PropertyList.h"
 
 namespace kelvar {
+namespace {
+
+QVariantMap& hostInformationSlot() {
+  static QVariantMap information;
+  return information;
+}
+
+}  // namespace
 
 QVariant Bundle::objectForInfoDictionaryKey(const QString& key) {
   static const QVariantMap kInformation = [] {
@@ -14,6 +22,12 @@ QVariant Bundle::objectForInfoDictionaryKey(const QString& key) {
     return information.toMap();
   }();
   return kInformation.value(key);
+}
+
+QVariantMap Bundle::hostInformation() { return hostInformationSlot(); }
+
+void Bundle::setHostInformation(const QVariantMap& information) {
+  hostInformationSlot() = information;
 }
 
 QString Bundle::serverAddress(const char* variable, const QString& key) {

@@ -7,7 +7,7 @@
 namespace kelvar {
 
 /// Writes one diagnostic line to the Qt logging category "kelvar": each "%@" in `format` stands
-/// for the next of `arguments`, "(null)" when they run out.
+/// for the next of `arguments`, "(null)" for a null one and when they run out.
 ///
 /// The category is silent until its info lines are switched on, e.g. with the filter rule
 /// "kelvar.info=true". Safe from any thread.

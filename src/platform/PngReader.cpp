@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/AlphaPixels.h"
@@ -37,7 +38,7 @@ using Palette = std::array<uint32_t, kMaxPalette>;
 /// What stands in the file before the pixels.
 struct Header {
   spng_ihdr ihdr{};
-  bool colourKey = false;
+  std::optional<uint32_t> key;  ///< The opaque pixel that stands for a clear one.
   int paletteSize = 0;
   Palette palette{};
   QByteArray profile;
@@ -46,7 +47,7 @@ struct Header {
     constexpr int kChannels[] = {1, 0, 3, 1, 2, 0, 4};
     return kChannels[ihdr.color_type];
   }
-  bool fast() const { return ihdr.bit_depth == 8 && ihdr.interlace_method == 0 && !colourKey; }
+  bool fast() const { return ihdr.bit_depth == 8 && ihdr.interlace_method == 0; }
 };
 
 void readPalette(spng_ctx* context, bool hasAlpha, const spng_trns& trns, Header* header) {
@@ -77,8 +78,15 @@ bool readHeader(spng_ctx* context, Header* header, QString* error) {
   spng_trns trns{};
   const bool hasAlpha = spng_get_trns(context, &trns) == 0;
   const bool indexed = header->ihdr.color_type == SPNG_COLOR_TYPE_INDEXED;
-  header->colourKey = hasAlpha && !indexed;
-  if (indexed) readPalette(context, hasAlpha, trns, header);
+  if (indexed) {
+    readPalette(context, hasAlpha, trns, header);
+  } else if (hasAlpha) {
+    const bool grey = header->ihdr.color_type == SPNG_COLOR_TYPE_GRAYSCALE;
+    // Of the 16 bits of each, as many count as a sample has.
+    header->key =
+        grey ? 0xff000000 | (trns.gray & 255) * 0x010101u
+             : 0xff000000 | (trns.red & 255u) << 16 | (trns.green & 255u) << 8 | (trns.blue & 255u);
+  }
   return true;
 }
 
@@ -92,9 +100,9 @@ class Chunks {
   /// for what the pixels depend on. The members below may be called on a sound file alone.
   QString problem() {
     for (; size_ - at_ >= kFrame && size_ - at_ - kFrame >= qint64{bytes()}; next()) {
-      const bool critical = (bytes_[at_ + 4] & 0x20) == 0;
-      if (critical && crc32_gzip_refl(0, bytes_ + at_ + 4, bytes() + 4) !=
-                          qFromBigEndian<uint32_t>(data() + bytes())) {
+      const bool needed = (bytes_[at_ + 4] & 0x20) == 0 || is("tRNS");
+      if (needed && crc32_gzip_refl(0, bytes_ + at_ + 4, bytes() + 4) !=
+                        qFromBigEndian<uint32_t>(data() + bytes())) {
         return kDamaged;
       }
       if (is("IEND")) return {};
@@ -187,7 +195,9 @@ class RowDecoder {
       if (row[0] >= png::kFilters) return false;
       png::unfilter(png::Filter{row[0]}, row + 1, above, rowBytes_, header_.channels());
       above = row + 1;
-      if (!convert(above, reinterpret_cast<uint32_t*>(image_->scanLine(y_++)))) return false;
+      auto* out = reinterpret_cast<uint32_t*>(image_->scanLine(y_++));
+      if (!convert(above, out)) return false;
+      if (header_.key) std::replace(out, out + image_->width(), *header_.key, 0u);
     }
     std::memcpy(above_.data(), above, rowBytes_);
     return true;

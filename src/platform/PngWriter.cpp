@@ -12,6 +12,7 @@
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include "platform/AlphaPixels.h"
@@ -31,15 +32,35 @@ constexpr int kLevel = 1;
 constexpr double kNoisyBits = 1.5;
 constexpr uint16_t kRunsOnly = 1;
 
-bool isOpaque(const QImage& image) {
+/// How the pixels are written. Where none is half transparent, a colour that no opaque pixel has
+/// can stand for the transparent ones, and the alpha channel, a fifth of a noisy file, is saved.
+struct Layout {
+  int pixelBytes = 4;          ///< 3: RGB. 4: RGBA.
+  std::optional<uint8_t> key;  ///< The blue of the black that stands for transparent.
+};
+
+Layout layoutOf(const QImage& image) {
   const int width = image.width();
-  for (int y = 0; y < image.height(); ++y) {
+  uint32_t all = ~0u, partial = 0;
+  bool taken[256] = {};
+  for (int y = 0; y < image.height() && !partial; ++y) {
     const auto* row = reinterpret_cast<const uint32_t*>(image.constScanLine(y));
-    uint32_t all = ~0u;
-    for (int x = 0; x < width; ++x) all &= row[x];
-    if (all >> 24 != 255) return false;
+    uint32_t nearBlack = 0;
+    for (int x = 0; x < width; ++x) {
+      all &= row[x];
+      partial |= ((row[x] >> 24) + 1) & 0xfe;
+      nearBlack |= row[x] >> 8 == 0xff0000;
+    }
+    if (!nearBlack) continue;
+    for (int x = 0; x < width; ++x) {
+      if (row[x] >> 8 == 0xff0000) taken[row[x] & 255] = true;
+    }
   }
-  return true;
+  if (partial) return {};
+  if (all >> 24 == 255) return {3, std::nullopt};
+  const auto* free = std::find(std::begin(taken), std::end(taken), false);
+  if (free == std::end(taken)) return {};
+  return {3, static_cast<uint8_t>(free - taken)};
 }
 
 void appendBigEndian(std::vector<uint8_t>* out, uint32_t value) {
@@ -63,9 +84,10 @@ void endChunk(std::vector<uint8_t>* chunk) {
 /// The picture's rows as PNG has them, one after the other, with the one above at hand.
 class RowWindow {
  public:
-  RowWindow(const QImage& image, bool opaque)
+  RowWindow(const QImage& image, const Layout& layout)
       : image_(image),
-        pixelBytes_(opaque ? 3 : 4),
+        pixelBytes_(layout.pixelBytes),
+        clear_(layout.key.value_or(0)),
         rows_{std::vector<uint8_t>(pixelBytes_ + rowBytes()),
               std::vector<uint8_t>(pixelBytes_ + rowBytes())} {}
 
@@ -93,14 +115,16 @@ class RowWindow {
     const int width = image_.width();
     if (pixelBytes_ == 4) return unpremultiplyRow(in, out, width);
     for (int x = 0; x < width; ++x) {
-      out[3 * x] = static_cast<uint8_t>(in[x] >> 16);
-      out[3 * x + 1] = static_cast<uint8_t>(in[x] >> 8);
-      out[3 * x + 2] = static_cast<uint8_t>(in[x]);
+      const uint32_t pixel = in[x] >> 24 ? in[x] : clear_;
+      out[3 * x] = static_cast<uint8_t>(pixel >> 16);
+      out[3 * x + 1] = static_cast<uint8_t>(pixel >> 8);
+      out[3 * x + 2] = static_cast<uint8_t>(pixel);
     }
   }
 
   const QImage& image_;
   int pixelBytes_;
+  uint32_t clear_;
   std::vector<uint8_t> rows_[2];
   size_t current_ = 0;
   int y_ = -2;
@@ -139,8 +163,8 @@ struct Choice {
 /// One band after the other, for one thread.
 class BandEncoder {
  public:
-  BandEncoder(const QImage& image, bool opaque)
-      : rows_(image, opaque), tables_(ISAL_DEF_LVL1_DEFAULT), sample_(rows_.rowBytes()) {}
+  BandEncoder(const QImage& image, const Layout& layout)
+      : rows_(image, layout), tables_(ISAL_DEF_LVL1_DEFAULT), sample_(rows_.rowBytes()) {}
 
   /// The IDAT chunk of the rows from `top` to before `bottom`, which ends on a whole byte and
   /// refers to no other band. `*adler` is the checksum of what was packed.
@@ -213,10 +237,10 @@ class BandEncoder {
 /// The bands, shared out among threads and written in their order.
 class BandedWrite {
  public:
-  BandedWrite(const QImage& image, bool opaque, QIODevice* device)
+  BandedWrite(const QImage& image, const Layout& layout, QIODevice* device)
       : image_(image),
-        opaque_(opaque),
-        stride_(size_t(image.width()) * (opaque ? 3 : 4) + 1),
+        layout_(layout),
+        stride_(size_t(image.width()) * size_t(layout.pixelBytes) + 1),
         rowsPerBand_(static_cast<int>(std::max(kBandBytes / stride_, size_t{1}))),
         bands_((image.height() + rowsPerBand_ - 1) / rowsPerBand_),
         device_(device) {}
@@ -236,7 +260,7 @@ class BandedWrite {
 
  private:
   void work() {
-    BandEncoder encoder(image_, opaque_);
+    BandEncoder encoder(image_, layout_);
     for (int band = nextBand_++; band < bands_ && !failed_; band = nextBand_++) {
       const int top = band * rowsPerBand_;
       const int bottom = std::min(top + rowsPerBand_, image_.height());
@@ -258,7 +282,7 @@ class BandedWrite {
   }
 
   const QImage& image_;
-  bool opaque_;
+  Layout layout_;
   size_t stride_;
   int rowsPerBand_;
   int bands_;
@@ -280,19 +304,21 @@ bool writeChunk(std::vector<uint8_t> chunk, QIODevice* device) {
 }  // namespace
 
 bool writePng(const QImage& image, QIODevice* device) {
-  const bool opaque = isOpaque(image);
+  const Layout layout = layoutOf(image);
   auto header = beginChunk("IHDR");
   appendBigEndian(&header, static_cast<uint32_t>(image.width()));
   appendBigEndian(&header, static_cast<uint32_t>(image.height()));
-  const uint8_t colourType = opaque ? 2 : 6;
+  const uint8_t colourType = layout.pixelBytes == 3 ? 2 : 6;
   header.insert(header.end(), {8, colourType, 0, 0, 0});
   auto colours = beginChunk("sRGB");
   colours.push_back(0);
+  auto transparent = beginChunk("tRNS");
+  transparent.insert(transparent.end(), {0, 0, 0, 0, 0, layout.key.value_or(0)});
 
   const QByteArray signature = QByteArrayLiteral("\x89PNG\r\n\x1a\n");
   return device->write(signature) == signature.size() && writeChunk(header, device) &&
-         writeChunk(colours, device) && BandedWrite(image, opaque, device).run() &&
-         writeChunk(beginChunk("IEND"), device);
+         writeChunk(colours, device) && (!layout.key || writeChunk(transparent, device)) &&
+         BandedWrite(image, layout, device).run() && writeChunk(beginChunk("IEND"), device);
 }
 
 }  // namespace kelvar

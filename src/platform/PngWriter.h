@@ -5,7 +5,8 @@
 
 namespace kelvar {
 
-/// Writes premultiplied BGRA pixels as a PNG: RGB when every pixel is opaque, else RGBA.
+/// Writes premultiplied BGRA pixels as a PNG: RGB when every pixel is opaque; RGB with one colour
+/// declared transparent when every pixel is opaque or clear; else RGBA.
 ///
 /// Bands of rows are filtered and deflated side by side, by ISA-L, on a thread for each
 /// processor, the caller's among them, and written in order as they are done; a few megabytes are

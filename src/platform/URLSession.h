@@ -6,6 +6,8 @@
 #include <chrono>
 #include <functional>
 
+#include "platform/URLRequest.h"
+
 namespace kelvar {
 
 /// What came of a data task.
@@ -42,9 +44,16 @@ class URLSession {
 
   virtual ~URLSession() = default;
 
-  /// Starts a GET of `address` and returns at once. `completion` runs exactly once on the session's
-  /// own thread, unless the session ends before.
-  virtual void dataTask(const QUrl& address, Completion completion) = 0;
+  /// Starts the request and returns at once. `completion` runs exactly once on the session's own
+  /// thread, unless the session ends before.
+  ///
+  /// POSTs wait for one another, so that they arrive in the order in which they were started. They
+  /// are sent once: a redirection is an answer, and a connection that breaks is not tried again.
+  virtual void dataTask(const URLRequest& request, Completion completion) = 0;
+  /// A GET.
+  void dataTask(const QUrl& address, Completion completion) {
+    dataTask(URLRequest{.address = address}, std::move(completion));
+  }
 
   /// How long a server may be silent in tasks started from now on; 60 seconds at first.
   virtual void setTimeout(std::chrono::milliseconds timeout) = 0;

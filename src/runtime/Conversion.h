@@ -13,7 +13,8 @@ namespace kelvar {
 
 /// Between `QVariant` and the types that described classes speak.
 ///
-/// None and null become the type's empty value: zero, false, a null string, a null reference.
+/// None and null become the type's empty value: zero, false, a null string, a null reference, an
+/// optional without a value.
 /// Numbers and booleans become one another as in C, clamped where a real is too large. Objects
 /// cross as `ObjectRef` and must be of the wanted class. Weak references cross as shared ones,
 /// which whoever passes them keeps alive. Everything else must be of the very type.
@@ -29,6 +30,13 @@ template <class T>
 struct Weak : std::false_type {};
 template <class T>
 struct Weak<std::weak_ptr<T>> : std::true_type {};
+
+template <class T>
+struct Optional : std::false_type {};
+template <class T>
+struct Optional<std::optional<T>> : std::true_type {
+  using Value = T;
+};
 
 inline bool isNothing(const QVariant& value) {
   return !value.isValid() || value.typeId() == QMetaType::Nullptr;
@@ -94,6 +102,9 @@ std::optional<T> fromVariant(const QVariant& value) {
     return value;
   } else if (isNothing(value)) {
     return T{};
+  } else if constexpr (Optional<T>::value) {
+    const auto inner = fromVariant<typename Optional<T>::Value>(value);
+    return inner ? std::optional<T>(inner) : std::nullopt;
   } else if constexpr (std::is_arithmetic_v<T>) {
     return isNumber(value) ? std::optional<T>(numberFrom<T>(value)) : std::nullopt;
   } else if constexpr (std::is_same_v<T, QStringList>) {
@@ -128,6 +139,8 @@ template <class T>
 QVariant toVariant(const T& value) {
   if constexpr (std::is_same_v<T, QVariant>) {
     return value;
+  } else if constexpr (Optional<T>::value) {
+    return value ? toVariant(*value) : QVariant();
   } else if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>) {
     if constexpr (sizeof(T) < sizeof(int32_t) || std::is_same_v<T, int32_t>) return int32_t(value);
     if constexpr (std::is_same_v<T, uint64_t>) return qulonglong(value);

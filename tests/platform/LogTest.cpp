@@ -11,10 +11,11 @@ TEST(Log, FillsInArguments) {
   LogCapture log;
   logLine(u"from %@ to %@", {QStringLiteral("%@"), QStringLiteral("b")});
   logLine(u"%@ and %@", {QStringLiteral("a")});
+  logLine(u"%@, %@", {QString(), QStringLiteral("")});
   logLine(u"100 % plain");
   EXPECT_EQ(log.lines(),
             (QStringList{QStringLiteral("from %@ to b"), QStringLiteral("a and (null)"),
-                         QStringLiteral("100 % plain")}));
+                         QStringLiteral("(null), "), QStringLiteral("100 % plain")}));
 }
 
 TEST(Log, IsSilentByDefault) {

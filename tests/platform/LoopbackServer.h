@@ -12,12 +12,14 @@
 
 namespace kelvar {
 
-/// Answers HTTP requests on 127.0.0.1 with the given bytes, one for each connection, the last one
-/// for all that follow, and closes the connection. "%PORT%" in an answer is the server's port. To
-/// an empty answer belongs a connection that stays open and silent.
+/// Answers HTTP requests on 127.0.0.1 with the given bytes, one for each, the last one for all that
+/// follow, and closes the connection unless the answer says that it keeps it alive. "%PORT%" in an
+/// answer is the server's port. To an empty answer belongs a connection that stays open and silent,
+/// to `kHangUp` one that is closed without a word.
 class LoopbackServer {
  public:
   enum class Scheme { Http, Https };
+  static constexpr char kHangUp[] = "hang up";
 
   explicit LoopbackServer(QList<QByteArray> answers, Scheme scheme = Scheme::Http)
       : answers_(std::move(answers)), scheme_(scheme) {
@@ -52,10 +54,17 @@ class LoopbackServer {
     return requests_;
   }
 
+  /// All of the requests so far, byte for byte.
+  QList<QByteArray> wholeRequests() const {
+    const QMutexLocker lock(&mutex_);
+    return wholeRequests_;
+  }
+
   /// A whole answer.
-  static QByteArray http(const QByteArray& body, const QByteArray& status = "200 OK") {
+  static QByteArray http(const QByteArray& body, const QByteArray& status = "200 OK",
+                         const QByteArray& connection = "close") {
     return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) +
-           "\r\nConnection: close\r\n\r\n" + body;
+           "\r\nConnection: " + connection + "\r\n\r\n" + body;
   }
 
   static QByteArray redirection(const QByteArray& to) {
@@ -89,16 +98,30 @@ class LoopbackServer {
     port_ = server_.serverPort();
   }
 
+  /// How long the request at the start of `bytes` is; 0 while some of it is missing.
+  static qsizetype requestLength(const QByteArray& bytes) {
+    const qsizetype head = bytes.indexOf("\r\n\r\n") + 4;
+    if (head < 4) return 0;
+    constexpr char kLength[] = "\r\nContent-Length: ";
+    const qsizetype at = bytes.first(head).indexOf(kLength);
+    if (at < 0) return head;
+    const qsizetype start = at + qsizetype(sizeof kLength) - 1;
+    const qsizetype whole =
+        head + bytes.mid(start, bytes.indexOf('\r', start) - start).toLongLong();
+    return bytes.size() < whole ? 0 : whole;
+  }
+
   void answer(QSslSocket* socket) {
-    const QByteArray request = socket->peek(1 << 16);
-    if (!request.contains("\r\n\r\n")) return;
-    socket->readAll();
+    const qsizetype length = requestLength(socket->peek(1 << 20));
+    if (length == 0) return;
+    const QByteArray request = socket->read(length);
     const QMutexLocker lock(&mutex_);
+    wholeRequests_.append(request);
     requests_.append(request.first(request.indexOf("\r\n")));
     QByteArray bytes = answers_[std::min(requests_.size(), answers_.size()) - 1];
     if (bytes.isEmpty()) return;
-    socket->write(bytes.replace("%PORT%", QByteArray::number(port_)));
-    socket->disconnectFromHost();
+    if (bytes != kHangUp) socket->write(bytes.replace("%PORT%", QByteArray::number(port_)));
+    if (!bytes.contains("Connection: keep-alive")) socket->disconnectFromHost();
   }
 
   // Made for these tests; nobody trusts them.
@@ -124,6 +147,7 @@ class LoopbackServer {
   const Scheme scheme_;
   mutable QMutex mutex_;
   QList<QByteArray> requests_;
+  QList<QByteArray> wholeRequests_;
   quint16 port_ = 0;
   QThread thread_;
   Server server_;

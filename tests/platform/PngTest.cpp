@@ -52,15 +52,19 @@ QByteArray header(uint32_t width, uint32_t height, char depth, char colourType) 
 
 const QByteArray kEnd = chunk("IEND", {});
 
-/// A noisy picture with opaque, clear and in-between regions where `soft`.
-QImage picture(int width, int height, bool soft) {
+enum class Alpha { Opaque, Soft, Cut, CutAndEveryBlack };
+
+/// A noisy picture: all opaque; opaque, clear and in-between regions; opaque and clear ones; those
+/// with each blueish black as an opaque colour.
+QImage picture(int width, int height, Alpha kind) {
   std::mt19937 random(unsigned(width * 7919 + height));
   QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
-      const uint32_t noise = (random() & 0x070707u) + uint32_t(x + y) % 200 * 0x010101u;
-      const uint32_t alphas[] = {255, 0, uint32_t(random() & 255)};
-      const uint32_t alpha = soft ? alphas[(x / 24 + y / 5) % 3] : 255;
+      uint32_t noise = (random() & 0x070707u) + uint32_t(x + y) % 200 * 0x010101u;
+      const uint32_t alphas[] = {255, 0, kind == Alpha::Soft ? uint32_t(random() & 255) : 0};
+      const uint32_t alpha = kind == Alpha::Opaque ? 255 : alphas[(x / 24 + y / 5) % 3];
+      if (kind == Alpha::CutAndEveryBlack) noise = uint32_t(x + 3 * y) & 255;
       reinterpret_cast<uint32_t*>(image.scanLine(y))[x] = premultiplied(alpha << 24 | noise);
     }
   }
@@ -70,24 +74,28 @@ QImage picture(int width, int height, bool soft) {
 TEST(PngWriter, QtReadsWhatIsWritten) {
   struct Row {
     int width, height;
-    bool soft;
+    Alpha kind;
   };
   // One pixel, one column, one row, a row larger than a band, many bands.
-  constexpr Row kRows[] = {{1, 1, false},     {1, 700, true},    {700, 1, false},
-                           {17, 33, true},    {30000, 6, true},  {30000, 7, false},
-                           {900, 1500, true}, {900, 1500, false}};
+  constexpr Row kRows[] = {
+      {1, 1, Alpha::Opaque},    {1, 700, Alpha::Soft},      {700, 1, Alpha::Opaque},
+      {17, 33, Alpha::Soft},    {30000, 6, Alpha::Soft},    {30000, 7, Alpha::Opaque},
+      {900, 1500, Alpha::Soft}, {900, 1500, Alpha::Opaque}, {700, 1, Alpha::Cut},
+      {900, 1500, Alpha::Cut},  {30000, 6, Alpha::Cut},     {900, 1500, Alpha::CutAndEveryBlack}};
   for (const Row& row : kRows) {
-    SCOPED_TRACE(testing::Message() << row.width << " x " << row.height << " soft " << row.soft);
-    const QImage image = picture(row.width, row.height, row.soft);
+    SCOPED_TRACE(testing::Message() << row.width << " x " << row.height << " " << int(row.kind));
+    const QImage image = picture(row.width, row.height, row.kind);
     const QByteArray file = written(image);
+    EXPECT_EQ(file[25], row.kind == Alpha::Opaque || row.kind == Alpha::Cut ? 2 : 6);
     const QImage seen = QImage::fromData(file);
     ASSERT_EQ(seen.size(), image.size());
-    ASSERT_EQ(seen.hasAlphaChannel(), row.soft);
+    ASSERT_EQ(seen.hasAlphaChannel(), row.kind != Alpha::Opaque);
     const QImage straight = seen.convertToFormat(QImage::Format_ARGB32);
     for (int y = 0; y < image.height(); ++y) {
       for (int x = 0; x < image.width(); ++x) {
         const auto pixel = reinterpret_cast<const uint32_t*>(image.constScanLine(y))[x];
-        ASSERT_EQ(straight.pixel(x, y), unpremultiplied(pixel)) << x << ", " << y;
+        const QRgb got = straight.pixel(x, y);
+        ASSERT_EQ(qAlpha(got) ? got : 0, unpremultiplied(pixel)) << x << ", " << y;
       }
     }
     QString error;
@@ -103,7 +111,7 @@ TEST(PngWriter, FailsWithItsDevice) {
     }
   } device;
   device.open(QIODevice::WriteOnly);
-  EXPECT_FALSE(writePng(picture(900, 1500, true), &device));
+  EXPECT_FALSE(writePng(picture(900, 1500, Alpha::Soft), &device));
 }
 
 /// A picture of random samples, which are valid for any kind: colour type, depth, interlacing,
@@ -250,17 +258,20 @@ TEST(PngReader, DamageBehindGoodChecksumsIsSeen) {
 }
 
 TEST(PngReader, EveryCutAndEveryFlippedBitIsAnError) {
-  const QByteArray small = written(picture(9, 7, true));
+  const QByteArray small = written(picture(29, 7, Alpha::Soft));
+  const QByteArray keyed = written(picture(9, 7, Alpha::Cut));
   QByteArray interlaced =
       writtenBySpng({SPNG_COLOR_TYPE_TRUECOLOR, 8, true, false, SPNG_FILTER_CHOICE_ALL});
-  for (const QByteArray& file : {small, interlaced}) {
+  for (const QByteArray& file : {small, keyed, interlaced}) {
     for (qsizetype size = 0; size < file.size(); ++size) {
       QString error;
       ASSERT_TRUE(readExactly(file.left(size), &error).isNull()) << "cut to " << size;
       ASSERT_FALSE(error.isEmpty());
     }
-    // The picture does not depend on what the chunk of the colour space says.
-    const qsizetype spare = file.indexOf("sRGB") - 4, spareEnd = spare < 0 ? spare : spare + 13;
+    // The picture does not depend on what the chunk of the colour space says, and a chunk of
+    // another name than the next one's says nothing.
+    const qsizetype spare = file.indexOf("sRGB") - 4;
+    const qsizetype spareEnd = spare < 0 ? spare : spare + (file.contains("tRNS") ? 21 : 13);
     for (qsizetype bit = 0; bit < file.size() * 8; ++bit) {
       QByteArray flipped = file;
       flipped[bit / 8] = char(flipped[bit / 8] ^ 1 << bit % 8);
@@ -273,7 +284,7 @@ TEST(PngReader, EveryCutAndEveryFlippedBitIsAnError) {
 }
 
 TEST(PngReader, ADamagedLargePictureEndsBothThreads) {
-  const QByteArray file = written(picture(1200, 1000, true));
+  const QByteArray file = written(picture(1200, 1000, Alpha::Soft));
   for (int part = 0; part < 20; ++part) {
     QString error;
     const QByteArray cut = file.left(file.size() * part / 20);

@@ -25,8 +25,9 @@ bool strictlyConvex(const Quad& q) {
 std::optional<Homography> Homography::fromRectangle(double width, double height, const Quad& quad) {
   if (!(width > 0 && height > 0) || !strictlyConvex(quad)) return std::nullopt;
   const auto [p0, p1, p2, p3] = quad;
-  const double dx1 = p1.x - p2.x, dx2 = p3.x - p2.x, sx = p0.x - p1.x + p2.x - p3.x;
-  const double dy1 = p1.y - p2.y, dy2 = p3.y - p2.y, sy = p0.y - p1.y + p2.y - p3.y;
+  // Summed so that they cancel out for every rectangle along the axes.
+  const double dx1 = p1.x - p2.x, dx2 = p3.x - p2.x, sx = (p0.x - p3.x) + (p2.x - p1.x);
+  const double dy1 = p1.y - p2.y, dy2 = p3.y - p2.y, sy = (p0.y - p3.y) + (p2.y - p1.y);
   const double det = dx1 * dy2 - dx2 * dy1;
   const double g = (sx * dy2 - dx2 * sy) / det;
   const double h = (dx1 * sy - sx * dy1) / det;

@@ -198,6 +198,15 @@ bool computePositions(const Line& line, int count, Positions* positions) {
   return ordered;
 }
 
+/// The one y of a line that runs along a source row, to the bit what computePositions gives.
+HWY_INLINE int32_t positionAcross(const Line& line, bool byRuns) {
+  const double y = line.yn0 / line.w0;
+  if (!byRuns) return toFixed(y);
+  const double base = std::floor(y);
+  const auto p = int32_t(std::floor((y - base) * (1 << kWalkBits) + 0.5));
+  return (int32_t(base) << kPositionBits) + (p >> (kWalkBits - kPositionBits));
+}
+
 /// Moves positions to [0, limit].
 HWY_INLINE void clampAll(int32_t* positions, int32_t limit) {
   const I32 d;
@@ -212,6 +221,13 @@ HWY_INLINE void clampAll(int32_t* positions, int32_t limit) {
 
 #if HWY_TARGET == HWY_SCALAR
 
+/// From two rows' horizontal sums to a byte. `lower` is the weight of `bottom` in 15 bits. Both
+/// products are rounded, the upper one as the negative that its weight is elsewhere.
+HWY_INLINE uint8_t blended(int top, int bottom, int lower) {
+  const int sum = ((bottom * lower + 0x4000) >> 15) - ((top * (lower - 0x8000) + 0x4000) >> 15);
+  return uint8_t((uint32_t(sum + 0x8000) * 257) >> 16);
+}
+
 /// The samples of a block, one by one: the arithmetic that every other way repeats.
 void sampleScattered(const ConstPixelView& pixels, const Block& block, ptrdiff_t, int count,
                      uint8_t* out) {
@@ -220,13 +236,11 @@ void sampleScattered(const ConstPixelView& pixels, const Block& block, ptrdiff_t
         pixels.row(block.y[i] >> kPositionBits) + ptrdiff_t(block.x[i] >> kPositionBits) * 4;
     const uint8_t* bottom = top + pixels.stride;
     const int right = (((block.x[i] & 0xFFFF) >> 1) * 255 + 0x4000) >> 15, left = 255 - right;
-    const int lower = (block.y[i] & 0xFFFF) >> 1, upper = 0x8000 - lower;
+    const int lower = (block.y[i] & 0xFFFF) >> 1;
     for (int c = 0; c < 4; ++c) {
       const int t = (top[c] - 128) * left + (top[c + 4] - 128) * right;
       const int b = (bottom[c] - 128) * left + (bottom[c + 4] - 128) * right;
-      // Both products are rounded, the upper one as the negative that its weight is elsewhere.
-      const int sum = ((b * lower + 0x4000) >> 15) - ((t * -upper + 0x4000) >> 15);
-      out[i * 4 + c] = uint8_t((uint32_t(sum + 0x8000) * 257) >> 16);
+      out[i * 4 + c] = blended(t, b, lower);
     }
   }
 }
@@ -312,18 +326,31 @@ HWY_INLINE VU8 loadPairs(const At& at, int first) {
 #endif
 }
 
+/// Pairs of pixels as pairs of their channels, less 128.
+HWY_INLINE VU8 channelPairs(VU8 pairs) {
+  const U8 d;
+  alignas(16) static constexpr uint8_t kInterleave[16] = {0, 4,  1, 5,  2,  6,  3,  7,
+                                                          8, 12, 9, 13, 10, 14, 11, 15};
+  return hn::Xor(hn::TableLookupBytes(pairs, hn::LoadDup128(d, kInterleave)), hn::Set(d, 0x80));
+}
+
+/// Weights of the left and right pixel as a pair of bytes, 255 - f and f, twice a sample.
+HWY_INLINE hn::Vec<U32> weightsOf(hn::Vec<I32> x) {
+  const U32 d;
+  const auto fx = hn::BitCast(
+      d, hn::MulFixedPoint15(hn::BitCast(I16(), hn::ShiftRight<1>(hn::BitCast(U16(), x))),
+                             hn::BitCast(I16(), hn::Set(d, 0x000000FF))));
+  const auto pair = hn::Xor(hn::Or(fx, hn::ShiftLeft<8>(fx)), hn::Set(d, 0x000000FF));
+  return hn::Or(pair, hn::ShiftLeft<16>(pair));
+}
+
 /// The samples of a block, any map. Positions must be inside.
 void sampleScattered(const ConstPixelView& pixels, const Block& block, ptrdiff_t ahead, int count,
                      uint8_t* out) {
   const I32 d;
   const U8 d8;
-  const U16 d16;
   const U32 d32;
   const int n = int(hn::Lanes(d));
-  alignas(16) static constexpr uint8_t kInterleave[16] = {0, 4,  1, 5,  2,  6,  3,  7,
-                                                          8, 12, 9, 13, 10, 14, 11, 15};
-  const auto interleave = hn::LoadDup128(d8, kInterleave);
-  const auto bias = hn::Set(d8, 0x80);
   alignas(64) uint8_t tail[kBlock * 4];
   const bool whole = count == kBlock;
   for (int t = 0; t < count; t += n) {
@@ -334,19 +361,13 @@ void sampleScattered(const ConstPixelView& pixels, const Block& block, ptrdiff_t
     };
     const auto below = [&](int i) { return at(i) + pixels.stride; };
     hwy::Prefetch(at(0) + ahead);
-    // Weights of the left and right pixel as a pair of bytes, 255 - f and f, all channels.
-    const auto fx = hn::BitCast(
-        d32, hn::MulFixedPoint15(hn::BitCast(I16(), hn::ShiftRight<1>(hn::BitCast(d16, x))),
-                                 hn::BitCast(I16(), hn::Set(d32, 0x000000FF))));
-    const auto pair = hn::Xor(hn::Or(fx, hn::ShiftLeft<8>(fx)), hn::Set(d32, 0x000000FF));
-    const auto weights = hn::Or(pair, hn::ShiftLeft<16>(pair));
+    const auto weights = weightsOf(x);
     const auto fy = hn::And(hn::ShiftRight<1>(hn::BitCast(d32, y)), hn::Set(d32, 0x7FFF));
     const auto fraction = hn::Or(fy, hn::ShiftLeft<16>(fy));
     const auto half = [&](int first, auto w, auto f) {
-      const auto top = hn::Xor(hn::TableLookupBytes(loadPairs(at, first), interleave), bias);
-      const auto bottom = hn::Xor(hn::TableLookupBytes(loadPairs(below, first), interleave), bias);
       const auto w8 = hn::BitCast(d8, w);
-      return blendRows(mulPairs(w8, top), mulPairs(w8, bottom), hn::BitCast(I16(), f));
+      return blendRows(mulPairs(w8, channelPairs(loadPairs(at, first))),
+                       mulPairs(w8, channelPairs(loadPairs(below, first))), hn::BitCast(I16(), f));
     };
     const auto a = half(0, hn::InterleaveLower(d32, weights, weights),
                         hn::InterleaveLower(d32, fraction, fraction));
@@ -363,6 +384,8 @@ void sampleScattered(const ConstPixelView& pixels, const Block& block, ptrdiff_t
 #include "geometry/warp/KernelWindows-inl.h"
 #endif
 
+#include "geometry/warp/KernelRows-inl.h"
+
 /// Rows ahead for which the source is prefetched.
 constexpr int kAhead = 6;
 
@@ -376,10 +399,14 @@ ptrdiff_t aheadOf(const Source& source, const SampleRow& row) {
   return whole(to.y - from.y) * source.pixels.stride + whole(to.x - from.x) * 4;
 }
 
+/// The last position that has a pixel on either side.
+HWY_INLINE int32_t limitOf(int pixels) {
+  return int32_t((uint32_t(pixels - 1) << kPositionBits) - 1);
+}
+
 /// Keeps a block's positions inside the picture. Of those in order only the ends need a look.
 HWY_INLINE void keepInside(const ConstPixelView& pixels, const Block& block, bool ordered) {
-  const int32_t limitX = int32_t((uint32_t(pixels.width - 1) << kPositionBits) - 1);
-  const int32_t limitY = int32_t((uint32_t(pixels.height - 1) << kPositionBits) - 1);
+  const int32_t limitX = limitOf(pixels.width), limitY = limitOf(pixels.height);
   const auto outside = [ordered](const int32_t* p, int32_t limit) {
     return !ordered || std::min(p[0], p[kBlock - 1]) < 0 || std::max(p[0], p[kBlock - 1]) > limit;
   };
@@ -403,6 +430,23 @@ void SampleLine(const Source& source, const SampleRow& row, uint8_t* out) {
     if (ordered && sampleWindows(source.pixels, block, course, ahead, n, out + t * 4)) continue;
 #endif
     sampleScattered(source.pixels, block, ahead, n, out + t * 4);
+  }
+}
+
+void SampleRows(const Source& source, SampleRow row, int rows, const PixelView& out) {
+  const int count = row.count;
+  const Line line = lineOf(source.map, row);
+  Positions positions;
+  computePositions(line, count, &positions);
+  for (int t = 0; t < count; t += kBlock) {
+    keepInside(source.pixels, {positions.x + t, positions.y + t}, true);
+  }
+  RowSums sums(source.pixels, positions.x, count);
+  const int32_t limit = limitOf(source.pixels.height);
+  const bool byRuns = runLength(line, count) != 0;
+  for (int i = 0; i < rows; ++i, ++row.y) {
+    const int32_t y = positionAcross(lineOf(source.map, row), byRuns);
+    blendLine(sums, std::min(std::max(y, 0), limit), count, out.row(i));
   }
 }
 
@@ -450,11 +494,16 @@ HWY_AFTER_NAMESPACE();
 namespace kelvar::warp {
 
 HWY_EXPORT(SampleLine);
+HWY_EXPORT(SampleRows);
 HWY_EXPORT(AddLine);
 HWY_EXPORT(MeanOfGroups);
 
 void sampleLine(const Source& source, const SampleRow& row, uint8_t* out) {
   HWY_DYNAMIC_DISPATCH(SampleLine)(source, row, out);
+}
+
+void sampleRows(const Source& source, SampleRow row, int rows, const PixelView& out) {
+  HWY_DYNAMIC_DISPATCH(SampleRows)(source, row, rows, out);
 }
 
 void addLine(const Source& source, const SampleRow& row, uint16_t* sums) {

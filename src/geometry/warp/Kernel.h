@@ -31,6 +31,10 @@ struct SampleRow {
 /// moved to its edge. The bytes depend on the arguments alone, not on the instruction set.
 void sampleLine(const Source& source, const SampleRow& row, uint8_t* out);
 
+/// As sampleLine, for `rows` rows, each one unit below the last, and a map along the axes: what two
+/// output rows take from one source row is interpolated once. The bytes are sampleLine's.
+void sampleRows(const Source& source, SampleRow row, int rows, const PixelView& out);
+
 /// As sampleLine, but adds the samples' bytes to `sums`, four a sample.
 void addLine(const Source& source, const SampleRow& row, uint16_t* sums);
 

@@ -56,6 +56,32 @@ void fillPlain(const Source& source, const PixelView& dst, const Quad& quad, int
   }
 }
 
+/// Whether source rows follow destination rows, and columns columns.
+bool isAlongAxes(const Homography& map) {
+  return map.m[1] == 0 && map.m[3] == 0 && map.m[6] == 0 && map.m[7] == 0;
+}
+
+/// As fillPlain, for a map along the axes, where all rows inside have the same span.
+void fillAlongAxes(const Source& source, const PixelView& dst, const Quad& quad, int first,
+                   int last) {
+  Span span{};
+  int top = last, bottom = first;
+  for (int y = first; y < last; ++y) {
+    const Span inside = centresInside(quad, y, dst.width);
+    clear(dst.row(y), 0, inside.begin);
+    clear(dst.row(y), inside.end, dst.width);
+    if (inside.begin >= inside.end) continue;
+    span = inside;
+    top = std::min(top, y);
+    bottom = y + 1;
+  }
+  for (int x = span.begin; x < span.end; x += kChunk) {
+    const int count = std::min(kChunk, span.end - x);
+    sampleRows(source, {x + 0.5, 1, top + 0.5, count}, bottom - top,
+               {dst.row(top) + size_t(x) * 4, count, bottom - top, dst.stride});
+  }
+}
+
 /// Whether the quad is the source's own rectangle, moved by whole pixels.
 bool isWholeMove(const ConstPixelView& src, const Quad& quad) {
   const Point o = quad[0];
@@ -109,6 +135,8 @@ void fillBand(const Source& source, const PixelView& dst, const Quad& quad, cons
               int first, int last) {
   if (options.sampling == Sampling::Best || options.oversampling > 1) {
     fillFiltered(source, dst, quad, std::clamp(options.oversampling, 1, 16), first, last);
+  } else if (isAlongAxes(source.map)) {
+    fillAlongAxes(source, dst, quad, first, last);
   } else {
     fillPlain(source, dst, quad, first, last);
   }

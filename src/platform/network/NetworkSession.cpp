@@ -17,13 +17,30 @@ NetworkSession::~NetworkSession() {
   thread_.wait();
 }
 
-void NetworkSession::dataTask(const QUrl& address, Completion completion) {
-  QMetaObject::invokeMethod(
-      manager_,
-      [manager = manager_, address, timeout = timeout_.load(), completion = std::move(completion)] {
-        (new NetworkTask(manager, completion))->start(address, timeout);
-      },
-      Qt::QueuedConnection);
+void NetworkSession::dataTask(const URLRequest& request, Completion completion) {
+  const auto start = [this, post = Post{request, timeout_.load(), std::move(completion)}] {
+    if (post.request.method != "POST") {
+      (new NetworkTask(manager_, post.request, post.completion))->start(post.timeout);
+      return;
+    }
+    posts_.enqueue(post);
+    startNextPost();
+  };
+  QMetaObject::invokeMethod(manager_, start, Qt::QueuedConnection);
+}
+
+void NetworkSession::startNextPost() {
+  if (isPosting_ || posts_.isEmpty()) return;
+  isPosting_ = true;
+  const Post post = posts_.dequeue();
+  const auto complete = [this, completion = post.completion](const URLAnswer& answer) {
+    completion(answer);
+    isPosting_ = false;
+    // Not at once: tasks that fail before they begin would be piled upon one another.
+    QMetaObject::invokeMethod(
+        manager_, [this] { startNextPost(); }, Qt::QueuedConnection);
+  };
+  (new NetworkTask(manager_, post.request, complete))->start(post.timeout);
 }
 
 }  // namespace kelvar

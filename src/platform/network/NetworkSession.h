@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QNetworkAccessManager>
+#include <QQueue>
 #include <QThread>
 #include <atomic>
 
@@ -14,13 +15,25 @@ class NetworkSession : public URLSession {
   NetworkSession();
   ~NetworkSession() override;
 
-  void dataTask(const QUrl& address, Completion completion) override;
+  using URLSession::dataTask;
+  void dataTask(const URLRequest& request, Completion completion) override;
   void setTimeout(std::chrono::milliseconds timeout) override { timeout_ = timeout; }
 
  private:
+  struct Post {
+    URLRequest request;
+    std::chrono::milliseconds timeout;
+    Completion completion;
+  };
+
+  void startNextPost();
+
   QThread thread_;
   /// Lives on the thread, which deletes it, and with it the tasks.
   QNetworkAccessManager* const manager_;
+  /// Those that wait for the one under way. On the thread alone.
+  QQueue<Post> posts_;
+  bool isPosting_ = false;
   std::atomic<std::chrono::milliseconds> timeout_{std::chrono::minutes(1)};
 };
 

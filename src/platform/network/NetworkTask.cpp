@@ -3,6 +3,9 @@
 #include <QHostAddress>
 #include <QNetworkRequest>
 #include <QSslError>
+#include <algorithm>
+
+#include "platform/network/Gunzip.h"
 
 namespace kelvar {
 namespace {
@@ -18,6 +21,40 @@ bool isAllowed(const QUrl& address) {
   return address.scheme() == QStringLiteral("http") && isThisMachine(address.host());
 }
 
+/// Bytes that can be read once.
+class OneWayBuffer : public QIODevice {
+ public:
+  OneWayBuffer(QByteArray bytes, QObject* parent) : QIODevice(parent), bytes_(std::move(bytes)) {
+    open(QIODevice::ReadOnly);
+  }
+  bool isSequential() const override { return true; }
+  bool seek(qint64) override { return false; }
+  qint64 bytesAvailable() const override {
+    return bytes_.size() - at_ + QIODevice::bytesAvailable();
+  }
+
+ protected:
+  qint64 readData(char* to, qint64 most) override {
+    const qint64 count = std::min(most, bytes_.size() - at_);
+    if (count == 0 && most > 0) return -1;
+    std::copy_n(bytes_.data() + at_, count, to);
+    at_ += count;
+    return count;
+  }
+  qint64 writeData(const char*, qint64) override { return -1; }
+
+ private:
+  const QByteArray bytes_;
+  qint64 at_ = 0;
+};
+
+bool isPost(const URLRequest& request) { return request.method == "POST"; }
+
+/// Without what may be secret.
+QString shown(const QUrl& address) {
+  return address.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
+}
+
 /// An HTTP status that Qt counts as an error is an answer like any other.
 bool isTransportError(const QNetworkReply& reply, int status) {
   const QNetworkReply::NetworkError error = reply.error();
@@ -29,30 +66,35 @@ bool isTransportError(const QNetworkReply& reply, int status) {
 
 }  // namespace
 
-NetworkTask::NetworkTask(QNetworkAccessManager* manager, URLSession::Completion completion)
-    : QObject(manager), manager_(manager), completion_(std::move(completion)), silence_(this) {
+NetworkTask::NetworkTask(QNetworkAccessManager* manager, URLRequest request,
+                         URLSession::Completion completion)
+    : QObject(manager),
+      manager_(manager),
+      completion_(std::move(completion)),
+      request_(std::move(request)),
+      silence_(this) {
   silence_.setSingleShot(true);
 }
 
-void NetworkTask::start(const QUrl& address, std::chrono::milliseconds timeout) {
-  if (!isAllowed(address)) {
-    answer_.error = QStringLiteral("%1 is no HTTPS address").arg(address.toString());
+void NetworkTask::start(std::chrono::milliseconds timeout) {
+  if (!isAllowed(request_.address)) {
+    answer_.error = QStringLiteral("%1 is no HTTPS address").arg(shown(request_.address));
     return complete();
   }
   connect(&silence_, &QTimer::timeout, this,
           [this] { fail(QStringLiteral("the server did not answer in time")); });
   silence_.start(timeout);
-  get(address);
+  send();
 }
 
-void NetworkTask::get(const QUrl& address) {
-  address_ = address;
-  QNetworkRequest request(address);
+void NetworkTask::send() {
+  QNetworkRequest request(request_.address);
   request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Kelvar"));
+  for (const auto& [name, value] : request_.headers) request.setRawHeader(name, value);
   // Qt 6.4 loses its way where it asks us about each redirection and follows them itself.
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                        QNetworkRequest::ManualRedirectPolicy);
-  reply_ = manager_->get(request);
+  reply_ = isPost(request_) ? post(request) : manager_->get(request);
   reply_->setParent(this);
   connect(reply_, &QNetworkReply::sslErrors, this, [this](const QList<QSslError>& errors) {
     fail(QStringLiteral("the server is not to be trusted: %1").arg(errors[0].errorString()));
@@ -62,10 +104,19 @@ void NetworkTask::get(const QUrl& address) {
   connect(reply_, &QNetworkReply::finished, this, &NetworkTask::finish);
 }
 
+/// From a device that cannot be rewound: otherwise Qt sends the request again, and again, when the
+/// server closes the connection without an answer.
+QNetworkReply* NetworkTask::post(QNetworkRequest request) {
+  request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+  request.setHeader(QNetworkRequest::ContentLengthHeader, request_.body.size());
+  auto* const body = new OneWayBuffer(request_.body, this);
+  return manager_->post(request, body);
+}
+
 void NetworkTask::follow(const QUrl& redirection) {
-  const QUrl target = address_.resolved(redirection);
-  if (!isAllowed(target) || target.scheme() != address_.scheme()) {
-    answer_.error = QStringLiteral("the redirection to %1 is not followed").arg(target.toString());
+  const QUrl target = request_.address.resolved(redirection);
+  if (!isAllowed(target) || target.scheme() != request_.address.scheme()) {
+    answer_.error = QStringLiteral("the redirection to %1 is not followed").arg(shown(target));
     return complete();
   }
   if (++redirections_ > kMaxRedirections) {
@@ -75,7 +126,8 @@ void NetworkTask::follow(const QUrl& redirection) {
   answer_ = {};
   reply_->deleteLater();
   silence_.start();
-  get(target);
+  request_.address = target;
+  send();
 }
 
 void NetworkTask::read() {
@@ -101,9 +153,21 @@ void NetworkTask::finish() {
   }
   if (!answer_.error.isNull()) return complete();
   const QUrl redirection = reply_->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
-  if (!redirection.isEmpty()) return follow(redirection);
+  if (!redirection.isEmpty() && !isPost(request_)) return follow(redirection);
   if (answer_.body.isNull()) answer_.body = QByteArray("");
+  if (!unpack()) answer_.error = QStringLiteral("the answer cannot be unpacked");
   complete();
+}
+
+/// Qt unpacks only what it has asked for by itself. False when the body is damaged or too long.
+bool NetworkTask::unpack() {
+  const bool isOurs =
+      std::any_of(request_.headers.begin(), request_.headers.end(),
+                  [](const auto& header) { return header.first == "Accept-Encoding"; });
+  if (!isOurs || answer_.body.isEmpty()) return true;
+  if (reply_->rawHeader("Content-Encoding") != "gzip") return true;
+  answer_.body = gunzipped(answer_.body, URLSession::kMaxBody);
+  return !answer_.body.isNull();
 }
 
 void NetworkTask::complete() {

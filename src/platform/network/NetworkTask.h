@@ -8,25 +8,29 @@
 
 namespace kelvar {
 
-/// One GET under way. Belongs to its manager and goes away by itself once it has completed.
+/// One request under way. Belongs to its manager and goes away by itself once it has completed.
 class NetworkTask : public QObject {
  public:
-  NetworkTask(QNetworkAccessManager* manager, URLSession::Completion completion);
+  NetworkTask(QNetworkAccessManager* manager, URLRequest request,
+              URLSession::Completion completion);
 
-  void start(const QUrl& address, std::chrono::milliseconds timeout);
+  void start(std::chrono::milliseconds timeout);
 
  private:
-  void get(const QUrl& address);
+  void send();
+  QNetworkReply* post(QNetworkRequest request);
   void follow(const QUrl& redirection);
   void read();
   void finish();
+  bool unpack();
   void fail(const QString& error);
   void complete();
 
   QNetworkAccessManager* const manager_;
   const URLSession::Completion completion_;
   QNetworkReply* reply_ = nullptr;
-  QUrl address_;
+  /// Its address changes with redirections.
+  URLRequest request_;
   int redirections_ = 0;
   /// Runs out when the server has been silent for too long.
   QTimer silence_;

@@ -1,0 +1,172 @@
+#include "analytics/SegmentIOTracker.h"
+
+#include <stdexcept>
+
+#include "analytics/AnalyticsSettings.h"
+#include "analytics/LastPayload.h"
+#include "platform/Json.h"
+#include "platform/Log.h"
+#include "platform/MainQueue.h"
+#include "platform/URLSession.h"
+#include "runtime/ClassInfo.h"
+
+namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&SegmentIOTracker::theClass);
+
+const QString kEvent = QStringLiteral("event");
+const QString kProperties = QStringLiteral("properties");
+const QString kDate = QStringLiteral("_date");
+const QString kNone = QStringLiteral("(null)");
+
+QString orNone(const QString& text) { return text.isNull() ? kNone : text; }
+
+QString written(const QVariant& value) {
+  if (!value.isValid()) return kNone;
+  QString error;
+  return QString::fromUtf8(Json::write(value, Json::Layout::Compact, &error));
+}
+
+/// Invalid, and `*error` says why, when it is neither an object nor a list in JSON.
+QVariant readContainer(const QByteArray& bytes, QString* error) {
+  QVariant value = Json::read(bytes, error);
+  if (!value.isValid() || Json::isValidObject(value)) return value;
+  *error = QStringLiteral("it is neither an object nor a list");
+  return {};
+}
+
+/// Servers may say what they were told, and logs are shown around.
+QByteArray withoutCredential(QByteArray text, const URLRequest& request) {
+  for (const auto& [name, value] : request.headers) {
+    if (name != "Authorization") continue;
+    const QByteArray credential = value.mid(value.indexOf(' ') + 1);
+    const QByteArray key = QByteArray::fromBase64(credential).chopped(1);
+    if (!key.isEmpty()) text.replace(credential, "***").replace(key, "***");
+  }
+  return text;
+}
+
+/// Where nothing is to be sent, as without a network.
+void startTask(const URLRequest& request, const URLSession::Completion& completion) {
+  URLSession* const session = request.address.isEmpty() ? nullptr : URLSession::shared();
+  if (session) return session->dataTask(request, completion);
+  MainQueue::async([completion] {
+    URLAnswer answer;
+    answer.error = QStringLiteral("there is no server to talk to");
+    completion(answer);
+  });
+}
+
+}  // namespace
+
+const ClassInfo& SegmentIOTracker::theClass() {
+  using This = SegmentIOTracker;
+  static const ClassInfo kClass =
+      Description<This, Tracker>("SegmentIOTracker")
+          .initialiser("initWithWriteKey:",
+                       [](const QString& writeKey) { return std::make_shared<This>(writeKey); })
+          .operation("handlePendingRequests", &This::handlePendingRequests)
+          .operation("addSuperProperties:", &This::addSuperProperties)
+          .property("isObtainingLocation", &This::isObtainingLocation,
+                    &This::setIsObtainingLocation)
+          .property("writeKey", &This::writeKey, &This::setWriteKey)
+          .property("context", &This::context, &This::setContext);
+  return kClass;
+}
+
+SegmentIOTracker::SegmentIOTracker(const QString& writeKey) : writeKey_(writeKey) {}
+
+void SegmentIOTracker::track(const QString& name, const Properties& properties) {
+  const QDateTime now = QDateTime::currentDateTime();
+  if (context_) {
+    handlePendingRequests();
+    return sendRequest(request(name, now, properties.value_or(QVariantMap())), {});
+  }
+  if (!isObtainingLocation_) {
+    isObtainingLocation_ = true;
+    obtainLocation();
+  }
+  if (name.isNull()) throw std::invalid_argument("an event that has to wait needs a name");
+  if (!properties) throw std::invalid_argument("an event that has to wait needs properties");
+  pendingEvents_.append({{kEvent, name}, {kProperties, *properties}, {kDate, now}});
+}
+
+URLRequest SegmentIOTracker::request(const QString& event, const QDateTime& date,
+                                     const QVariantMap& properties) const {
+  QVariantMap merged = superProperties_ ? *superProperties_ : QVariantMap();
+  merged.insert(properties);
+  return trackingRequestWithEvent(event, date, writeKey_, email(), uuid(), context_, merged);
+}
+
+QList<URLRequest> SegmentIOTracker::preparedRequests() const {
+  QList<URLRequest> requests;
+  requests.reserve(pendingEvents_.size());
+  for (const QVariantMap& event : pendingEvents_) {
+    try {
+      requests.append(
+          request(event[kEvent].toString(), event[kDate].toDateTime(), event[kProperties].toMap()));
+    } catch (const std::invalid_argument& problem) {
+      logLine(u"Segment: event left out: %@", {QString::fromUtf8(problem.what())});
+    }
+  }
+  return requests;
+}
+
+void SegmentIOTracker::handlePendingRequests() {
+  for (const URLRequest& request : preparedRequests()) {
+    sendRequest(request, [](const QVariant& response, const QString& error) {
+      logLine(u"Segment: response %@ error %@", {written(response), orNone(error)});
+    });
+  }
+  pendingEvents_.clear();
+}
+
+void SegmentIOTracker::addSuperProperties(const QVariantMap& properties) {
+  if (superProperties_) superProperties_->insert(properties);
+}
+
+void SegmentIOTracker::identifyEmail(const QString& email) {
+  setEmail(email);
+  QVariantMap properties;
+  if (!uuid().isNull()) properties[QStringLiteral("uuid")] = uuid();
+  sendRequest(identifyRequestWithEmail(email, email, writeKey_, properties), {});
+}
+
+void SegmentIOTracker::aliasId(const QString& newId, const QString& fromOld) {
+  sendRequest(aliasWithId(newId, fromOld, writeKey_), {});
+}
+
+void SegmentIOTracker::aliasFromUUIDTo(const QString& newId) { aliasId(newId, uuid()); }
+
+void SegmentIOTracker::obtainLocation() {
+  const auto self = std::static_pointer_cast<SegmentIOTracker>(shared_from_this());
+  startTask({.address = AnalyticsSettings::locationAddress()}, [self](const URLAnswer& answer) {
+    MainQueue::async([self, answer] { self->locationObtained(answer); });
+  });
+}
+
+void SegmentIOTracker::locationObtained(const URLAnswer& answer) {
+  QString error;
+  const QVariant location = answer.body.isNull() ? QVariant() : Json::read(answer.body, &error);
+  if (answer.error.isNull() && location.typeId() == QMetaType::QVariantMap) {
+    context_ = location.toMap();
+  }
+  if (!answer.body.isNull() || !answer.error.isNull()) handlePendingRequests();
+}
+
+void SegmentIOTracker::sendRequest(const URLRequest& request, const Completion& completion) {
+  if (!request.address.isEmpty()) LastPayload::keep(request);
+  startTask(request, [request, completion](const URLAnswer& answer) {
+    const QByteArray body = withoutCredential(answer.body, request);
+    logLine(u"data %@", {orNone(QString::fromUtf8(body))});
+    logLine(u"response %@", {answer.status == 0 ? kNone : QString::number(answer.status)});
+    logLine(u"error %@", {orNone(answer.error)});
+    if (!completion) return;
+    QString problem;
+    const QVariant response = body.isNull() ? QVariant() : readContainer(body, &problem);
+    completion(response, problem.isNull() ? answer.error : problem);
+  });
+}
+
+}  // namespace kelvar

@@ -1,0 +1,7 @@
+#include "analytics/SuperPropertiesMerging.h"
+
+namespace kelvar {
+
+SuperPropertiesMerging::~SuperPropertiesMerging() = default;
+
+}  // namespace kelvar

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "analytics/Properties.h"
+#include "runtime/Object.h"
+
+namespace kelvar {
+
+class TimedEvent;
+using TimedEventRef = std::shared_ptr<TimedEvent>;
+
+/// Something that the user did for a while, as it is told once it is over.
+class KELVAR_EXPORT TimedEvent : public Object {
+ public:
+  static const ClassInfo& theClass();
+  const ClassInfo& classInfo() const override { return theClass(); }
+
+  static TimedEventRef timedEventWithName(const QString& name, const Properties& properties,
+                                          double sessionLength);
+
+  QString name() const { return name_; }
+  void setName(const QString& name) { name_ = name; }
+  Properties properties() const { return properties_; }
+  void setProperties(const Properties& properties) { properties_ = properties; }
+  /// For how long, in seconds.
+  double sessionLength() const { return sessionLength_; }
+  void setSessionLength(double seconds) { sessionLength_ = seconds; }
+
+ private:
+  QString name_;
+  Properties properties_;
+  double sessionLength_ = 0;
+};
+
+}  // namespace kelvar

@@ -1,0 +1,7 @@
+#include "analytics/TimedTrackerDelegate.h"
+
+namespace kelvar {
+
+TimedTrackerDelegate::~TimedTrackerDelegate() = default;
+
+}  // namespace kelvar

@@ -1,0 +1,155 @@
+#include "analytics/TrackerManager.h"
+
+#include <QUuid>
+#include <functional>
+#include <mutex>
+
+#include "runtime/ClassInfo.h"
+#include "util/Each.h"
+
+const char TrackerManagerEventSessionEnded[] = "Session Ended";
+
+namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&TrackerManager::theClass);
+
+std::mutex sharedMutex;
+
+TrackerManagerRef& shared() {
+  static TrackerManagerRef manager;
+  return manager;
+}
+
+/// Null when the list has anything but trackers in it.
+std::optional<TrackerList> trackersFrom(const QVariantList& objects) {
+  TrackerList trackers;
+  for (const QVariant& object : objects) {
+    const auto tracker = fromVariant<TrackerRef>(object).value_or(nullptr);
+    if (!tracker) return std::nullopt;
+    trackers.append(tracker);
+  }
+  return trackers;
+}
+
+QVariantList trackersOf(const TrackerManager& manager) {
+  QVariantList objects;
+  for (const TrackerRef& tracker : manager.allTrackers()) objects.append(toVariant(tracker));
+  return objects;
+}
+
+QString newUuid() { return QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(); }
+
+}  // namespace
+
+const ClassInfo& TrackerManager::theClass() {
+  using This = TrackerManager;
+  static const ClassInfo kClass =
+      Description<This, Tracker>("TrackerManager")
+          .classOperation("sharedInstance", &This::sharedInstance)
+          .initialiser("initWithTrackers:identifier:",
+                       [](const QVariantList& objects, const QString& identifier) {
+                         const auto trackers = trackersFrom(objects);
+                         return trackers ? std::make_shared<This>(*trackers, identifier) : nullptr;
+                       })
+          .initialiser("initWithTrackers:persister:identifier:",
+                       [](const QVariantList& objects, const TrackerPersisterRef& persister,
+                          const QString& identifier) {
+                         const auto trackers = trackersFrom(objects);
+                         return trackers ? std::make_shared<This>(*trackers, persister, identifier)
+                                         : nullptr;
+                       })
+          .operation("setAsSharedInstance", &This::setAsSharedInstance)
+          .operation("addSuperProperties:", &This::addSuperProperties)
+          .operation("configureChild", &This::configureChild)
+          .operation("allTrackers", trackersOf)
+          .operation("trackers", trackersOf)
+          .operation("setTrackers:",
+                     [](This& self, const QVariantList& objects) {
+                       if (const auto trackers = trackersFrom(objects)) self.setTrackers(*trackers);
+                     })
+          .property("persister", &This::persister, &This::setPersister)
+          .property("identifier", &This::identifier, &This::setIdentifier);
+  return kClass;
+}
+
+TrackerManagerRef TrackerManager::sharedInstance() {
+  const std::scoped_lock lock(sharedMutex);
+  if (!shared()) shared() = std::make_shared<TrackerManager>(TrackerList(), QStringLiteral(""));
+  return shared();
+}
+
+void TrackerManager::setAsSharedInstance() {
+  auto self = std::static_pointer_cast<TrackerManager>(shared_from_this());
+  const std::scoped_lock lock(sharedMutex);
+  shared().swap(self);  // The last one ends after the lock.
+}
+
+TrackerManager::TrackerManager(const TrackerList& trackers, const QString& identifier)
+    : TrackerManager(trackers, std::make_shared<TrackerPersister>(), identifier) {}
+
+TrackerManager::TrackerManager(const TrackerList& trackers, TrackerPersisterRef persister,
+                               const QString& identifier)
+    : persister_(std::move(persister)), identifier_(identifier) {
+  const QString key = identifier_ + QStringLiteral(".uuid");
+  QString uuid = persister_ ? persister_->objectForKey(key).toString() : QString();
+  if (uuid.isEmpty()) {
+    uuid = newUuid();
+    if (persister_) persister_->setObject(uuid, key);
+  }
+  TrackerManager::setUuid(uuid);
+  const QString emailKey = identifier_ + QStringLiteral(".email");
+  TrackerManager::setEmail(persister_ ? persister_->objectForKey(emailKey).toString() : QString());
+  trackers_ = trackers;
+  configureChild();
+}
+
+void TrackerManager::setUuid(const QString& uuid) {
+  Tracker::setUuid(uuid);
+  configureChild();
+}
+
+void TrackerManager::setEmail(const QString& email) {
+  Tracker::setEmail(email);
+  if (persister_ && !email.isNull()) {
+    persister_->setObject(email, QStringLiteral("io.kelvarlabs.tracker.email"));
+  }
+  configureChild();
+}
+
+void TrackerManager::track(const QString& name, const Properties& properties) {
+  each(trackers_)(&Tracker::track, name, properties);
+}
+
+void TrackerManager::timedTrackerEventStarted(TimedTracker& timedTracker, const QString& name) {
+  each(trackers_)(&Tracker::timedTrackerEventStarted, std::ref(timedTracker), name);
+}
+
+void TrackerManager::timedTrackerEventFinished(TimedTracker& timedTracker,
+                                               const TimedEventRef& event) {
+  each(trackers_)(&Tracker::timedTrackerEventFinished, std::ref(timedTracker), event);
+}
+
+void TrackerManager::setSuperProperties(const SharedProperties& properties) {
+  each(trackers_)(&Tracker::setSuperProperties, properties);
+}
+
+void TrackerManager::addSuperProperties(const QVariantMap& properties) {
+  each(trackers_)(&SuperPropertiesMerging::addSuperProperties, properties);
+}
+
+void TrackerManager::identifyEmail(const QString& email) {
+  each(trackers_)(&Tracker::identifyEmail, email);
+}
+
+void TrackerManager::aliasFromUUIDTo(const QString& newId) {
+  each(trackers_)(&Tracker::aliasFromUUIDTo, newId);
+}
+
+void TrackerManager::configureChild() {
+  if (trackers_.isEmpty()) return;
+  each(trackers_)(&Tracker::setUuid, uuid());
+  each(trackers_)(&Tracker::setEmail, email());
+}
+
+}  // namespace kelvar

@@ -1,0 +1,88 @@
+#include "core/Kelvar.h"
+
+#include <stdexcept>
+
+#include "analytics/AnalyticsSettings.h"
+#include "analytics/SegmentIOTracker.h"
+#include "core/ServerMessages.h"
+#include "platform/Bundle.h"
+#include "platform/UserEmail.h"
+#include "runtime/ClassInfo.h"
+
+namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&Kelvar::theClass);
+
+QString required(const char* key) {
+  const QVariant value = Bundle::objectForInfoDictionaryKey(QLatin1String(key));
+  if (!value.isValid()) throw std::logic_error(std::string("Info.plist has no ") + key);
+  return value.toString();
+}
+
+}  // namespace
+
+const ClassInfo& Kelvar::theClass() {
+  static const ClassInfo kClass =
+      Description<Kelvar, KVPersister>("Kelvar")
+          .initialiser("init", [] { return std::make_shared<Kelvar>(); })
+          .operation("trackForEvent:properties:", &Kelvar::trackForEvent)
+          .operation("loadServerNotification", &Kelvar::loadServerNotification)
+          .property("tracker", &Kelvar::tracker, &Kelvar::setTracker)
+          .property("env", &Kelvar::env, &Kelvar::setEnv)
+          .property("pluginName", &Kelvar::pluginName, &Kelvar::setPluginName)
+          .property("persister", &Kelvar::persister, &Kelvar::setPersister);
+  return kClass;
+}
+
+Kelvar::Kelvar() {
+  if (activateCount_ != 0) {
+    tracker_ = TrackerManager::sharedInstance();
+  } else {
+    start();
+  }
+  ++activateCount_;
+}
+
+void Kelvar::start() {
+  const auto client = std::make_shared<SegmentIOTracker>(AnalyticsSettings::writeKey());
+  tracker_ = std::make_shared<TrackerManager>(TrackerList{client},
+                                              QStringLiteral("io.kelvarlabs.kelvar.tracker"));
+  persister_ = std::make_shared<KVPersister>();
+  env_ = required("KVPluginEnv");
+  pluginName_ = required("KVPluginName");
+  const auto properties = std::make_shared<QVariantMap>(
+      QVariantMap{{QStringLiteral("Plugin Version"), required("CFBundleShortVersionString")},
+                  {QStringLiteral("Plugin Build"), required("CFBundleVersion")},
+                  {QStringLiteral("Plugin Environment"), env_},
+                  {QStringLiteral("Plugin Name"), pluginName_}});
+  identifyUser(properties.get());
+  // In this order, so that the first event has the properties too.
+  tracker_->setSuperProperties(properties);
+  tracker_->track(QStringLiteral("Started"), QVariantMap());
+  tracker_->setAsSharedInstance();
+}
+
+void Kelvar::identifyUser(QVariantMap* superProperties) {
+  const QString email = userEmail();
+  if (email.isNull()) return;
+  superProperties->insert(QStringLiteral("email"), email);
+  // The anonymous identity becomes the user's once, over all runs.
+  const QString aliased = QStringLiteral("io.kelvarlabs.kelvar.identifiedUser");
+  if (!objectForKey(aliased).isValid()) {
+    setObject(email, aliased);
+    tracker_->aliasFromUUIDTo(email);
+  }
+  tracker_->identifyEmail(email);
+}
+
+QString Kelvar::trackForEvent(const QString& event, const Properties& properties) {
+  if (tracker_) tracker_->track(event, properties);
+  return event;
+}
+
+void Kelvar::loadServerNotification() {
+  ServerMessages::load(persister_, [self = shared_from_this()](const QString&) {});
+}
+
+}  // namespace kelvar

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "analytics/TrackerManager.h"
+#include "core/KVPersister.h"
+
+namespace kelvar {
+
+/// What the script side makes first, and again whenever it wants something of the plug-in: it
+/// records events, fetches the server's messages, and reaches the settings, over which it is a
+/// store itself.
+///
+/// The first one in a process starts analytics: it builds the trackers, tells them what plug-in
+/// this is and who uses it, records "Started" and makes its tracker the shared one. All later ones
+/// only take that tracker; their other properties are none. On the main thread.
+class KELVAR_EXPORT Kelvar : public KVPersister {
+ public:
+  static const ClassInfo& theClass();
+  const ClassInfo& classInfo() const override { return theClass(); }
+
+  /// How many were made in this process.
+  static int32_t activateCount() { return activateCount_; }
+
+  /// Throws `std::logic_error` when Info.plist lacks one of the keys that every event tells, which
+  /// the build sees to.
+  Kelvar();
+
+  /// Returns the event's name.
+  QString trackForEvent(const QString& event, const Properties& properties);
+
+  /// Fetches the server's messages and merges them into the stored list, later, on the network's
+  /// thread. The object lives until then. See `ServerMessages`.
+  void loadServerNotification();
+
+  TrackerManagerRef tracker() const { return tracker_; }
+  void setTracker(const TrackerManagerRef& tracker) { tracker_ = tracker; }
+  /// The plug-in's environment, which goes with every event.
+  QString env() const { return env_; }
+  void setEnv(const QString& env) { env_ = env; }
+  QString pluginName() const { return pluginName_; }
+  void setPluginName(const QString& name) { pluginName_ = name; }
+  /// Where the messages are stored. With none, as in all but the first, they go nowhere.
+  KVPersisterRef persister() const { return persister_; }
+  void setPersister(const KVPersisterRef& persister) { persister_ = persister; }
+
+ private:
+  friend class KelvarTest;
+
+  void start();
+  void identifyUser(QVariantMap* superProperties);
+
+  static inline int32_t activateCount_ = 0;
+
+  TrackerManagerRef tracker_;
+  QString env_;
+  QString pluginName_;
+  KVPersisterRef persister_;
+};
+
+using KelvarRef = std::shared_ptr<Kelvar>;
+
+}  // namespace kelvar

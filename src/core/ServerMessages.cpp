@@ -1,0 +1,116 @@
+#include "core/ServerMessages.h"
+
+#include <QSet>
+#include <stdexcept>
+
+#include "core/ApiServer.h"
+#include "core/ServerReply.h"
+#include "platform/Bundle.h"
+#include "platform/Format.h"
+#include "platform/Log.h"
+#include "platform/SystemFacts.h"
+#include "platform/URLSession.h"
+#include "runtime/Conversion.h"
+
+namespace kelvar {
+namespace {
+
+constexpr int64_t kNoId = -1;
+
+QString key() { return QLatin1String(ServerMessages::kKey); }
+
+/// 0 for what is no number.
+int64_t integer(const QVariant& value) {
+  if (value.typeId() == QMetaType::QString) return value.toString().toLongLong();
+  return fromVariant<int64_t>(value).value_or(0);
+}
+
+int64_t idOf(const QVariant& message) { return integer(message.toMap()[QStringLiteral("id")]); }
+
+QVariantMap message(int64_t id, const QString& text, const QString& action, bool read) {
+  return {{QStringLiteral("id"), qlonglong(id)},
+          {QStringLiteral("message"), text},
+          {QStringLiteral("action"), action},
+          {QStringLiteral("read"), read}};
+}
+
+/// The string in a server's record, "" for none.
+QString text(const QVariant& record, const QString& keyPath) {
+  const QVariant value = valueForKeyPath(record, keyPath);
+  return value.typeId() == QMetaType::QString ? value.toString() : QStringLiteral("");
+}
+
+QString pathAndQuery() {
+  const auto version = [](const QVariant& number, const QVariant& build) {
+    return formatted(u"%@.%@", {number.toString(), build.toString()});
+  };
+  const QString number = QStringLiteral("CFBundleShortVersionString");
+  const QString build = QStringLiteral("CFBundleVersion");
+  const QVariantMap host = Bundle::hostInformation();
+  return formatted(u"/r/get_messages?version=%@&skVersion=%@&osVersion=%@",
+                   {version(Bundle::objectForInfoDictionaryKey(number),
+                            Bundle::objectForInfoDictionaryKey(build)),
+                    version(host[number], host[build]),
+                    SystemFacts::operatingSystemVersionString().section(u' ', 1, 1)});
+}
+
+/// Null, or why there is nothing in the answer.
+QString merge(const URLAnswer& answer, KVPersister* persister) {
+  if (!answer.error.isNull()) return answer.error;
+  if (answer.body.isEmpty()) return QStringLiteral("the server's answer is empty");
+  QString error;
+  const QVariant reply = readServerReply(answer.body, &error);
+  if (!reply.isValid()) return QStringLiteral("the server's answer is no JSON: ") + error;
+  const QVariantList records = reply.toMap()[QStringLiteral("messages")].toList();
+  if (records.isEmpty() || !persister) return {};
+  const QVariantList stored = persister->objectForKey(key()).toList();
+  persister->setObject(ServerMessages::merged(stored, records), key());
+  return {};
+}
+
+}  // namespace
+
+void ServerMessages::load(const KVPersisterRef& persister, Completion completion) {
+  const QString wanted = pathAndQuery();
+  const QUrl address = addressOnApiServer(wanted);
+  logLine(u"Loading message with version: %@",
+          {address.isEmpty() ? wanted : QString::fromLatin1(address.toEncoded())});
+  URLSession* const session = address.isEmpty() ? nullptr : URLSession::shared();
+  if (!session) return completion(QStringLiteral("no connection"));
+  session->dataTask(address, [persister, completion](const URLAnswer& answer) {
+    completion(merge(answer, persister.get()));
+  });
+}
+
+QVariantList ServerMessages::merged(const QVariantList& stored, const QVariantList& records) {
+  QSet<int64_t> ids;
+  for (const QVariant& each : stored) ids.insert(idOf(each));
+  QVariantList list = stored;
+  for (const QVariant& record : records) {
+    if (record.typeId() != QMetaType::QVariantMap) continue;
+    const int64_t given = integer(valueForKeyPath(record, QStringLiteral("fields.ID")));
+    const int64_t id = given == 0 ? kNoId : given;
+    if (ids.contains(id)) continue;
+    ids.insert(id);
+    list.append(message(id, text(record, QStringLiteral("fields.Message")),
+                        text(record, QStringLiteral("fields.Action Link")), false));
+  }
+  return list;
+}
+
+QVariantList ServerMessages::withMessageRead(const QVariantList& stored, int64_t id) {
+  QVariantList list = stored;
+  for (QVariant& each : list) {
+    if (idOf(each) != id) continue;
+    const QVariantMap old = each.toMap();
+    const QVariant text = old[QStringLiteral("message")];
+    const QVariant action = old[QStringLiteral("action")];
+    if (!text.isValid() || !action.isValid()) {
+      throw std::invalid_argument("a message without text or address cannot be marked read");
+    }
+    each = message(id, text.toString(), action.toString(), true);
+  }
+  return list;
+}
+
+}  // namespace kelvar

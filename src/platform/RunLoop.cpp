@@ -1,0 +1,50 @@
+#include "platform/RunLoop.h"
+
+#include <QObject>
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+#include <exception>
+#include <limits>
+
+#include "platform/Log.h"
+
+namespace kelvar {
+namespace {
+
+void perform(const std::function<void()>& work) {
+  try {
+    work();
+  } catch (const std::exception& exception) {
+    logLine(u"RunLoop: %@", {QString::fromUtf8(exception.what())});
+  }
+}
+
+class QtRunLoop : public RunLoop {
+ public:
+  double mediaTime() const override {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+  }
+
+  Delayed performAfterDelay(double seconds, std::function<void()> work) override {
+    const double longest = std::numeric_limits<int>::max();
+    const int milliseconds = int(std::clamp(seconds * 1000, 0.0, longest));
+    const auto context = std::make_shared<QObject>();
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, context.get(),
+                       [work = std::move(work)] { perform(work); });
+    return context;
+  }
+};
+
+}  // namespace
+
+RunLoop::~RunLoop() = default;
+
+RunLoopRef RunLoop::current() {
+  // Qt knows by itself which thread calls.
+  static const auto loop = std::make_shared<QtRunLoop>();
+  return loop;
+}
+
+}  // namespace kelvar

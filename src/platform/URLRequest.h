@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QUrl>
+#include <utility>
+
+namespace kelvar {
+
+/// What is asked of a server. The headers are sent in their order.
+struct URLRequest {
+  /// GET or POST.
+  QByteArray method = "GET";
+  QUrl address = {};
+  QList<std::pair<QByteArray, QByteArray>> headers = {};
+  QByteArray body = {};
+};
+
+}  // namespace kelvar

@@ -1,0 +1,260 @@
+#include "core/ServerMessages.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QSemaphore>
+#include <QSet>
+#include <QTemporaryDir>
+#include <stdexcept>
+
+#include "platform/Bundle.h"
+#include "platform/Json.h"
+#include "platform/LogCapture.h"
+#include "platform/LoopbackServer.h"
+#include "platform/URLSession.h"
+
+namespace kelvar {
+namespace {
+
+using Server = LoopbackServer;
+
+QVariantList json(const QByteArray& text) {
+  QString error;
+  const QVariant value = Json::read(text, &error);
+  EXPECT_EQ(value.typeId(), QMetaType::QVariantList) << text.constData() << qPrintable(error);
+  return value.toList();
+}
+
+QVariantMap message(qlonglong id, const char* text, const char* action, bool read) {
+  return {{QStringLiteral("id"), id},
+          {QStringLiteral("message"), QString::fromUtf8(text)},
+          {QStringLiteral("action"), QString::fromUtf8(action)},
+          {QStringLiteral("read"), read}};
+}
+
+TEST(MergedServerMessages, AreTheStoredOnesAndThenTheNew) {
+  const QVariantList stored{message(7, "old", "https://a.example/", true)};
+  const QVariantMap seven = stored[0].toMap();
+  const struct {
+    const char* records;
+    QVariantList added;
+  } cases[] = {
+      {R"([])", {}},
+      {R"([{"fields": {"ID": 7, "Message": "changed"}},
+           {"fields": {"ID": 8, "Message": "new", "Action Link": "https://b.example/"}}])",
+       {message(8, "new", "https://b.example/", false)}},
+      {R"([{"fields": {"ID": 9, "Message": "b"}}, {"fields": {"ID": 2, "Message": "a"}},
+           {"fields": {"ID": 9, "Message": "c"}}])",
+       {message(9, "b", "", false), message(2, "a", "", false)}},
+      {R"([{"fields": {"Message": "a"}}, {"fields": {"ID": 0, "Message": "b"}},
+           {"fields": {"ID": -1, "Message": "c"}}, {"other": 1}])",
+       {message(-1, "a", "", false)}},
+      {R"([{"fields": {"Action Link": "https://c.example/"}, "other": [1]}])",
+       {message(-1, "", "https://c.example/", false)}},
+      {R"([{"fields": {"ID": 8.9, "Message": 5, "Action Link": null}},
+           {"fields": {"ID": "10", "Message": ["a"], "Action Link": {}}},
+           {"fields": {"ID": "abc", "Message": "a"}}])",
+       {message(8, "", "", false), message(10, "", "", false), message(-1, "a", "", false)}},
+      {R"([{"fields": {"ID": [8]}}, {"fields": {"ID": {"a": 1}}}])", {message(-1, "", "", false)}},
+      {R"([{"fields": [{"ID": 8}]}])", {message(-1, "", "", false)}},
+      {R"([{"fields": null}, {"fields": 5}, {}])", {message(-1, "", "", false)}},
+      {R"([null, 5, "text", [{"fields": {"ID": 8}}]])", {}},
+      {R"([{"fields": {"ID": 9223372036854775807, "Message": "\u00e4"}}])",
+       {message(std::numeric_limits<qlonglong>::max(), "\xc3\xa4", "", false)}},
+  };
+  for (const auto& [records, added] : cases) {
+    EXPECT_EQ(ServerMessages::merged(stored, json(records)), QVariantList{seven} + added)
+        << records;
+  }
+  for (const QVariant& kept : {QVariant(5), QVariant(QVariantMap())}) {
+    EXPECT_EQ(ServerMessages::merged({kept}, json(R"([{"fields": {"ID": 5}}])")),
+              (QVariantList{kept, message(5, "", "", false)}));
+  }
+}
+
+TEST(MergedServerMessages, KeepTheirKinds) {
+  const QVariantMap merged =
+      ServerMessages::merged({}, json(R"([{"fields": {"ID": 3.0}}])")).value(0).toMap();
+  EXPECT_EQ(merged[QStringLiteral("id")].typeId(), QMetaType::LongLong);
+  EXPECT_EQ(merged[QStringLiteral("read")].typeId(), QMetaType::Bool);
+  EXPECT_EQ(merged[QStringLiteral("message")].typeId(), QMetaType::QString);
+}
+
+TEST(ReadServerMessages, AreMarkedInPlace) {
+  const QVariantList list{message(3, "a", "", false), message(5, "b", "c", false),
+                          message(9, "d", "", true)};
+  QVariantList marked = list;
+  marked[1] = message(5, "b", "c", true);
+  EXPECT_EQ(ServerMessages::withMessageRead(list, 5), marked);
+  EXPECT_EQ(ServerMessages::withMessageRead(list, 4), list);
+  EXPECT_EQ(ServerMessages::withMessageRead({}, 4), QVariantList());
+  for (const char* missing : {"message", "action"}) {
+    QVariantMap damaged = list[1].toMap();
+    damaged.remove(QLatin1String(missing));
+    EXPECT_THROW(ServerMessages::withMessageRead({damaged}, 5), std::invalid_argument) << missing;
+    EXPECT_NO_THROW(ServerMessages::withMessageRead({damaged}, 4));
+  }
+}
+
+class LoadedServerMessages : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(dir_.isValid());
+    for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy"}) qunsetenv(proxy);
+    qputenv("KELVAR_DEFAULTS", dir_.filePath(QStringLiteral("s.sqlite")).toUtf8());
+  }
+  void TearDown() override {
+    qunsetenv("KELVAR_DEFAULTS");
+    qunsetenv("KELVAR_API_SERVER");
+    Bundle::setHostInformation({});
+  }
+
+  /// Starts `count` loads at once and waits until all are done. What the last had to say.
+  QString load(const QUrl& server, int count = 1) {
+    qputenv("KELVAR_API_SERVER", server.toEncoded());
+    QSemaphore done;
+    QString problem;
+    for (int i = 0; i < count; ++i) {
+      ServerMessages::load(persister_, [&](const QString& error) {
+        problem = error;
+        done.release();
+      });
+    }
+    done.acquire(count);
+    return problem;
+  }
+  QString load(const QByteArray& answer) {
+    const Server server({answer});
+    return load(server.url(QString()));
+  }
+
+  QVariant stored() const {
+    return KVPersister().objectForKey(QLatin1String(ServerMessages::kKey));
+  }
+
+  int count_ = 1;
+  char name_[5] = "test";
+  char* arguments_[2] = {name_, nullptr};
+  QCoreApplication application_{count_, arguments_};
+  QTemporaryDir dir_;
+  KVPersisterRef persister_ = std::make_shared<KVPersister>();
+};
+
+TEST_F(LoadedServerMessages, AreAskedForWithTheVersions) {
+  const Server server({Server::http("{}")});
+  const LogCapture log;
+  const auto version = [&](const QString& host) {
+    return QStringLiteral("/r/get_messages?version=1.0.0.1&skVersion=%1&osVersion=").arg(host);
+  };
+  load(server.url(QString()));
+  Bundle::setHostInformation(
+      {{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("52 b")},
+       {QStringLiteral("CFBundleVersion"), QStringLiteral("812")}});
+  load(server.url(QString()));
+  const QStringList hosts{QStringLiteral("(null).(null)"), QStringLiteral("52%20b.812")};
+  ASSERT_EQ(server.requests().size(), hosts.size());
+  for (int i = 0; i < hosts.size(); ++i) {
+    const QString request = QString::fromLatin1(server.requests()[i]);
+    EXPECT_TRUE(request.startsWith(QStringLiteral("GET ") + version(hosts[i])))
+        << request.toStdString();
+    const QString address = request.section(u' ', 1, 1);
+    EXPECT_FALSE(address.endsWith(u'=')) << "there is no version of the system";
+    EXPECT_TRUE(log.lines().contains(QStringLiteral("Loading message with version: ") +
+                                     server.url(QString()).toString() + address))
+        << log.lines().join(u'\n').toStdString();
+  }
+}
+
+TEST_F(LoadedServerMessages, AreStoredWhateverTheStatus) {
+  const QByteArray two = R"({"messages": [{"fields": {"ID": 7, "Message": "a"}}, {"fields": {}}]})";
+  for (const char* status : {"200 OK", "500 Internal Server Error", "404 Not Found"}) {
+    KVPersister().removeObjectForKey(QLatin1String(ServerMessages::kKey));
+    EXPECT_TRUE(load(Server::http(two, status)).isNull()) << status;
+    EXPECT_EQ(stored(),
+              QVariant(QVariantList{message(7, "a", "", false), message(-1, "", "", false)}))
+        << status;
+  }
+}
+
+TEST_F(LoadedServerMessages, RepliesWithoutMessagesChangeNothing) {
+  const QVariant list = QVariantList{message(7, "old", "", true)};
+  const struct {
+    QByteArray answer;
+    const char* result;  // What the log has; null when nothing is logged.
+    bool fails = true;
+  } cases[] = {
+      {Server::http(R"({"messages": []})"), R"(result: {"messages":[]})", false},
+      {Server::http("{}"), "result: {}", false},
+      {Server::http(R"({"messages": null})"), R"(result: {"messages":null})", false},
+      {Server::http(R"({"messages": {"a": 1}})"), R"(result: {"messages":{"a":1}})", false},
+      {Server::http(R"({"messages": 5})"), R"(result: {"messages":5})", false},
+      {Server::http(R"([{"messages": [{}]}])"), R"(result: [{"messages":[{}]}])", false},
+      {Server::http("5"), "result: (null)"},
+      {Server::http("\"text\""), "result: (null)"},
+      {Server::http("<html>"), "result: (null)"},
+      {Server::http(R"({"messages": [{"fields": {"ID": 8}})"), "result: (null)"},
+      {Server::http(""), nullptr},
+      {Server::http(R"({"messages": [{}]})").chopped(1), nullptr},
+      {"nonsense", nullptr},
+  };
+  for (const auto& [answer, result, fails] : cases) {
+    KVPersister().setObject(list, QLatin1String(ServerMessages::kKey));
+    const LogCapture log;
+    EXPECT_EQ(!load(answer).isNull(), fails) << answer.constData();
+    EXPECT_EQ(stored(), list) << answer.constData();
+    const QStringList lines = log.lines();
+    EXPECT_EQ(lines.size(), result ? 3 : 1) << lines.join(u'\n').toStdString();
+    EXPECT_EQ(lines.value(2), QLatin1String(result));
+    EXPECT_EQ(lines.value(1) == QStringLiteral("Parse error: (null)"), result && !fails);
+  }
+}
+
+TEST_F(LoadedServerMessages, NeedAServerAndAStore) {
+  EXPECT_FALSE(load(QUrl()).isNull());
+  URLSession::shared()->setTimeout(std::chrono::milliseconds(100));
+  EXPECT_FALSE(load(QByteArray()).isNull()) << "silence";
+  URLSession::shared()->setTimeout(std::chrono::minutes(1));
+  persister_.reset();
+  EXPECT_TRUE(load(Server::http(R"({"messages": [{}]})")).isNull());
+  EXPECT_FALSE(stored().isValid());
+}
+
+TEST_F(LoadedServerMessages, MayBeLoadedTwiceAtOnce) {
+  const QByteArray seven = R"({"fields": {"ID": 7}})";
+  const QByteArray first =
+      Server::http("{\"messages\": [" + seven + R"(, {"fields": {"ID": 8}}]})");
+  const QByteArray second =
+      Server::http("{\"messages\": [" + seven + R"(, {"fields": {"ID": 9}}]})");
+  for (int round = 0; round < 10; ++round) {
+    KVPersister().removeObjectForKey(QLatin1String(ServerMessages::kKey));
+    const Server server({first, second});
+    EXPECT_TRUE(load(server.url(QString()), 2).isNull());
+    // Which answer comes first is the network's business.
+    QSet<qlonglong> ids;
+    const QVariantList list = stored().toList();
+    for (const QVariant& each : list) ids.insert(each.toMap()[QStringLiteral("id")].toLongLong());
+    EXPECT_EQ(ids.size(), list.size()) << "one id twice";
+    EXPECT_TRUE(ids.contains(7));
+    EXPECT_TRUE(ids.contains(8) || ids.contains(9));
+  }
+}
+
+TEST_F(LoadedServerMessages, MayBeAHundredThousand) {
+  constexpr int kCount = 100000;
+  QByteArray records;
+  for (int id = 1; id <= kCount; ++id) {
+    records += (id == 1 ? "{\"fields\":{\"ID\":" : ",{\"fields\":{\"ID\":") +
+               QByteArray::number(id) + ",\"Message\":\"Version 4\"}}";
+  }
+  const Server server({Server::http("{\"messages\":[" + records + "]}")});
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_TRUE(load(server.url(QString())).isNull());
+    const QVariantList list = stored().toList();
+    ASSERT_EQ(list.size(), kCount);
+    EXPECT_EQ(list.last(), QVariant(message(kCount, "Version 4", "", false)));
+  }
+}
+
+}  // namespace
+}  // namespace kelvar
