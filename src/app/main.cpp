@@ -7,8 +7,11 @@
 #include "app/Failure.h"
 #include "app/archive.h"
 #include "app/checkVersion.h"
+#include "app/layers.h"
 #include "app/map.h"
 #include "app/messages.h"
+#include "app/render.h"
+#include "app/refresh.h"
 #include "app/settings.h"
 
 namespace {
@@ -36,6 +39,9 @@ int run(int argc, char** argv) {
     std::function<void()> run;
   } commands[] = {
       {"map", kelvar::app::addMap(program)},
+      {"render", kelvar::app::addRender(program)},
+      {"layers", kelvar::app::addLayers(program)},
+      {"refresh", kelvar::app::addRefresh(program)},
       {"archive", kelvar::app::addArchive(program)},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},

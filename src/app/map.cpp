@@ -11,10 +11,12 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "app/Corners.h"
 #include "app/Failure.h"
 #include "app/Progress.h"
+#include "app/mapDocument.h"
 #include "host/Mapping.h"
 #include "platform/ImageFile.h"
 #include "platform/Log.h"
@@ -36,6 +38,8 @@ Examples:
     kelvar map screen.svg --points "812,304 1490,377 1433,1650 758,1480" --onto photo.jpg -o out.jpg
   In a pipe, turned by a quarter:
     kelvar map - --points "0,0 600,0 600,400 0,400" --rotation 1 -o - < screen.png > turned.png
+  An artboard of a Sketch document onto a shape in it, by the layer's name:
+    kelvar map artboard:Home --document app.sketch --layer Screen -o mockup.sketch
 
 Exit status: 0 done, 1 failed, 2 misuse.)";
 
@@ -47,6 +51,9 @@ struct Arguments {
   std::string rotation = "0";
   bool flip = false;
   std::optional<std::string> onto;
+  std::string document;
+  std::vector<std::string> layers;
+  bool isExcludedFromArtboards = false;
   std::string sampling = "best";
   int threads = 0;
   bool json = false;
@@ -80,12 +87,23 @@ uint64_t readRotation(const std::string& text) {
   return turns;
 }
 
+double checkedScale(double scale) {
+  if (scale == 0 || (scale >= kLeastScale && scale <= kMostScale)) return scale;
+  misuse(QStringLiteral("--scale takes a number from %1 to %2, or 0 for 1")
+             .arg(kLeastScale)
+             .arg(kMostScale));
+}
+
+warp::Sampling samplingFrom(const Arguments& arguments) {
+  return arguments.sampling == "best" ? warp::Sampling::Best : warp::Sampling::Bilinear;
+}
+
 Mapping mappingFrom(const Arguments& arguments) {
-  const double scale = arguments.scale;
-  if (!(scale == 0 || (scale >= kLeastScale && scale <= kMostScale))) {
-    misuse(QStringLiteral("--scale takes a number from %1 to %2, or 0 for 1")
-               .arg(kLeastScale)
-               .arg(kMostScale));
+  const double scale = checkedScale(arguments.scale);
+  if (arguments.points.empty()) {
+    misuse(
+        QStringLiteral("--points is required, unless the design goes onto a layer of a "
+                       "--document (see kelvar map --help)"));
   }
   if (arguments.design == "-" && arguments.onto == "-") {
     misuse(QStringLiteral("the design and the photo cannot both be read from standard input"));
@@ -93,13 +111,12 @@ Mapping mappingFrom(const Arguments& arguments) {
   if (arguments.json && arguments.output == "-") {
     misuse(QStringLiteral("--json and -o - cannot both write to standard output"));
   }
-  return {
-      .path = readCorners(arguments.points),
-      .scale = scale,
-      .rotation = readRotation(arguments.rotation),
-      .flipped = arguments.flip,
-      .sampling = arguments.sampling == "best" ? warp::Sampling::Best : warp::Sampling::Bilinear,
-      .threads = arguments.threads};
+  return {.path = readCorners(arguments.points),
+          .scale = scale,
+          .rotation = readRotation(arguments.rotation),
+          .flipped = arguments.flip,
+          .sampling = samplingFrom(arguments),
+          .threads = arguments.threads};
 }
 
 void refuseWhatCannotBeHeld(const KVImageTransform::Placement& placement) {
@@ -156,7 +173,23 @@ void report(const QSizeF& size, const warp::Quad& quad, double read, double warp
   }
 }
 
+DocumentArguments documentArguments(const Arguments& arguments) {
+  const double scale = checkedScale(arguments.scale);
+  return {.design = arguments.design,
+          .document = arguments.document,
+          .layers = arguments.layers,
+          .settings = {.quality = scale == 0 ? 1 : scale,
+                       .rotation = readRotation(arguments.rotation),
+                       .isFlipped = arguments.flip,
+                       .isIncludedInArtboards = !arguments.isExcludedFromArtboards},
+          .sampling = samplingFrom(arguments),
+          .threads = arguments.threads,
+          .json = arguments.json,
+          .output = arguments.output};
+}
+
 void run(const Arguments& arguments) {
+  if (!arguments.document.empty()) return mapOnDocument(documentArguments(arguments));
   const Mapping mapping = mappingFrom(arguments);
   const bool onPhoto = arguments.onto.has_value();
   const KVImageTransform::Placement placement = mapping.placement();
@@ -209,11 +242,12 @@ std::function<void()> addMap(CLI::App& program) {
   CLI::App* map = program.add_subcommand("map", "Lay a design onto a four-cornered shape");
   map->footer(kExamples);
   map->fallthrough();
-  map->add_option("DESIGN", arguments->design, "PNG, JPEG, WebP or SVG; - is standard input")
+  map->add_option("DESIGN", arguments->design,
+                  "PNG, JPEG, WebP or SVG; - is standard input; artboard:NAME of the --document")
       ->required();
-  map->add_option("--points", arguments->points, "The shape's corners, \"x,y x,y x,y x,y\"")
-      ->required()
-      ->type_name("POINTS");
+  CLI::Option* points =
+      map->add_option("--points", arguments->points, "The shape's corners, \"x,y x,y x,y x,y\"")
+          ->type_name("POINTS");
   map->add_option("--scale", arguments->scale,
                   "Factor on the size of the output; with --onto on the quality of sampling")
       ->type_name("S")
@@ -223,9 +257,23 @@ std::function<void()> addMap(CLI::App& program) {
       ->type_name("N")
       ->capture_default_str();
   map->add_flag("--flip", arguments->flip, "Swap the design's left and right");
-  map->add_option("--onto", arguments->onto,
-                  "Lay the design into this picture, in whose pixels the points are")
-      ->type_name("PHOTO");
+  CLI::Option* onto =
+      map->add_option("--onto", arguments->onto,
+                      "Lay the design into this picture, in whose pixels the points are")
+          ->type_name("PHOTO");
+  CLI::Option* document = map->add_option("--document", arguments->document,
+                                          "Lay the design onto layers of this Sketch document")
+                              ->excludes(points)
+                              ->excludes(onto)
+                              ->type_name("DOC");
+  map->add_option("--layer", arguments->layers,
+                  "A four-cornered shape of the document; may be given again")
+      ->needs(document)
+      ->allow_extra_args(false)
+      ->type_name("NAME|ID");
+  map->add_flag("--exclude-from-artboards", arguments->isExcludedFromArtboards,
+                "Leave the picture out where the layer's own artboard serves as a design")
+      ->needs(document);
   map->add_option("--sampling", arguments->sampling, "How pixels are sampled")
       ->check(CLI::IsMember({"best", "bilinear"}))
       ->capture_default_str();
@@ -237,7 +285,8 @@ std::function<void()> addMap(CLI::App& program) {
                 "Print the size, the design's four corners in it, and the times taken");
   map->add_option(
          "-o,--output", arguments->output,
-         "png, jpg (on white) or webp (lossless) by its ending; - is standard output, as PNG")
+         "png, jpg (on white) or webp (lossless) by its ending, or sketch with --document; - is "
+         "standard output, as PNG")
       ->required()
       ->type_name("OUT");
   return [arguments] { run(*arguments); };

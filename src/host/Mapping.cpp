@@ -6,6 +6,7 @@
 
 #include "geometry/KVShape.h"
 #include "geometry/WarpedImage.h"
+#include "platform/ImageFile.h"
 #include "platform/PixelGrid.h"
 
 namespace kelvar {
@@ -69,23 +70,28 @@ warp::Quad Mapping::quadOnPhoto() const {
 }
 
 ImageRef Mapping::layOnto(const ImageRef& design, const ImageRef& photo) const {
-  const auto nothing = std::make_shared<Image>();
+  if (!photo) return std::make_shared<Image>();
+  QImage pixels = photo->pixels();
+  if (!layInto(&pixels, design)) return std::make_shared<Image>();
+  return std::make_shared<Image>(pixels, photo->size());
+}
+
+bool Mapping::layInto(QImage* photo, const ImageRef& design) const {
   const warp::Quad quad = quadOnPhoto();
-  if (!design || !design->isValid() || !photo || !photo->isValid()) return nothing;
+  if (!design || !design->isValid() || photo->isNull()) return false;
   if (!warp::Homography::fromRectangle(design->pixelWidth(), design->pixelHeight(), quad)) {
-    return nothing;
+    return false;
   }
-  const QRect part = clippedToPixels(boundingBox(quad), photo->pixels().size());
-  if (part.isEmpty()) return std::make_shared<Image>(*photo);
+  const QRect part = clippedToPixels(boundingBox(quad), photo->size());
+  if (part.isEmpty()) return true;
   warp::Quad inPart = quad;
   for (warp::Point& corner : inPart) corner = {corner.x - part.x(), corner.y - part.y()};
   const warp::Options options{
       .sampling = sampling, .oversampling = samples(scale), .threads = threads};
   const QImage laid = warpedImage(design->pixels(), part.width(), part.height(), inPart, options);
-  if (laid.isNull()) return nothing;
-  QImage pixels = photo->pixels();
-  QPainter(&pixels).drawImage(part.topLeft(), laid);
-  return std::make_shared<Image>(pixels, photo->size());
+  if (laid.isNull()) return false;
+  QPainter(photo).drawImage(part.topLeft(), laid);
+  return true;
 }
 
 QSizeF Mapping::neededSize(const warp::Quad& quad) {
@@ -103,6 +109,20 @@ QSizeF Mapping::neededSize(const warp::Quad& quad) {
   const double across = std::max(distance(quad[0], quad[1]), distance(quad[3], quad[2]));
   const double down = std::max(distance(quad[0], quad[3]), distance(quad[1], quad[2]));
   return {std::min(width, kFinestOverMean * across), std::min(height, kFinestOverMean * down)};
+}
+
+QSizeF Mapping::vectorSize(const warp::Quad& quad, double finer) {
+  const double side = ImageFile::kMaxSide;
+  QSizeF size = neededSize(quad) * finer;
+  size = {std::clamp(size.width(), 1.0, side), std::clamp(size.height(), 1.0, side)};
+  // Whoever draws rounds up, so a little is left for that.
+  const double most = double(ImageFile::kMaxBytes) / 4 - 2 * side;
+  const double area = size.width() * size.height();
+  return area <= most ? size : size * std::sqrt(most / area);
+}
+
+QSizeF Mapping::vectorSizeOnPhoto() const {
+  return vectorSize(quadOnPhoto(), std::clamp(scale, 1.0, kMostSamples));
 }
 
 }  // namespace kelvar

@@ -43,10 +43,21 @@ struct KELVAR_EXPORT Mapping {
   /// up to 16. Not valid without a photo or a design, and for corners that have no map.
   ImageRef layOnto(const ImageRef& design, const ImageRef& photo) const;
 
+  /// The same into a photo's own pixels. False, and nothing is changed, where `layOnto` gives no
+  /// valid picture.
+  bool layInto(QImage* photo, const ImageRef& design) const;
+
   /// The pixels that a design needs to be nowhere magnified on `quad`, for designs that can be
   /// drawn at any size: the finest resolution at a corner, at most four times the mean along the
   /// longer edge. (0, 0) for corners that have no map.
   static QSizeF neededSize(const warp::Quad& quad);
+
+  /// At what size a vector design is drawn for `quad`: `finer` times the needed one, at least a
+  /// pixel and as far as a picture can be held.
+  static QSizeF vectorSize(const warp::Quad& quad, double finer = 1);
+
+  /// The same for the shape on a photo, where the scale asks for finer samples.
+  QSizeF vectorSizeOnPhoto() const;
 
  private:
   KVImageTransform transform(const ImageRef& design) const;

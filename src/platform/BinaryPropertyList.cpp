@@ -25,6 +25,7 @@ enum Kind : uint8_t {
   kBytes = 0x4,
   kAscii = 0x5,
   kUtf16 = 0x6,
+  kReference = 0x8,
   kList = 0xa,
   kMap = 0xd
 };
@@ -259,6 +260,13 @@ class BinaryReader {
     if (kind == kSimple || kind == kInteger || kind == kReal || kind == kDate) {
       entry->value = fixedObject(first, at);
       return entry->value.isValid() || failAt(at - 1);
+    }
+    if (kind == kReference) {
+      const int width = (first & 15) + 1;
+      if (width > 8 || !holds(at, 1, width)) return failAt(at - 1);
+      entry->value = QVariantMap{{u"CF$UID"_s, qulonglong(number(at, width))}};
+      entry->height = 1;
+      return true;
     }
     qsizetype start = at;
     const qsizetype count = readCount(first & 15, &start);

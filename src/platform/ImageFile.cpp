@@ -23,7 +23,7 @@ namespace {
 enum class Format { None, Png, Jpeg, WebP, Svg };
 
 /// Enough to tell the formats apart, behind what may stand in front of an SVG's first element.
-constexpr qint64 kHeadBytes = 64 << 10;
+constexpr qsizetype kHeadBytes = 64 << 10;
 constexpr qint64 kStep = 1 << 20;
 
 bool isStandardStream(const QString& path) { return path == u"-"; }
@@ -74,6 +74,9 @@ bool readWhole(QFile* file, QByteArray* data) {
   return true;
 }
 
+const auto kNoPicture =
+    QStringLiteral("it is no PNG, JPEG, WebP or SVG picture, whatever its name says");
+
 QString readFile(const QString& path, QByteArray* data, Format* format) {
   QFile file;
   const QString objection = openInput(path, &file);
@@ -84,9 +87,7 @@ QString readFile(const QString& path, QByteArray* data, Format* format) {
   }
   if (file.error() != QFile::NoError) return file.errorString();
   if (*format != Format::None) return {};
-  return file.peek(1).isEmpty()
-             ? QStringLiteral("the file is empty")
-             : QStringLiteral("it is no PNG, JPEG, WebP or SVG picture, whatever its name says");
+  return file.peek(1).isEmpty() ? QStringLiteral("the file is empty") : kNoPicture;
 }
 
 QString folderOf(const QString& path) {
@@ -181,22 +182,34 @@ QString readable(const QString& path, const char* standardStream) {
   return isStandardStream(path) ? QString::fromLatin1(standardStream) : path;
 }
 
+ImageRef decode(const QByteArray& file, Format format, const ImageFile::ReadOptions& options,
+                QString* problem) {
+  QImage pixels;
+  QSizeF natural;
+  if (format == Format::Png) pixels = readPng(file, problem);
+  if (format == Format::Jpeg) pixels = readJpeg(file, problem);
+  if (format == Format::WebP) pixels = readWebP(file, problem);
+  if (format == Format::Svg) pixels = readSvg(file, options.vectorSize, &natural, problem);
+  if (pixels.isNull()) return nullptr;
+  return std::make_shared<Image>(pixels, format == Format::Svg ? natural : pixels.size());
+}
+
 }  // namespace
+
+ImageRef ImageFile::fromBytes(const QByteArray& bytes, const ReadOptions& options, QString* error) {
+  const Format format = formatOfContent(bytes.first(std::min(bytes.size(), kHeadBytes)));
+  if (format != Format::None) return decode(bytes, format, options, error);
+  *error = kNoPicture;
+  return nullptr;
+}
 
 ImageRef ImageFile::read(const QString& path, const ReadOptions& options, QString* error) {
   QByteArray file;
   Format format = Format::None;
   QString problem = readFile(path, &file, &format);
-  QImage pixels;
-  QSizeF natural;
   if (problem.isEmpty()) {
-    if (format == Format::Png) pixels = readPng(file, &problem);
-    if (format == Format::Jpeg) pixels = readJpeg(file, &problem);
-    if (format == Format::WebP) pixels = readWebP(file, &problem);
-    if (format == Format::Svg) pixels = readSvg(file, options.vectorSize, &natural, &problem);
-  }
-  if (!pixels.isNull()) {
-    return std::make_shared<Image>(pixels, format == Format::Svg ? natural : pixels.size());
+    const ImageRef image = decode(file, format, options, &problem);
+    if (image) return image;
   }
   *error = QStringLiteral("cannot read %1: %2").arg(readable(path, "standard input"), problem);
   return nullptr;

@@ -39,6 +39,9 @@ class KELVAR_EXPORT ImageFile {
   /// damaged or cut short is a failure, not half a picture.
   static ImageRef read(const QString& path, const ReadOptions& options, QString* error);
 
+  /// The picture in these bytes. `*error` says what is wrong with them, not where they are from.
+  static ImageRef fromBytes(const QByteArray& bytes, const ReadOptions& options, QString* error);
+
   /// Writes the picture, whole or not at all: under a temporary name beside its place, flushed to
   /// the disk, then renamed. After a failure what stood at `path` still stands there.
   ///

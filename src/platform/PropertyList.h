@@ -18,6 +18,9 @@ namespace kelvar {
 /// `qlonglong`, those beyond it as `qulonglong`; reals as `double`, and as `float` where the
 /// binary form says so; dates in UTC. Dates count in milliseconds, in whole seconds in XML.
 ///
+/// The references by number that keyed archives consist of come back from the binary form as maps
+/// with the one key "CF$UID", which is how the XML form writes them.
+///
 /// Input is not trusted: see the limits. Safe from any thread.
 class KELVAR_EXPORT PropertyList {
  public:

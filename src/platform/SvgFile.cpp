@@ -1,6 +1,5 @@
 #include "platform/SvgFile.h"
 
-#include <QGuiApplication>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <QXmlStreamReader>
@@ -9,6 +8,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/FontsAtHand.h"
 #include "platform/PictureLimits.h"
 
 namespace kelvar {
@@ -102,25 +102,6 @@ bool cleanSvg(const QByteArray& file, CleanSvg* clean) {
   }
   return !reader.hasError();
 }
-
-/// Text needs fonts, and fonts need an application with a platform, without which Qt ends the
-/// process. Where there is no application at all, one without a screen serves for the time being;
-/// beside a plain QCoreApplication there is no place for one.
-class FontsAtHand {
- public:
-  FontsAtHand() {
-    if (!QCoreApplication::instance()) application_.emplace(count_, arguments_);
-  }
-  explicit operator bool() const {
-    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
-  }
-
- private:
-  char name_[7] = "kelvar", option_[10] = "-platform", platform_[10] = "offscreen";
-  char* arguments_[4] = {name_, option_, platform_, nullptr};
-  int count_ = 3;
-  std::optional<QGuiApplication> application_;
-};
 
 QImage draw(QSvgRenderer* renderer, const QSize& size, QString* error) {
   QImage image(size, QImage::Format_ARGB32_Premultiplied);

@@ -1,0 +1,41 @@
+#include "app/DocumentCommand.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <cstdio>
+
+#include "app/Failure.h"
+#include "app/Output.h"
+
+namespace kelvar::app {
+
+SketchDocumentRef openDocument(const std::string& path) {
+  QString error;
+  const SketchDocumentRef document = SketchDocument::open(QString::fromStdString(path), &error);
+  if (!document) throw Failure(Failure::kFailed, error);
+  return document;
+}
+
+void tellWarnings(const DocumentMapping& mapping) {
+  for (const QString& warning : mapping.warnings()) {
+    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(printable(warning)));
+  }
+}
+
+void reportMapped(const QList<SketchLayerRef>& layers) {
+  QJsonArray list;
+  for (const SketchLayerRef& layer : layers) {
+    const auto settings = LayerSettings::of(*layer).value_or(LayerSettings());
+    list.append(
+        QJsonObject{{QStringLiteral("id"), layer->objectID()},
+                    {QStringLiteral("name"), layer->name()},
+                    {QStringLiteral("artboard"),
+                     settings.artboard.isNull() ? QJsonValue() : QJsonValue(settings.artboard)},
+                    {QStringLiteral("image"), settings.image}});
+  }
+  const QJsonObject report{{QStringLiteral("layers"), list}};
+  print(QJsonDocument(report).toJson(QJsonDocument::Compact));
+}
+
+}  // namespace kelvar::app

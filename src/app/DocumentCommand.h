@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "host/DocumentMapping.h"
+
+namespace kelvar::app {
+
+/// What the commands that change Sketch documents have in common. Throws a `Failure` where the
+/// document cannot be read.
+SketchDocumentRef openDocument(const std::string& path);
+
+/// A line on standard error for each thing that was not drawn as the document wants it.
+void tellWarnings(const DocumentMapping& mapping);
+
+/// The report of --json: the layers that got a picture, and what is remembered on them.
+void reportMapped(const QList<SketchLayerRef>& layers);
+
+}  // namespace kelvar::app

@@ -1,0 +1,128 @@
+#include "app/mapDocument.h"
+
+#include "app/DocumentCommand.h"
+#include "app/Failure.h"
+#include "app/Progress.h"
+#include "host/ArtboardRenderer.h"
+#include "host/DocumentMapping.h"
+#include "platform/ImageFile.h"
+#include "platform/Log.h"
+
+namespace kelvar::app {
+namespace {
+
+constexpr const char* kArtboard = "artboard:";
+
+[[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
+[[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
+
+bool isDocument(const QString& path) {
+  return path.endsWith(QStringLiteral(".sketch"), Qt::CaseInsensitive);
+}
+
+void check(const DocumentArguments& arguments) {
+  if (arguments.layers.empty()) {
+    misuse(QStringLiteral("--document needs a --layer for the design (see kelvar layers)"));
+  }
+  if (arguments.json && arguments.output == "-") {
+    misuse(QStringLiteral("--json and -o - cannot both write to standard output"));
+  }
+  const QString output = QString::fromStdString(arguments.output);
+  if (isDocument(output)) return;
+  if (!ImageFile::hasKnownEnding(output)) {
+    misuse(QStringLiteral("-o takes a file that ends in sketch, png, jpg, jpeg or webp, or -, not "
+                          "\"%1\"")
+               .arg(output));
+  }
+  if (const auto problem = ImageFile::cannotWrite(output)) fail(*problem);
+}
+
+QList<SketchLayerRef> chosenLayers(const DocumentMapping& mapping,
+                                   const std::vector<std::string>& names) {
+  QList<SketchLayerRef> layers;
+  for (const std::string& name : names) {
+    QString error;
+    const SketchLayerRef layer = mapping.layer(QString::fromStdString(name), &error);
+    if (!layer) fail(error);
+    layers.append(layer);
+  }
+  return layers;
+}
+
+/// The artboard that a picture of the layers shows.
+SketchLayerRef commonArtboard(const QList<SketchLayerRef>& layers) {
+  const SketchLayerRef artboard = layers.first()->artboard();
+  for (const SketchLayerRef& layer : layers) {
+    if (layer->artboard() != artboard) {
+      misuse(
+          QStringLiteral("the layers are on different artboards: write a .sketch document, or "
+                         "map them one after the other"));
+    }
+  }
+  if (!artboard) {
+    misuse(QStringLiteral("the layer \"%1\" is on no artboard, so there is no picture of one to "
+                          "write: write a .sketch document")
+               .arg(layers.first()->name()));
+  }
+  return artboard;
+}
+
+void mapAll(DocumentMapping* mapping, const QList<SketchLayerRef>& layers,
+            const DocumentArguments& arguments) {
+  QString error;
+  const auto mapOne = [&](const SketchLayerRef& layer) {
+    if (arguments.design.starts_with(kArtboard)) {
+      const std::string name = arguments.design.substr(std::string(kArtboard).size());
+      const SketchLayerRef artboard = mapping->artboard(QString::fromStdString(name), &error);
+      return artboard && mapping->mapArtboard(layer, arguments.settings, artboard, &error);
+    }
+    const auto design = [&](const QSizeF& size, QString* problem) {
+      const auto vectorSize = [&](const QSizeF&) { return size; };
+      return ImageFile::read(QString::fromStdString(arguments.design), {.vectorSize = vectorSize},
+                             problem);
+    };
+    return mapping->map(layer, arguments.settings, design, &error);
+  };
+  for (const SketchLayerRef& layer : layers) {
+    if (!mapOne(layer)) fail(error);
+  }
+}
+
+void write(const SketchDocumentRef& document, DocumentMapping* mapping,
+           const QList<SketchLayerRef>& layers, const DocumentArguments& arguments) {
+  const QString output = QString::fromStdString(arguments.output);
+  QString error;
+  if (isDocument(output)) {
+    mapping->redrawPreview();
+    if (!document->save(output, &error)) fail(error);
+    return;
+  }
+  ArtboardRenderer renderer(document);
+  const ImageRef picture =
+      renderer.render(*commonArtboard(layers), arguments.settings.quality, &error);
+  if (!picture || !ImageFile::write(*picture, output, &error)) fail(error);
+}
+
+}  // namespace
+
+void mapOnDocument(const DocumentArguments& arguments) {
+  check(arguments);
+  Progress progress;
+  progress.setStage("reading");
+  const SketchDocumentRef document = openDocument(arguments.document);
+  DocumentMapping mapping(document);
+  mapping.setSampling(arguments.sampling);
+  mapping.setThreads(arguments.threads);
+  const QList<SketchLayerRef> layers = chosenLayers(mapping, arguments.layers);
+  if (!isDocument(QString::fromStdString(arguments.output))) commonArtboard(layers);
+
+  progress.setStage("mapping");
+  mapAll(&mapping, layers, arguments);
+  progress.setStage("writing");
+  write(document, &mapping, layers, arguments);
+  logLine(u"Wrote %@", {QString::fromStdString(arguments.output)});
+  tellWarnings(mapping);
+  if (arguments.json) reportMapped(layers);
+}
+
+}  // namespace kelvar::app

@@ -1,0 +1,94 @@
+#include "host/ArtboardRenderer.h"
+
+#include <QPainter>
+#include <cmath>
+
+#include "host/SketchJson.h"
+#include "host/render/LayerExtent.h"
+#include "host/render/LayerPainter.h"
+#include "platform/FontsAtHand.h"
+#include "platform/ImageFile.h"
+
+namespace kelvar {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// To whole pixels, unless digits that were lost on the way would add one.
+QRect pixelRect(const QRectF& rect) {
+  constexpr double kLost = 1e-6;
+  return rect.adjusted(kLost, kLost, -kLost, -kLost).toAlignedRect();
+}
+
+QRectF scaled(const QRectF& rect, double scale) {
+  return {rect.topLeft() * scale, rect.size() * scale};
+}
+
+}  // namespace
+
+QRectF ArtboardRenderer::extentOf(const SketchLayer& layer) const {
+  const int version = integerIn(document_->meta(), "version");
+  if (layer.isArtboard()) return {{0, 0}, layer.frameRect().size()};
+  if (!layer.isPage()) return render::layerExtent(layer.json(), version);
+  QRectF extent;
+  for (const SketchLayerRef& child : layer.children()) {
+    extent |= render::layerExtent(child->json(), version);
+  }
+  return extent;
+}
+
+ImageRef ArtboardRenderer::render(const SketchLayer& layer, double scale, QString* error) {
+  return draw(layer, extentOf(layer), scale, error);
+}
+
+ImageRef ArtboardRenderer::renderPreview(QString* error) {
+  const SketchLayerRef page = document_->currentPage();
+  const QRectF extent = extentOf(*page);
+  const double longest = std::max(extent.width(), extent.height());
+  return draw(*page, extent, longest > kPreviewSide ? kPreviewSide / longest : 1, error);
+}
+
+ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, double scale,
+                                QString* error) {
+  warnings_.clear();
+  const QRectF wanted = scaled(region, scale);
+  if (!isHoldable(std::max(1.0, wanted.width()), std::max(1.0, wanted.height()))) {
+    *error = u"the picture of \"%1\" would be %2 by %3 pixels, which is too large"_s.arg(
+        layer.name()).arg(wanted.width()).arg(wanted.height());
+    return nullptr;
+  }
+  if (region.isEmpty()) {
+    *error = u"there is nothing to draw in \"%1\""_s.arg(layer.name());
+    return nullptr;
+  }
+  if (!(std::abs(wanted.x()) < 1e7 && std::abs(wanted.y()) < 1e7)) {
+    *error = u"\"%1\" lies too far away to be drawn"_s.arg(layer.name());
+    return nullptr;
+  }
+  const FontsAtHand fonts;
+  if (!fonts) {
+    *error = u"texts can only be drawn by an application with fonts (a QGuiApplication)"_s;
+    return nullptr;
+  }
+  render::Surface surface = render::Surface::of(pixelRect(wanted));
+  if (surface.isEmpty()) {
+    *error = u"there is too little memory for the picture of \"%1\""_s.arg(layer.name());
+    return nullptr;
+  }
+  render::LayerPainter painter(*document_, withoutPictures_);
+  const render::Canvas canvas{&surface, QTransform::fromScale(scale, scale), {}};
+  const SketchJson& json = layer.json();
+  if (layer.isArtboard() && flagIn(json, "hasBackgroundColor") &&
+      flagIn(json, "includeBackgroundColorInExport", true)) {
+    surface.pixels.fill(render::readColor(memberOf(json, "backgroundColor")));
+  }
+  if (layer.isArtboard() || layer.isPage()) {
+    painter.paintContents(json, canvas);
+  } else {
+    painter.paintLayer(json, canvas);
+  }
+  warnings_ = painter.warnings();
+  return std::make_shared<Image>(surface.pixels, QSizeF(surface.pixels.size()) / scale);
+}
+
+}  // namespace kelvar

@@ -1,0 +1,183 @@
+#include "host/DocumentMapping.h"
+
+#include <QBuffer>
+#include <algorithm>
+#include <cmath>
+
+#include "host/ArtboardRenderer.h"
+#include "host/MappedArtboards.h"
+#include "platform/ImageFile.h"
+#include "platform/Log.h"
+#include "platform/PngWriter.h"
+
+namespace kelvar {
+namespace {
+
+QString listed(const QList<SketchLayerRef>& layers) {
+  QStringList lines;
+  for (const SketchLayerRef& layer : layers) {
+    const SketchLayerRef around = layer->parent();
+    lines.append(QStringLiteral("%1 %2%3").arg(
+        layer->kind(), layer->objectID(),
+        around ? QStringLiteral(" in \"%1\"").arg(around->name()) : QString()));
+  }
+  return lines.join(QStringLiteral(", "));
+}
+
+/// The only one of `found`; null, and a sentence about its `kind`, when there are none or several.
+SketchLayerRef only(const QList<SketchLayerRef>& found, const QString& kind, const QString& name,
+                    QString* error) {
+  if (found.size() == 1) return found.first();
+  *error = found.isEmpty()
+               ? QStringLiteral("the document has no %1 \"%2\"").arg(kind, name)
+               : QStringLiteral("\"%1\" fits several %2s, so take the identifier of one: %3")
+                     .arg(name, kind, listed(found));
+  return nullptr;
+}
+
+bool isInShapeGroup(const SketchLayer& layer) {
+  const SketchLayerRef around = layer.parent();
+  return around && around->isShapeGroup();
+}
+
+/// The most that an artboard can be magnified to be drawn as large as `size`, and no larger than
+/// can be held. Whole, so that what lies on whole points stays sharp.
+double magnification(const QSizeF& artboard, const QSizeF& size) {
+  double scale = std::ceil(
+      std::max({1.0, size.width() / artboard.width(), size.height() / artboard.height()}));
+  while (scale > 1 && !isHoldable(artboard.width() * scale + 1, artboard.height() * scale + 1)) {
+    scale = std::floor(scale / 2);
+  }
+  return scale;
+}
+
+QString aboutLayer(const SketchLayer& layer, const QString& objection) {
+  return QStringLiteral("the layer \"%1\" (%2) cannot take a design: %3")
+      .arg(layer.name(), layer.objectID(), objection);
+}
+
+}  // namespace
+
+SketchLayerRef DocumentMapping::layer(const QString& nameOrID, QString* error) const {
+  QList<SketchLayerRef> found = document_->layersNamed(nameOrID);
+  if (found.size() > 1) {
+    found.removeIf([](const SketchLayerRef& layer) { return isInShapeGroup(*layer); });
+  }
+  const SketchLayerRef layer = only(found, QStringLiteral("layer"), nameOrID, error);
+  if (!layer) return nullptr;
+  const QString objection = LayerMapping::objectionTo(layer);
+  if (objection.isNull()) return layer;
+  *error = aboutLayer(*layer, objection);
+  return nullptr;
+}
+
+SketchLayerRef DocumentMapping::artboard(const QString& nameOrID, QString* error) const {
+  QList<SketchLayerRef> found = document_->layersNamed(nameOrID);
+  found.removeIf([](const SketchLayerRef& layer) { return !layer->isArtboard(); });
+  return only(found, QStringLiteral("artboard"), nameOrID, error);
+}
+
+bool DocumentMapping::map(const SketchLayerRef& layer, LayerSettings settings, const Design& design,
+                          QString* error) {
+  settings.artboard = QString();
+  return fill(layer, settings, design, error);
+}
+
+bool DocumentMapping::mapArtboard(const SketchLayerRef& layer, LayerSettings settings,
+                                  const SketchLayerRef& artboard, QString* error) {
+  const QStringList circle = settings.isIncludedInArtboards
+                                 ? MappedArtboards(*document_).circle(artboard, layer)
+                                 : QStringList();
+  if (!circle.isEmpty()) {
+    *error = QStringLiteral("the artboards would show each other in a circle: \"%1\"")
+                 .arg(circle.join(QStringLiteral("\" shows \"")));
+    return false;
+  }
+  settings.artboard = artboard->objectID();
+  const auto design = [&](const QSizeF& size, QString* problem) {
+    return draw(*artboard, size, problem);
+  };
+  return fill(layer, settings, design, error);
+}
+
+bool DocumentMapping::fill(const SketchLayerRef& layer, const LayerSettings& settings,
+                           const Design& design, QString* error) {
+  LayerMapping mapping(layer, settings);
+  const QString objection = mapping.objection();
+  if (!objection.isNull()) {
+    *error = aboutLayer(*layer, objection);
+    return false;
+  }
+  const ImageRef drawn = design(mapping.vectorSize(), error);
+  if (!drawn) return false;
+  const ImageRef picture = mapping.picture(drawn, sampling_, threads_);
+  if (!picture->isValid()) {
+    *error = aboutLayer(*layer, QStringLiteral("its corners are too close to a line, or there is "
+                                               "too little memory"));
+    return false;
+  }
+  return mapping.fill(*document_, picture, error);
+}
+
+ImageRef DocumentMapping::draw(const SketchLayer& artboard, const QSizeF& size, QString* error) {
+  QSet<QString> excluded;
+  for (const SketchLayerRef& page : document_->pages()) {
+    for (const SketchLayerRef& layer : page->withDescendants()) {
+      const auto settings = LayerSettings::of(*layer);
+      if (settings && !settings->isIncludedInArtboards) excluded.insert(layer->objectID());
+    }
+  }
+  ArtboardRenderer renderer(document_);
+  renderer.setWithoutPictures(excluded);
+  const QSizeF frame = artboard.frameRect().size();
+  const ImageRef picture = renderer.render(artboard, magnification(frame, size), error);
+  keepWarnings(renderer.warnings());
+  return picture;
+}
+
+bool DocumentMapping::refresh(QList<SketchLayerRef>* layers, QString* error) {
+  *layers = MappedArtboards(*document_).layersInOrder();
+  for (const SketchLayerRef& layer : *layers) {
+    if (!refreshLayer(layer, error)) return false;
+  }
+  return true;
+}
+
+bool DocumentMapping::refreshLayer(const SketchLayerRef& layer, QString* error) {
+  const LayerSettings settings = LayerSettings::of(*layer).value_or(LayerSettings());
+  const QString objection = LayerMapping::objectionTo(layer);
+  if (!objection.isNull()) {
+    *error = aboutLayer(*layer, objection);
+    return false;
+  }
+  QString problem;
+  const SketchLayerRef design = artboard(settings.artboard, &problem);
+  if (!design) {
+    *error = QStringLiteral("the design of the layer \"%1\" (%2) is gone: %3")
+                 .arg(layer->name(), layer->objectID(), problem);
+    return false;
+  }
+  return mapArtboard(layer, settings, design, error);
+}
+
+void DocumentMapping::redrawPreview() {
+  ArtboardRenderer renderer(document_);
+  QString problem;
+  const ImageRef picture = renderer.renderPreview(&problem);
+  keepWarnings(renderer.warnings());
+  QBuffer buffer;
+  buffer.open(QIODevice::WriteOnly);
+  if (picture && writePng(picture->pixels(), &buffer)) {
+    document_->setFile(QStringLiteral("previews/preview.png"), buffer.data());
+  } else {
+    logLine(u"DocumentMapping: no new preview: %@", {problem});
+  }
+}
+
+void DocumentMapping::keepWarnings(const QStringList& warnings) {
+  for (const QString& warning : warnings) {
+    if (!warnings_.contains(warning)) warnings_.append(warning);
+  }
+}
+
+}  // namespace kelvar

@@ -1,0 +1,213 @@
+#include "host/SketchJson.h"
+
+#include <algorithm>
+#include <climits>
+
+#include "geometry/PointList.h"
+
+namespace kelvar {
+namespace {
+
+/// Builds the value from the reader's events, without recursion. Members are appended unlooked at:
+/// an object of a million members must not take a million look-ups.
+class Builder {
+ public:
+  Builder(SketchJson* root, size_t* valuesLeft) : root_(root), valuesLeft_(valuesLeft) {}
+
+  bool null() { return add(nullptr); }
+  bool boolean(bool value) { return add(value); }
+  bool number_integer(int64_t value) { return add(value); }
+  bool number_unsigned(uint64_t value) { return add(value); }
+  bool number_float(double value, const std::string&) { return add(value); }
+  bool string(std::string& text) { return add(std::move(text)); }
+  bool binary(const std::vector<uint8_t>&) { return false; }
+  bool start_object(size_t) { return open(SketchJson::object()); }
+  bool start_array(size_t) { return open(SketchJson::array()); }
+  bool end_object() { return close(); }
+  bool end_array() { return close(); }
+  bool key(std::string& text) {
+    key_ = std::move(text);
+    return true;
+  }
+
+  template <class Error>
+  bool parse_error(size_t position, const std::string&, const Error&) {
+    return refuse(QStringLiteral("it is not JSON from byte %1 on").arg(position));
+  }
+
+  QString error() const { return error_; }
+
+ private:
+  bool refuse(const QString& why) {
+    error_ = why;
+    return false;
+  }
+
+  bool open(SketchJson&& container) {
+    if (open_.size() >= kMaxSketchJsonDepth) {
+      return refuse(QStringLiteral("it is nested more than %1 deep").arg(kMaxSketchJsonDepth));
+    }
+    if (!add(std::move(container))) return false;
+    open_.push_back(last_);
+    return true;
+  }
+
+  bool close() {
+    open_.pop_back();
+    return true;
+  }
+
+  bool add(SketchJson&& value) {
+    if ((*valuesLeft_)-- == 0) {
+      *valuesLeft_ = 0;
+      return refuse(QStringLiteral("the document has too many values"));
+    }
+    if (open_.empty()) {
+      *root_ = std::move(value);
+      last_ = root_;
+    } else if (open_.back()->is_array()) {
+      auto& array = open_.back()->get_ref<SketchJson::array_t&>();
+      last_ = &array.emplace_back(std::move(value));
+    } else {
+      auto& object = open_.back()->get_ref<SketchJson::object_t&>();
+      last_ = &object.emplace_back(std::move(key_), std::move(value)).second;
+    }
+    return true;
+  }
+
+  SketchJson* root_;
+  size_t* valuesLeft_;
+  SketchJson* last_ = nullptr;
+  std::vector<SketchJson*> open_;
+  std::string key_;
+  QString error_;
+};
+
+}  // namespace
+
+bool readSketchJson(const QByteArray& bytes, size_t* valuesLeft, SketchJson* value,
+                    QString* error) {
+  Builder builder(value, valuesLeft);
+  if (SketchJson::sax_parse(bytes.begin(), bytes.end(), &builder)) return true;
+  *error = builder.error();
+  return false;
+}
+
+QByteArray writeSketchJson(const SketchJson& value) {
+  return QByteArray::fromStdString(value.dump());
+}
+
+const SketchJson& memberOf(const SketchJson& object, const char* key) {
+  static const SketchJson kNothing;
+  if (!object.is_object()) return kNothing;
+  const auto found = object.find(key);
+  return found == object.end() ? kNothing : *found;
+}
+
+const SketchJson& listIn(const SketchJson& object, const char* key) {
+  static const SketchJson kEmpty = SketchJson::array();
+  const SketchJson& list = memberOf(object, key);
+  return list.is_array() ? list : kEmpty;
+}
+
+double numberIn(const SketchJson& object, const char* key, double otherwise) {
+  const SketchJson& value = memberOf(object, key);
+  return value.is_number() ? value.get<double>() : otherwise;
+}
+
+int integerIn(const SketchJson& object, const char* key, int otherwise) {
+  return int(std::clamp(numberIn(object, key, otherwise), double(INT_MIN), double(INT_MAX)));
+}
+
+bool flagIn(const SketchJson& object, const char* key, bool otherwise) {
+  const SketchJson& value = memberOf(object, key);
+  if (value.is_boolean()) return value.get<bool>();
+  return value.is_number() ? value.get<double>() != 0 : otherwise;
+}
+
+QString textIn(const SketchJson& object, const char* key) {
+  const SketchJson& value = memberOf(object, key);
+  if (!value.is_string()) return {};
+  const auto& text = value.get_ref<const std::string&>();
+  return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+QPointF pointIn(const SketchJson& object, const char* key) {
+  return pointFromString(textIn(object, key));
+}
+
+QRectF rectIn(const SketchJson& object, const char* key) {
+  const SketchJson& rect = memberOf(object, key);
+  return {numberIn(rect, "x"), numberIn(rect, "y"), numberIn(rect, "width"),
+          numberIn(rect, "height")};
+}
+
+QString classOf(const SketchJson& object) { return textIn(object, "_class"); }
+
+QVariant variantFromSketchJson(const SketchJson& value) {
+  switch (value.type()) {
+    case SketchJson::value_t::boolean:
+      return value.get<bool>();
+    case SketchJson::value_t::number_integer:
+      return qlonglong(value.get<int64_t>());
+    case SketchJson::value_t::number_unsigned: {
+      const auto number = value.get<uint64_t>();
+      return number > uint64_t(INT64_MAX) ? QVariant(qulonglong(number))
+                                          : QVariant(qlonglong(number));
+    }
+    case SketchJson::value_t::number_float:
+      return value.get<double>();
+    case SketchJson::value_t::string:
+      return QString::fromStdString(value.get_ref<const std::string&>());
+    case SketchJson::value_t::array: {
+      QVariantList list;
+      for (const SketchJson& element : value) list.append(variantFromSketchJson(element));
+      return list;
+    }
+    case SketchJson::value_t::object: {
+      QVariantMap map;
+      for (const auto& [key, member] : value.items()) {
+        map.insert(QString::fromStdString(key), variantFromSketchJson(member));
+      }
+      return map;
+    }
+    default:
+      return QVariant::fromValue(nullptr);
+  }
+}
+
+SketchJson sketchJsonFromVariant(const QVariant& value) {
+  switch (value.typeId()) {
+    case QMetaType::Bool:
+      return value.toBool();
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+      return value.toLongLong();
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+      return value.toULongLong();
+    case QMetaType::Float:
+    case QMetaType::Double:
+      return value.toDouble();
+    case QMetaType::QString:
+      return value.toString().toStdString();
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList: {
+      SketchJson list = SketchJson::array();
+      for (const QVariant& element : value.toList()) list.push_back(sketchJsonFromVariant(element));
+      return list;
+    }
+    case QMetaType::QVariantMap: {
+      SketchJson object = SketchJson::object();
+      const QVariantMap map = value.toMap();
+      for (auto i = map.begin(); i != map.end(); ++i) {
+        object[i.key().toStdString()] = sketchJsonFromVariant(i.value());
+      }
+      return object;
+    }
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace kelvar

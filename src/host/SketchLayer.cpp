@@ -1,0 +1,178 @@
+#include "host/SketchLayer.h"
+
+#include "host/SketchJson.h"
+#include "host/SketchPath.h"
+#include "runtime/ClassInfo.h"
+
+namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&SketchLayer::theClass);
+
+constexpr const char* kUserInfo = "userInfo";
+
+}  // namespace
+
+const ClassInfo& SketchLayer::theClass() {
+  static const ClassInfo kClass =
+      Description<SketchLayer>("SketchLayer")
+          .property("name", &SketchLayer::name, &SketchLayer::setName)
+          .property("kind", &SketchLayer::kind)
+          .property("objectID", &SketchLayer::objectID)
+          .property("frame", &SketchLayer::frame)
+          .property("isVisible", &SketchLayer::isVisible)
+          .property("rotation", &SketchLayer::rotation)
+          .property("isFlippedHorizontal", &SketchLayer::isFlippedHorizontal)
+          .property("isFlippedVertical", &SketchLayer::isFlippedVertical)
+          .property("layers", &SketchLayer::layers)
+          .property("bezierPath", &SketchLayer::bezierPath)
+          .property("parent", &SketchLayer::parent)
+          .property("artboard", &SketchLayer::artboard)
+          .property("page", &SketchLayer::page);
+  return kClass;
+}
+
+SketchLayerRef SketchLayer::make(const std::shared_ptr<SketchJson>& json,
+                                 const std::shared_ptr<bool>& isChanged,
+                                 const SketchLayerRef& parent) {
+  const SketchLayerRef layer(new SketchLayer);
+  layer->json_ = json;
+  layer->isChanged_ = isChanged;
+  layer->parent_ = parent;
+  const auto layers = json->find("layers");
+  if (layers == json->end() || !layers->is_array()) return layer;
+  for (SketchJson& child : *layers) {
+    // Shares in the page's JSON, so that a layer that outlives its document can still be read.
+    layer->children_.append(make({json, &child}, isChanged, layer));
+  }
+  return layer;
+}
+
+QString SketchLayer::kind() const { return classOf(*json_); }
+
+bool SketchLayer::isArtboard() const {
+  const QString kind = this->kind();
+  return kind == u"artboard" || kind == u"symbolMaster";
+}
+
+bool SketchLayer::isShape() const {
+  const QString kind = this->kind();
+  return kind == u"rectangle" || kind == u"oval" || kind == u"triangle" || kind == u"polygon" ||
+         kind == u"star" || kind == u"shapePath";
+}
+
+QString SketchLayer::name() const { return textIn(*json_, "name"); }
+void SketchLayer::setName(const QString& name) { edit()["name"] = name.toStdString(); }
+QString SketchLayer::objectID() const { return textIn(*json_, "do_objectID"); }
+QRectF SketchLayer::frameRect() const { return rectIn(*json_, "frame"); }
+KVRectRef SketchLayer::frame() const { return KVRectFromCGRect(frameRect()); }
+bool SketchLayer::isVisible() const { return flagIn(*json_, "isVisible", true); }
+double SketchLayer::rotation() const { return numberIn(*json_, "rotation"); }
+bool SketchLayer::isFlippedHorizontal() const { return flagIn(*json_, "isFlippedHorizontal"); }
+bool SketchLayer::isFlippedVertical() const { return flagIn(*json_, "isFlippedVertical"); }
+
+SketchLayerRef SketchLayer::self() const {
+  return std::static_pointer_cast<SketchLayer>(std::const_pointer_cast<Object>(shared_from_this()));
+}
+
+QList<SketchLayerRef> SketchLayer::withDescendants() const {
+  QList<SketchLayerRef> all{self()};
+  for (const SketchLayerRef& child : children_) all += child->withDescendants();
+  return all;
+}
+
+QVariantList SketchLayer::layers() const {
+  QVariantList layers;
+  for (const SketchLayerRef& child : children_) layers.append(toVariant(child));
+  const SketchLayerRef around = parent();
+  if (isShape() && !(around && around->isShapeGroup())) {
+    layers.append(toVariant(self()));
+  }
+  return layers;
+}
+
+SketchLayerRef SketchLayer::artboard() const {
+  auto layer =
+      std::static_pointer_cast<SketchLayer>(std::const_pointer_cast<Object>(shared_from_this()));
+  while (layer && !layer->isArtboard()) layer = layer->parent();
+  return layer;
+}
+
+SketchLayerRef SketchLayer::page() const {
+  auto layer =
+      std::static_pointer_cast<SketchLayer>(std::const_pointer_cast<Object>(shared_from_this()));
+  while (layer && !layer->isPage()) layer = layer->parent();
+  return layer;
+}
+
+BezierPath SketchLayer::path() const {
+  return isShape() ? sketchPath(*json_, frameRect().size()) : BezierPath();
+}
+
+BezierPath SketchLayer::bezierPath() const {
+  const SketchLayerRef around = parent();
+  if (!around || !around->isShapeGroup()) return path();
+  const QTransform toGroup = transform();
+  BezierPath moved;
+  const BezierPath own = path();
+  for (const BezierPath::Element& element : own.elements()) {
+    const auto at = [&](size_t i) { return toGroup.map(element.points[i]); };
+    switch (element.kind) {
+      case BezierPath::Kind::Move:
+        moved.moveTo(at(0));
+        break;
+      case BezierPath::Kind::Line:
+        moved.lineTo(at(0));
+        break;
+      case BezierPath::Kind::Curve:
+        moved.curveTo(at(2), at(0), at(1));
+        break;
+      case BezierPath::Kind::Close:
+        moved.close();
+    }
+  }
+  return moved;
+}
+
+QTransform SketchLayer::transform() const {
+  const QRectF frame = frameRect();
+  const double x = frame.width() / 2, y = frame.height() / 2;
+  QTransform transform = QTransform::fromTranslate(frame.x() + x, frame.y() + y);
+  transform.rotate(-rotation());
+  transform.scale(isFlippedHorizontal() ? -1 : 1, isFlippedVertical() ? -1 : 1);
+  return transform.translate(-x, -y);
+}
+
+QVariantMap SketchLayer::userInfo(const QString& key) const {
+  const SketchJson& all = memberOf(*json_, kUserInfo);
+  return variantFromSketchJson(memberOf(all, key.toUtf8().constData())).toMap();
+}
+
+void SketchLayer::setUserInfo(const QString& key, const QVariantMap& value) {
+  SketchJson& all = edit()[kUserInfo];
+  if (!all.is_object()) all = SketchJson::object();
+  if (value.isEmpty()) {
+    all.erase(key.toStdString());
+    if (all.empty()) edit().erase(kUserInfo);
+  } else {
+    all[key.toStdString()] = sketchJsonFromVariant(value);
+  }
+}
+
+SketchJson& SketchLayer::edit() {
+  *isChanged_ = true;
+  return *json_;
+}
+
+QVariant SketchLayer::valueForKey(const QString& key) const {
+  if (classInfo().property(key)) return Object::valueForKey(key);
+  const QByteArray name = key.toUtf8();
+  return json_->contains(name.constData()) ? variantFromSketchJson((*json_)[name.constData()])
+                                           : QVariant();
+}
+
+QString SketchLayer::description() const {
+  return QStringLiteral("<%1 %2 (%3)>").arg(kind(), name(), objectID());
+}
+
+}  // namespace kelvar

@@ -1,0 +1,495 @@
+#include "host/render/LayerPainter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/render/GaussianBlur.h"
+#include "host/render/LayerExtent.h"
+#include "host/render/LayerOutline.h"
+#include "host/render/PaintArea.h"
+#include "host/render/PictureTone.h"
+#include "host/render/SymbolInstance.h"
+
+namespace kelvar::render {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Farther away nothing can be computed with enough digits.
+constexpr double kFarthest = 1e7;
+/// The first document version in which the fills of groups and instances tint what is in them.
+constexpr int kFirstWithTints = 123;
+constexpr int kMostDashes = 100'000;
+constexpr double kMostBlur = 500;
+
+bool isSane(const QRectF& frame) {
+  const auto isNear = [](double v) { return std::abs(v) <= kFarthest; };
+  return isNear(frame.x()) && isNear(frame.y()) && isNear(frame.width()) && isNear(frame.height());
+}
+
+QPainterPath rectPath(const QRectF& rect) {
+  QPainterPath path;
+  path.addRect(rect);
+  return path;
+}
+
+bool isShapeKind(const QString& kind) {
+  return kind == u"rectangle" || kind == u"oval" || kind == u"triangle" || kind == u"polygon" ||
+         kind == u"star" || kind == u"shapePath" || kind == u"shapeGroup";
+}
+
+/// Kinds that have no paint of their own to be drawn with, and so need pixels for their shadows.
+bool isContainerKind(const QString& kind) {
+  return kind == u"group" || kind == u"symbolInstance";
+}
+
+bool isOpaque(const Paint& paint) {
+  if (paint.opacity < 1 || paint.blendMode != BlendMode::Normal) return false;
+  if (paint.kind == Paint::Kind::Color) return paint.color.alpha() == 255;
+  return paint.kind == Paint::Kind::Gradient &&
+         std::all_of(paint.gradient.stops.begin(), paint.gradient.stops.end(),
+                     [](const GradientStop& stop) { return stop.color.alpha() == 255; });
+}
+
+/// The blur that a layer is seen through, as a standard deviation; 0 for none.
+double ownBlur(const LayerStyle& style) {
+  double deviation = 0;
+  for (const Blur& blur : style.blurs) {
+    if (blur.kind != Blur::Kind::Background) deviation = std::max(deviation, blur.radius);
+  }
+  return std::min(deviation, kMostBlur);
+}
+
+/// The part of an outline's pen that lies on the border's side of it.
+QPainterPath everythingBut(const QPainterPath& outline, double margin) {
+  QPainterPath rest;
+  rest.setFillRule(Qt::OddEvenFill);
+  rest.addRect(outline.boundingRect().adjusted(-margin, -margin, margin, margin));
+  rest.addPath(outline.fillRule() == Qt::OddEvenFill ? outline : outline.simplified());
+  return rest;
+}
+
+/// Cuts the canvas with an outline in its coordinates.
+Canvas cutCanvas(const Canvas& canvas, const QPainterPath& outline) {
+  Canvas result = canvas;
+  result.clips.append(canvas.toPicture.map(outline));
+  return result;
+}
+
+/// Without dashes that would be too many to draw.
+LayerStyle withBearableDashes(LayerStyle style, const QPainterPath& outline) {
+  double sum = 0;
+  for (const double dash : style.dashes) sum += dash;
+  if (sum > 0 && outline.length() / sum > kMostDashes) style.dashes.clear();
+  return style;
+}
+
+}  // namespace
+
+LayerPainter::LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures)
+    : document_(document),
+      withoutPictures_(withoutPictures),
+      documentVersion_(integerIn(document.meta(), "version")) {}
+
+void LayerPainter::warn(const QString& sentence) {
+  if (!warnings_.contains(sentence)) warnings_.append(sentence);
+}
+
+void LayerPainter::paintContents(const SketchJson& container, const Canvas& canvas) {
+  const SketchJson& layers = listIn(container, "layers");
+  paintRange(layers, 0, layers.size(), canvas);
+}
+
+/// A mask cuts the layers above it, up to the first that breaks the chain.
+void LayerPainter::paintRange(const SketchJson& layers, size_t first, size_t last, Canvas canvas) {
+  const QList<QPainterPath> outside = canvas.clips;
+  const auto breaksChain = [&](size_t i) { return flagIn(layers[i], "shouldBreakMaskChain"); };
+  for (size_t i = first; i < last; ++i) {
+    const SketchJson& layer = layers[i];
+    if (breaksChain(i)) canvas.clips = outside;
+    paintLayer(layer, canvas);
+    if (!flagIn(layer, "hasClippingMask") || !flagIn(layer, "isVisible", true)) continue;
+    if (integerIn(layer, "clippingMaskMode") == 0) {
+      canvas.clips.append(canvas.toPicture.map(maskOutline(layer)));
+      continue;
+    }
+    size_t end = i + 1;
+    while (end < last && !breaksChain(end)) ++end;
+    Surface masked = Surface::of(canvas.surface->rect()), mask = masked;
+    paintRange(layers, i + 1, end, {&masked, canvas.toPicture, {}});
+    paintLayer(layer, {&mask, canvas.toPicture, {}});
+    QPainter painter(&masked.pixels);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.drawImage(0, 0, mask.pixels);
+    painter.end();
+    compose(masked, canvas, BlendMode::Normal, 1);
+    i = end - 1;
+  }
+}
+
+void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
+  if (!layer.is_object() || !flagIn(layer, "isVisible", true)) return;
+  if (layersLeft_-- <= 0) return warn(u"There are too many layers; not all of them are drawn."_s);
+  if (!isSane(rectIn(layer, "frame"))) {
+    return warn(u"\"%1\" lies too far away and is left out."_s.arg(textIn(layer, "name")));
+  }
+  Subject subject{layer, readLayerStyle(memberOf(layer, "style")),
+                  canvas.within(layerTransform(layer)), classOf(layer)};
+  const bool isOutside = isShapeKind(subject.kind) && extentOnCanvas(subject).isEmpty();
+  if (isOutside) return;
+  if (subject.kind == u"artboard" || subject.kind == u"symbolMaster") return paintArtboard(subject);
+  const bool leftOutPictures = leavesOutPictures_;
+  leavesOutPictures_ = withoutPictures_.contains(textIn(layer, "do_objectID"));
+  paintBackgroundBlur(subject);
+  const LayerStyle& style = subject.style;
+  const bool standsAlone = style.opacity < 1 || style.blendMode != BlendMode::Normal ||
+                           ownBlur(style) > 0 ||
+                           (isContainerKind(subject.kind) &&
+                            (!style.shadows.isEmpty() || tints(subject)));
+  if (standsAlone) {
+    paintByItself(&subject);
+  } else {
+    paintSubject(subject);
+  }
+  leavesOutPictures_ = leftOutPictures;
+}
+
+/// What of the picture the layer can touch, as far as the canvas reaches. Generous: a shadow is
+/// followed farther than it is counted.
+QRect LayerPainter::extentOnCanvas(const Subject& subject) const {
+  const QRectF extent = layerExtent(subject.layer, documentVersion_);
+  double margin = 2;
+  for (const Shadow& shadow : subject.style.shadows) margin = std::max(margin, shadow.blurRadius);
+  const QTransform fromParent = layerTransform(subject.layer).inverted() * subject.canvas.toPicture;
+  QRectF touched = fromParent.mapRect(extent.adjusted(-margin, -margin, margin, margin));
+  touched &= QRectF(subject.canvas.surface->rect()).adjusted(-4096, -4096, 4096, 4096);
+  return touched.toAlignedRect().intersected(subject.canvas.surface->rect());
+}
+
+bool LayerPainter::tints(const Subject& subject) const {
+  return documentVersion_ >= kFirstWithTints && !subject.style.fills.isEmpty() &&
+         isContainerKind(subject.kind);
+}
+
+void LayerPainter::paintByItself(Subject* subject) {
+  const Canvas below = subject->canvas;
+  const double scale = scaleOf(below.toPicture);
+  const double deviation = std::min(ownBlur(subject->style) * scale, kMostBlur);
+  const int reach = blurReach(deviation);
+  const QRect whole = below.surface->rect();
+  // Groups draw beyond their frames, texts beyond theirs.
+  const bool isBounded = isShapeKind(subject->kind) || subject->kind == u"bitmap";
+  QRect rect = isBounded ? extentOnCanvas(*subject) : whole;
+  rect = rect.adjusted(-reach, -reach, reach, reach);
+  Surface alone = Surface::of(rect);
+  if (alone.isEmpty()) return;
+  subject->canvas = {&alone, below.toPicture, {}};
+  paintSubject(*subject);
+  if (tints(*subject)) {
+    QPainter painter(&alone.pixels);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    for (const Paint& fill : subject->style.fills) {
+      if (fill.kind != Paint::Kind::Color) continue;
+      painter.setOpacity(fill.opacity);
+      painter.fillRect(alone.pixels.rect(), fill.color);
+    }
+  }
+  blur(&alone.pixels, deviation);
+  if (isContainerKind(subject->kind) && !subject->style.shadows.isEmpty()) {
+    // The shadows belong to the group, and fade with it.
+    Surface content = alone;
+    alone.pixels.fill(Qt::transparent);
+    const Caster caster{QRectF(content.rect()),
+                        [&](Surface* onto, double) {
+                          compose(content, {onto, {}, {}}, BlendMode::Normal, 1);
+                        },
+                        false};
+    paintShadows(*subject, caster);
+    compose(content, {&alone, {}, {}}, BlendMode::Normal, 1);
+  }
+  compose(alone, below, subject->style.blendMode, subject->style.opacity);
+}
+
+void LayerPainter::paintSubject(const Subject& subject) {
+  for (const Blur& blur : subject.style.blurs) {
+    if (blur.kind != Blur::Kind::Motion && blur.kind != Blur::Kind::Zoom) continue;
+    warn(u"The %1 blur of \"%2\" is drawn as a Gaussian blur."_s.arg(
+        blur.kind == Blur::Kind::Motion ? u"motion"_s : u"zoom"_s,
+        textIn(subject.layer, "name")));
+  }
+  if (isShapeKind(subject.kind)) return paintShape(subject);
+  if (subject.kind == u"text") return paintText(subject);
+  if (subject.kind == u"bitmap") return paintBitmap(subject);
+  if (subject.kind == u"group" || subject.kind == u"page") return paintGroup(subject);
+  if (subject.kind == u"symbolInstance") return paintInstance(subject);
+  if (subject.kind == u"slice" || subject.kind == u"MSImmutableHotspotLayer") return;
+  warn(u"\"%1\" is a layer of an unknown kind, \"%2\"; what is in it is drawn."_s.arg(
+      textIn(subject.layer, "name"), subject.kind));
+  paintGroup(subject);
+}
+
+void LayerPainter::paintGroup(const Subject& subject) {
+  paintContents(subject.layer, subject.canvas);
+}
+
+void LayerPainter::paintArtboard(const Subject& subject) {
+  const QPainterPath area = rectPath(subject.frame());
+  if (flagIn(subject.layer, "hasBackgroundColor")) {
+    QPainter painter;
+    begin(&painter, subject.canvas);
+    painter.fillPath(area, readColor(memberOf(subject.layer, "backgroundColor")));
+  }
+  paintContents(subject.layer, cutCanvas(subject.canvas, area));
+}
+
+void LayerPainter::paintInstance(const Subject& subject) {
+  const QString symbolID = textIn(subject.layer, "symbolID");
+  const QString name = textIn(subject.layer, "name");
+  if (openSymbols_.contains(symbolID)) {
+    return warn(u"The symbol of \"%1\" contains itself; it is left out there."_s.arg(name));
+  }
+  const SketchJson content = expandedInstance(subject.layer, document_, &warnings_);
+  if (content.is_null()) {
+    return warn(u"The symbol of \"%1\" is missing."_s.arg(name));
+  }
+  openSymbols_.append(symbolID);
+  const double scale = numberIn(subject.layer, "scale", 1);
+  Canvas canvas = subject.canvas;
+  if (scale > 0 && scale != 1) canvas = canvas.within(QTransform::fromScale(scale, scale));
+  if (flagIn(content, "hasBackgroundColor") && flagIn(content, "includeBackgroundColorInInstance")) {
+    QPainter painter;
+    begin(&painter, canvas);
+    painter.fillPath(rectPath({{0, 0}, rectIn(content, "frame").size()}),
+                     readColor(memberOf(content, "backgroundColor")));
+  }
+  paintContents(content, canvas);
+  openSymbols_.removeLast();
+}
+
+void LayerPainter::paintShape(const Subject& subject) {
+  const QPainterPath outline = layerOutline(subject.layer);
+  if (outline.isEmpty()) return;
+  if (!subject.style.shadows.isEmpty()) paintShadows(subject, casterOf(subject, outline));
+  paintFills(subject, outline);
+  paintInnerShadows(subject, outline);
+  paintBorders(subject, outline);
+}
+
+void LayerPainter::paintFills(const Subject& subject, const QPainterPath& outline) {
+  for (const Paint& fill : subject.style.fills) {
+    if (fill.kind == Paint::Kind::Noise) {
+      warn(u"The noise on \"%1\" is left out."_s.arg(textIn(subject.layer, "name")));
+    }
+    paintWith(fill, outline, subject.frame(), subject.canvas);
+  }
+}
+
+void LayerPainter::paintWith(const Paint& paint, const QPainterPath& area, const QRectF& box,
+                             const Canvas& canvas) {
+  const bool isPattern = paint.kind == Paint::Kind::Pattern;
+  if (isPattern && leavesOutPictures_) return;
+  const ImageRef picture = isPattern ? pictureOf(*paint.image) : nullptr;
+  const auto composition = compositionOf(paint.blendMode);
+  QPainter painter;
+  if (composition) {
+    begin(&painter, canvas);
+    painter.setCompositionMode(*composition);
+    painter.setOpacity(paint.opacity);
+    return paintArea(&painter, area, paint, box, picture);
+  }
+  const QRect rect = canvas.toPicture.mapRect(area.boundingRect()).toAlignedRect();
+  Surface alone = Surface::of(rect.intersected(canvas.surface->rect()));
+  if (alone.isEmpty()) return;
+  begin(&painter, {&alone, canvas.toPicture, {}});
+  paintArea(&painter, area, paint, box, picture);
+  painter.end();
+  compose(alone, canvas, paint.blendMode, paint.opacity);
+}
+
+void LayerPainter::paintBorders(const Subject& subject, const QPainterPath& outline) {
+  if (subject.style.borders.isEmpty()) return;
+  const LayerStyle style = withBearableDashes(subject.style, outline);
+  const double detail = scaleOf(subject.canvas.toPicture);
+  const bool isOpen = isOpenOutline(outline);
+  for (const Border& border : style.borders) {
+    const double width = border.thickness;
+    if (isOpen || border.position == Border::Position::Center) {
+      QPainterPath area = strokeArea(outline, style, width, detail);
+      area.addPath(markerArea(outline, style, width));
+      paintWith(border.paint, area, subject.frame(), subject.canvas);
+      continue;
+    }
+    const bool isInside = border.position == Border::Position::Inside;
+    const QPainterPath side = isInside ? outline : everythingBut(outline, 4 * width);
+    // Twice the width, of which the side shows one half.
+    const QPainterPath area = strokeArea(outline, style, 2 * width, detail);
+    const QRectF box = isInside ? subject.frame()
+                                : subject.frame().adjusted(-width, -width, width, width);
+    paintWith(border.paint, area, box, cutCanvas(subject.canvas, side));
+  }
+}
+
+Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outline) const {
+  const LayerStyle& style = subject.style;
+  const double scale = scaleOf(subject.canvas.toPicture);
+  const QTransform toPicture = subject.canvas.toPicture;
+  const bool isFilled = !style.fills.isEmpty();
+  QList<QPainterPath> borders;
+  double margin = 0;
+  for (const Border& border : style.borders) {
+    const bool isCentered = border.position == Border::Position::Center || isOpenOutline(outline);
+    if (border.position == Border::Position::Inside && isFilled && !isCentered) continue;
+    const double width = isCentered ? border.thickness : 2 * border.thickness;
+    QPainterPath area = strokeArea(outline, style, width, scale);
+    if (border.position == Border::Position::Inside && !isCentered) area = area.intersected(outline);
+    borders.append(toPicture.map(area));
+    margin = std::max(margin, width * style.miterLimit / 2 * scale);
+  }
+  const QPainterPath filled = toPicture.map(outline);
+  const auto draw = [=](Surface* surface, double spread) {
+    QPainter painter;
+    begin(&painter, {surface, {}, {}});
+    if (isFilled) painter.fillPath(filled, Qt::black);
+    for (const QPainterPath& border : borders) painter.fillPath(border, Qt::black);
+    if (!(spread > 0)) return;
+    QPen pen(Qt::black, 2 * spread);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.strokePath(filled, pen);
+  };
+  const bool isSolid =
+      std::any_of(style.fills.begin(), style.fills.end(), isOpaque) || !isFilled;
+  QRectF bounds = filled.boundingRect();
+  for (const QPainterPath& border : borders) bounds |= border.boundingRect();
+  return {bounds, draw, !isSolid};
+}
+
+void LayerPainter::paintShadows(const Subject& subject, const Caster& caster) {
+  const double scale = scaleOf(subject.canvas.toPicture);
+  for (const Shadow& shadow : subject.style.shadows) {
+    paintShadow(caster, shadow, scale, subject.canvas);
+  }
+}
+
+void LayerPainter::paintInnerShadows(const Subject& subject, const QPainterPath& outline) {
+  const double scale = scaleOf(subject.canvas.toPicture);
+  for (const Shadow& shadow : subject.style.innerShadows) {
+    paintInnerShadow(subject.canvas.toPicture.map(outline), shadow, scale, subject.canvas);
+  }
+}
+
+void LayerPainter::paintBackgroundBlur(const Subject& subject) {
+  for (const Blur& glass : subject.style.blurs) {
+    if (glass.kind != Blur::Kind::Background || !(glass.radius > 0)) continue;
+    const QPainterPath outline = maskOutline(subject.layer);
+    const QPainterPath place = subject.canvas.toPicture.map(
+        layerTransform(subject.layer).inverted().map(outline));
+    const double deviation =
+        std::min(glass.radius * scaleOf(subject.canvas.toPicture), kMostBlur);
+    const int reach = blurReach(deviation);
+    const QRect rect = place.boundingRect().toAlignedRect()
+                           .adjusted(-reach, -reach, reach, reach)
+                           .intersected(subject.canvas.surface->rect());
+    if (rect.isEmpty()) continue;
+    const QPoint origin = subject.canvas.surface->origin;
+    Surface seen{subject.canvas.surface->pixels.copy(rect.translated(-origin)), rect.topLeft()};
+    blur(&seen.pixels, deviation);
+    if (glass.saturation != 1) tone(&seen.pixels, {.saturation = glass.saturation});
+    Canvas within = subject.canvas;
+    within.clips.append(place);
+    compose(seen, within, BlendMode::Normal, 1);
+  }
+}
+
+TextShape LayerPainter::textOf(const SketchJson& layer) {
+  const SketchJson& textStyle = memberOf(memberOf(layer, "style"), "textStyle");
+  const int vertical = integerIn(
+      textStyle, "verticalAlignment",
+      integerIn(memberOf(textStyle, "encodedAttributes"), "textStyleVerticalAlignmentKey"));
+  const int behaviour = integerIn(layer, "textBehaviour");
+  TextBox box{.size = rectIn(layer, "frame").size(),
+              .behaviour = TextBox::Behaviour(std::clamp(behaviour, 0, 2)),
+              .vertical = TextBox::Vertical(std::clamp(vertical, 0, 2)),
+              .centresInLineHeight = integerIn(layer, "lineSpacingBehaviour") == 2,
+              .fitsText = !flagIn(layer, kIsOverridden)};
+  const TextShape shape = shapeText(readTextRuns(layer), box);
+  for (const QString& font : shape.missingFonts) {
+    warn(u"The font %1 is not installed; another stands in."_s.arg(font));
+  }
+  return shape;
+}
+
+void LayerPainter::paintText(const Subject& subject) {
+  const TextShape shape = textOf(subject.layer);
+  const QPainterPath outline = shape.outline();
+  if (outline.isEmpty()) return;
+  const LayerStyle& style = subject.style;
+  if (!style.shadows.isEmpty()) {
+    Subject filled = subject;
+    if (style.fills.isEmpty()) {
+      for (const TextShape::Area& area : shape.areas) {
+        Paint paint{};
+        paint.color = area.color;
+        filled.style.fills.append(paint);
+      }
+    }
+    paintShadows(subject, casterOf(filled, outline));
+  }
+  if (style.fills.isEmpty()) {
+    QPainter painter;
+    begin(&painter, subject.canvas);
+    for (const TextShape::Area& area : shape.areas) painter.fillPath(area.path, area.color);
+  } else {
+    paintFills(subject, outline);
+  }
+  paintInnerShadows(subject, outline);
+  paintBorders(subject, outline);
+}
+
+void LayerPainter::paintBitmap(const Subject& subject) {
+  const QRectF frame = subject.frame();
+  const QPainterPath outline = rectPath(frame);
+  const bool showsPicture = !flagIn(subject.layer, "fillReplacesImage") && !leavesOutPictures_;
+  const ImageRef picture = showsPicture ? pictureOf(memberOf(subject.layer, "image")) : nullptr;
+  QImage pixels = picture ? picture->pixels() : QImage();
+  if (!pixels.isNull()) {
+    pixels = shrunkFor(pixels, frame, subject.canvas.toPicture);
+    for (const ColorControls& controls : subject.style.colorControls) tone(&pixels, controls);
+  }
+  const auto drawPicture = [&](const Canvas& canvas) {
+    if (pixels.isNull()) return;
+    QPainter painter;
+    begin(&painter, canvas);
+    painter.drawImage(frame, pixels);
+  };
+  if (!subject.style.shadows.isEmpty()) {
+    Caster caster = casterOf(subject, outline);
+    const auto drawRest = caster.draw;
+    caster.draw = [&, drawRest](Surface* surface, double spread) {
+      drawPicture({surface, subject.canvas.toPicture, {}});
+      drawRest(surface, spread);
+    };
+    paintShadows(subject, caster);
+  }
+  drawPicture(subject.canvas);
+  paintFills(subject, outline);
+  paintInnerShadows(subject, outline);
+  paintBorders(subject, outline);
+}
+
+/// What a layer that masks lets through, in the coordinates around it.
+QPainterPath LayerPainter::maskOutline(const SketchJson& layer) {
+  const QString kind = classOf(layer);
+  const QTransform toParent = layerTransform(layer);
+  if (isShapeKind(kind)) return toParent.map(layerOutline(layer));
+  if (kind == u"text") return toParent.map(textOf(layer).outline());
+  return toParent.map(rectPath({{0, 0}, rectIn(layer, "frame").size()}));
+}
+
+ImageRef LayerPainter::pictureOf(const SketchJson& reference) {
+  const ImageRef picture = document_.image(reference);
+  if (picture && picture->isValid()) return picture;
+  warn(u"A picture is missing or cannot be read: %1."_s.arg(textIn(reference, "_ref")));
+  return nullptr;
+}
+
+}  // namespace kelvar::render

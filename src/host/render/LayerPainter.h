@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QSet>
+#include <QStringList>
+
+#include "host/SketchDocument.h"
+#include "host/SketchJson.h"
+#include "host/render/LayerStyle.h"
+#include "host/render/ShadowPainter.h"
+#include "host/render/Surface.h"
+#include "host/render/TextShape.h"
+
+namespace kelvar::render {
+
+/// Draws layers and what is in them onto a canvas, the lowest first.
+///
+/// A layer draws its shadows, its fills, its inner shadows and its borders in this order; one that
+/// has an opacity, a blend mode or a blur is drawn by itself first, and then mixed with what lies
+/// below. What cannot be drawn is drawn as well as can be, with a line in `warnings`.
+class LayerPainter {
+ public:
+  /// Of all layers together, symbols written out: more is a symbol that multiplies itself.
+  static constexpr int kMostLayers = 200'000;
+
+  LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures);
+
+  /// The layer in its place in `canvas`, which is in the coordinates around it.
+  void paintLayer(const SketchJson& layer, const Canvas& canvas);
+  /// What is on an artboard, or in another container, from the canvas's origin on: without the
+  /// container's own place, its background included.
+  void paintContents(const SketchJson& container, const Canvas& canvas);
+
+  const QStringList& warnings() const { return warnings_; }
+
+ private:
+  /// A layer with what is read of it, on the canvas of its own coordinates.
+  struct Subject {
+    const SketchJson& layer;
+    LayerStyle style;
+    Canvas canvas;
+    QString kind;
+    QRectF frame() const { return {{0, 0}, rectIn(layer, "frame").size()}; }
+  };
+
+  void paintRange(const SketchJson& layers, size_t first, size_t last, Canvas canvas);
+  void paintByItself(Subject* subject);
+  void paintSubject(const Subject& subject);
+
+  void paintGroup(const Subject& subject);
+  void paintInstance(const Subject& subject);
+  void paintArtboard(const Subject& subject);
+  void paintShape(const Subject& subject);
+  void paintText(const Subject& subject);
+  void paintBitmap(const Subject& subject);
+
+  void paintFills(const Subject& subject, const QPainterPath& outline);
+  void paintBorders(const Subject& subject, const QPainterPath& outline);
+  void paintWith(const Paint& paint, const QPainterPath& area, const QRectF& box,
+                 const Canvas& canvas);
+  void paintShadows(const Subject& subject, const Caster& caster);
+  void paintInnerShadows(const Subject& subject, const QPainterPath& outline);
+  void paintBackgroundBlur(const Subject& subject);
+
+  QPainterPath maskOutline(const SketchJson& layer);
+  Caster casterOf(const Subject& subject, const QPainterPath& outline) const;
+  TextShape textOf(const SketchJson& layer);
+  QRect extentOnCanvas(const Subject& subject) const;
+  bool tints(const Subject& subject) const;
+  ImageRef pictureOf(const SketchJson& reference);
+  void warn(const QString& sentence);
+
+  const SketchDocument& document_;
+  const QSet<QString>& withoutPictures_;
+  const int documentVersion_;
+  QStringList warnings_;
+  QStringList openSymbols_;
+  int layersLeft_ = kMostLayers;
+  bool leavesOutPictures_ = false;
+};
+
+}  // namespace kelvar::render

@@ -1,0 +1,153 @@
+#include "host/render/PaintArea.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace kelvar::render {
+namespace {
+
+/// Where the picture of a pattern lies that is laid over `box` as a whole.
+QRectF patternRect(Paint::Pattern pattern, const QSizeF& picture, const QRectF& box) {
+  if (pattern == Paint::Pattern::Stretch) return box;
+  const QSizeF size =
+      picture.scaled(box.size(), pattern == Paint::Pattern::Fit ? Qt::KeepAspectRatio
+                                                                : Qt::KeepAspectRatioByExpanding);
+  QRectF rect({0, 0}, size);
+  rect.moveCenter(box.center());
+  return rect;
+}
+
+QBrush pictureBrush(const QImage& picture, const QRectF& rect) {
+  QBrush brush(picture);
+  brush.setTransform(QTransform(rect.width() / picture.width(), 0, 0,
+                                rect.height() / picture.height(), rect.x(), rect.y()));
+  return brush;
+}
+
+void paintPattern(QPainter* painter, const QPainterPath& path, const Paint& paint,
+                  const QRectF& box, const QImage& picture) {
+  if (picture.isNull() || box.isEmpty()) return;
+  painter->setRenderHint(QPainter::SmoothPixmapTransform);
+  if (paint.pattern == Paint::Pattern::Tile) {
+    const double scale = paint.tileScale > 0.001 ? paint.tileScale : 1;
+    const QRectF tile(box.topLeft(), QSizeF(picture.size()) * scale);
+    const QImage drawn = shrunkFor(picture, tile, painter->worldTransform());
+    painter->fillPath(path, pictureBrush(drawn, tile));
+    return;
+  }
+  const QRectF rect = patternRect(paint.pattern, picture.size(), box);
+  const QImage drawn = shrunkFor(picture, rect, painter->worldTransform());
+  QPainterPath area = path;
+  if (paint.pattern == Paint::Pattern::Fit) {
+    QPainterPath rectPath;
+    rectPath.addRect(rect);
+    area = path.intersected(rectPath);
+  }
+  painter->fillPath(area, pictureBrush(drawn, rect));
+}
+
+QColor between(const QColor& a, const QColor& b, double t) {
+  const auto part = [t](float from, float to) { return float(from + (to - from) * t); };
+  return QColor::fromRgbF(part(a.redF(), b.redF()), part(a.greenF(), b.greenF()),
+                          part(a.blueF(), b.blueF()), part(a.alphaF(), b.alphaF()));
+}
+
+/// Stops at both ends, so that the colours run on across the seam when the last stop is not at
+/// its end.
+QList<GradientStop> closedAround(QList<GradientStop> stops) {
+  const GradientStop first = stops.first(), last = stops.last();
+  const double gap = 1 - last.position + first.position;
+  if (!(gap > 0)) return stops;
+  const QColor seam = between(last.color, first.color, (1 - last.position) / gap);
+  stops.prepend({0, seam});
+  stops.append({1, seam});
+  return stops;
+}
+
+void setStops(const QList<GradientStop>& stops, bool isBackwards, QGradient* gradient) {
+  QGradientStops list;
+  double before = -1;
+  for (const GradientStop& stop : stops) {
+    // The painter keeps one of several stops at the same place; a hard edge needs two.
+    const double position = std::min(1.0, std::max(stop.position, before + 1e-6));
+    list.append({isBackwards ? 1 - position : position, stop.color});
+    before = position;
+  }
+  if (isBackwards) std::reverse(list.begin(), list.end());
+  gradient->setStops(list);
+  gradient->setInterpolationMode(QGradient::ComponentInterpolation);
+}
+
+QPointF inBox(const QPointF& part, const QRectF& box) {
+  return {box.x() + part.x() * box.width(), box.y() + part.y() * box.height()};
+}
+
+QBrush linearBrush(const Gradient& gradient, const QRectF& box) {
+  QLinearGradient linear(inBox(gradient.from, box), inBox(gradient.to, box));
+  setStops(gradient.stops, false, &linear);
+  return linear;
+}
+
+QBrush radialBrush(const Gradient& gradient, const QRectF& box) {
+  const QLineF axis(inBox(gradient.from, box), inBox(gradient.to, box));
+  QRadialGradient radial({0, 0}, std::max(1e-6, axis.length()));
+  setStops(gradient.stops, false, &radial);
+  QBrush brush(radial);
+  QTransform transform = QTransform::fromTranslate(axis.x1(), axis.y1());
+  transform.rotate(-axis.angle());
+  if (gradient.ellipse > 0) transform.scale(1, gradient.ellipse);
+  brush.setTransform(transform);
+  return brush;
+}
+
+/// Runs clockwise from three o'clock, and the painter's counter-clockwise.
+QBrush angularBrush(const Gradient& gradient, const QRectF& box) {
+  QConicalGradient conical(box.center(), 0);
+  setStops(closedAround(gradient.stops), true, &conical);
+  return conical;
+}
+
+}  // namespace
+
+double scaleOf(const QTransform& transform) {
+  return std::sqrt(std::abs(transform.determinant()));
+}
+
+QImage shrunkFor(const QImage& picture, const QRectF& target, const QTransform& toDevice) {
+  const double across = std::hypot(toDevice.m11(), toDevice.m12()) * target.width();
+  const double down = std::hypot(toDevice.m21(), toDevice.m22()) * target.height();
+  const auto shrunk = [](double wanted, int present) {
+    return wanted < present ? std::max(1, int(std::ceil(wanted - 1e-6))) : present;
+  };
+  const QSize size(shrunk(across, picture.width()), shrunk(down, picture.height()));
+  if (size == picture.size()) return picture;
+  QImage scaled = picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  scaled.convertTo(QImage::Format_ARGB32_Premultiplied);
+  return scaled;
+}
+
+QBrush brushFor(const Paint& paint, const QRectF& box) {
+  const Gradient& gradient = paint.gradient;
+  if (paint.kind == Paint::Kind::Color) return paint.color;
+  if (paint.kind != Paint::Kind::Gradient || gradient.stops.isEmpty()) return Qt::NoBrush;
+  switch (gradient.kind) {
+    case Gradient::Kind::Linear:
+      return linearBrush(gradient, box);
+    case Gradient::Kind::Radial:
+      return radialBrush(gradient, box);
+    case Gradient::Kind::Angular:
+      return angularBrush(gradient, box);
+  }
+  return Qt::NoBrush;
+}
+
+void paintArea(QPainter* painter, const QPainterPath& path, const Paint& paint, const QRectF& box,
+               const ImageRef& picture) {
+  if (paint.kind == Paint::Kind::Pattern) {
+    if (picture) paintPattern(painter, path, paint, box, picture->pixels());
+    return;
+  }
+  painter->fillPath(path, brushFor(paint, box));
+}
+
+}  // namespace kelvar::render

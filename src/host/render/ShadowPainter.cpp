@@ -1,0 +1,111 @@
+#include "host/render/ShadowPainter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/render/GaussianBlur.h"
+
+namespace kelvar::render {
+namespace {
+
+/// More blur than this cannot be told from it, and takes memory.
+constexpr double kMostDeviation = 500;
+
+double deviationOf(const Shadow& shadow, double scale) {
+  return std::min(shadow.blurRadius / 2 * scale, kMostDeviation);
+}
+
+QRect grown(const QRect& rect, int margin) {
+  return rect.adjusted(-margin, -margin, margin, margin);
+}
+
+/// Keeps the alpha and puts one colour in place of all.
+void colorize(QImage* pixels, const QColor& color) {
+  QPainter painter(pixels);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(pixels->rect(), color);
+}
+
+void erase(const Surface& hole, Surface* from) {
+  QPainter painter(&from->pixels);
+  painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+  painter.drawImage(hole.origin - from->origin, hole.pixels);
+}
+
+/// A whole offset moves the surface; the rest is a shift within a pixel.
+void move(Surface* surface, const QPointF& offset) {
+  const QPoint whole(int(std::floor(offset.x())), int(std::floor(offset.y())));
+  surface->origin += whole;
+  const QPointF rest = offset - whole;
+  if (rest.manhattanLength() < 1e-3) return;
+  QImage moved(surface->pixels.size() + QSize(1, 1), QImage::Format_ARGB32_Premultiplied);
+  moved.fill(Qt::transparent);
+  QPainter painter(&moved);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawImage(rest, surface->pixels);
+  painter.end();
+  surface->pixels = moved;
+}
+
+}  // namespace
+
+double shadowMargin(const Shadow& shadow) { return std::max(0.0, shadow.blurRadius + shadow.spread); }
+
+void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const Canvas& canvas) {
+  if (shadow.color.alpha() == 0) return;
+  const double deviation = deviationOf(shadow, scale), spread = shadow.spread * scale;
+  const int reach = blurReach(deviation) + 1;
+  const QPointF offset = shadow.offset * scale;
+  const int wide = reach + int(std::ceil(std::max(0.0, spread)));
+  // Only what can still darken the canvas is drawn.
+  const QRect needed =
+      grown(QRectF(canvas.surface->rect()).translated(-offset).toAlignedRect(), reach);
+  Surface cast = Surface::of(grown(caster.bounds.toAlignedRect(), wide).intersected(needed));
+  if (cast.isEmpty()) return;
+  caster.draw(&cast, spread);
+  blur(&cast.pixels, deviation);
+  colorize(&cast.pixels, shadow.color);
+  move(&cast, offset);
+  if (caster.isTranslucent) {
+    Surface hole = Surface::of(cast.rect());
+    if (hole.isEmpty()) return;
+    caster.draw(&hole, 0);
+    erase(hole, &cast);
+  }
+  compose(cast, canvas, shadow.blendMode, 1);
+}
+
+void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double scale,
+                      const Canvas& canvas) {
+  if (shadow.color.alpha() == 0) return;
+  const double deviation = deviationOf(shadow, scale), spread = shadow.spread * scale;
+  const QRect inside =
+      grown(outline.boundingRect().toAlignedRect(), 1).intersected(canvas.surface->rect());
+  Surface rim = Surface::of(grown(inside, blurReach(deviation) + 1));
+  if (rim.isEmpty()) return;
+  rim.pixels.fill(Qt::black);
+  QPainter painter;
+  begin(&painter, {&rim, QTransform::fromTranslate(shadow.offset.x() * scale,
+                                                   shadow.offset.y() * scale), {}});
+  painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+  painter.fillPath(outline, Qt::black);
+  if (spread > 0) {
+    QPen pen(Qt::black, 2 * spread);
+    pen.setJoinStyle(Qt::MiterJoin);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.strokePath(outline, pen);
+  }
+  painter.end();
+  blur(&rim.pixels, deviation);
+  colorize(&rim.pixels, shadow.color);
+  Surface visible = Surface::of(inside);
+  begin(&painter, {&visible, {}, {}});
+  painter.fillPath(outline, Qt::black);
+  painter.setWorldTransform({});
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.drawImage(rim.origin - visible.origin, rim.pixels);
+  painter.end();
+  compose(visible, canvas, shadow.blendMode, 1);
+}
+
+}  // namespace kelvar::render

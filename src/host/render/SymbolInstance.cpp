@@ -1,0 +1,234 @@
+#include "host/render/SymbolInstance.h"
+
+#include "host/render/Resizing.h"
+
+namespace kelvar::render {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// "ID/ID_property": the way through nested instances to a layer, and what of it is changed.
+struct Override {
+  QStringList way;
+  QString property;
+  const SketchJson* value;
+};
+
+Override readOverride(const SketchJson& json) {
+  const QString name = textIn(json, "overrideName");
+  const qsizetype end = name.indexOf(u'_', name.lastIndexOf(u'/') + 1);
+  return {name.left(end).split(u'/'), end < 0 ? QString() : name.mid(end + 1),
+          &memberOf(json, "value")};
+}
+
+SketchJson overrideValue(const QString& name, const SketchJson& value) {
+  return {{"_class", "overrideValue"}, {"overrideName", name.toStdString()}, {"value", value}};
+}
+
+/// Documents before Sketch 44 nest dictionaries of overrides.
+void addOldOverrides(const SketchJson& overrides, const QString& way, int depth,
+                     SketchJson* values) {
+  if (!overrides.is_object() || depth > 16) return;
+  for (const auto& [key, value] : overrides.items()) {
+    const QString name = way + QString::fromStdString(key);
+    if (value.is_string()) {
+      values->push_back(overrideValue(name + u"_stringValue"_s, value));
+    } else if (!value.is_object()) {
+      continue;
+    } else if (value.contains("_ref") || value.contains("data")) {
+      values->push_back(overrideValue(name + u"_image"_s, value));
+    } else {
+      if (value.contains("symbolID")) {
+        values->push_back(overrideValue(name + u"_symbolID"_s, value["symbolID"]));
+      }
+      addOldOverrides(value, name + u'/', depth + 1, values);
+    }
+  }
+}
+
+SketchJson overridesOf(const SketchJson& instance) {
+  SketchJson values = listIn(instance, "overrideValues");
+  const SketchJson& old = memberOf(instance, "overrides");
+  if (values.empty() && old.is_object()) {
+    addOldOverrides(old.contains("0") ? old["0"] : old, {}, 0, &values);
+  }
+  return values;
+}
+
+SketchJson* layerWithID(SketchJson* container, const QString& id) {
+  const auto layers = container->find("layers");
+  if (layers == container->end() || !layers->is_array()) return nullptr;
+  for (SketchJson& layer : *layers) {
+    if (!layer.is_object()) continue;
+    if (textIn(layer, "do_objectID") == id) return &layer;
+    if (SketchJson* found = layerWithID(&layer, id)) return found;
+  }
+  return nullptr;
+}
+
+/// The attributes that all of a text's characters get when it is replaced: those of its first run.
+SketchJson leadingAttributes(const SketchJson& layer) {
+  const SketchJson& runs = listIn(memberOf(layer, "attributedString"), "attributes");
+  if (!runs.empty()) return memberOf(runs[0], "attributes");
+  return memberOf(memberOf(memberOf(layer, "style"), "textStyle"), "encodedAttributes");
+}
+
+void setText(SketchJson* layer, const SketchJson& text, const SketchJson& attributes) {
+  SketchJson run = {{"_class", "stringAttribute"}, {"location", 0}, {"length", 0}};
+  run["length"] = QString::fromStdString(text.get<std::string>()).size();
+  run["attributes"] = attributes;
+  SketchJson& string = (*layer)["attributedString"];
+  string = {{"_class", "attributedString"}, {"string", text}};
+  string["attributes"] = SketchJson::array({run});
+}
+
+void setImage(SketchJson* layer, const SketchJson& image) {
+  if (classOf(*layer) == u"bitmap") {
+    (*layer)["image"] = image;
+    return;
+  }
+  for (SketchJson& fill : (*layer)["style"]["fills"]) {
+    if (fill.is_object() && integerIn(fill, "fillType") == 4) fill["image"] = image;
+  }
+}
+
+void setStyle(SketchJson* layer, const SketchJson& style) {
+  (*layer)["style"] = style;
+  if (classOf(*layer) != u"text") return;
+  const SketchJson& attributes = memberOf(memberOf(style, "textStyle"), "encodedAttributes");
+  const SketchJson text = memberOf(memberOf(*layer, "attributedString"), "string");
+  if (attributes.is_object() && text.is_string()) setText(layer, text, attributes);
+}
+
+void setColor(SketchJson* layer, const char* list, qsizetype index, const SketchJson& color) {
+  SketchJson& parts = (*layer)["style"][list];
+  if (parts.is_array() && size_t(index) < parts.size() && parts[size_t(index)].is_object()) {
+    parts[size_t(index)]["color"] = color;
+  }
+}
+
+void setAttribute(SketchJson* layer, const char* key, const SketchJson& value) {
+  const SketchJson text = memberOf(memberOf(*layer, "attributedString"), "string");
+  if (!text.is_string()) return;
+  SketchJson attributes = leadingAttributes(*layer);
+  attributes[key] = value;
+  setText(layer, text, attributes);
+}
+
+void setTextSize(SketchJson* layer, const SketchJson& size) {
+  SketchJson font = memberOf(leadingAttributes(*layer), "MSAttributedStringFontAttribute");
+  if (!font.is_object()) return;
+  font["attributes"]["size"] = size;
+  setAttribute(layer, "MSAttributedStringFontAttribute", font);
+}
+
+class Expansion {
+ public:
+  Expansion(const SketchDocument& document, QStringList* warnings)
+      : document_(document), warnings_(warnings) {}
+
+  void apply(const Override& change, SketchJson* master) {
+    SketchJson* const layer = layerWithID(master, change.way.first());
+    if (!layer) return;  // Left over from another master.
+    if (change.way.size() > 1) return handDown(change, layer);
+    const SketchJson& value = *change.value;
+    const QString& property = change.property;
+    if (property == u"stringValue") {
+      if (value.is_string()) setText(layer, value, SketchJson(leadingAttributes(*layer)));
+    } else if (property == u"symbolID") {
+      setSymbol(layer, value);
+    } else if (property == u"image") {
+      setImage(layer, value);
+    } else if (property == u"layerStyle" || property == u"textStyle") {
+      setSharedStyle(layer, value);
+    } else if (property == u"isVisible") {
+      (*layer)["isVisible"] = value;
+    } else if (!setDetail(layer, property, value)) {
+      const QString warning = u"The override \"%1\" of \"%2\" is left out."_s.arg(
+          property, textIn(*layer, "name"));
+      if (!warnings_->contains(warning)) warnings_->append(warning);
+    }
+    (*layer)[kIsOverridden] = true;
+  }
+
+ private:
+  /// To the nested instance, in place of what it says itself.
+  static void handDown(const Override& change, SketchJson* instance) {
+    const QString name = change.way.mid(1).join(u'/') + u'_' + change.property;
+    SketchJson values = overridesOf(*instance);
+    for (SketchJson& value : values) {
+      if (textIn(value, "overrideName") != name) continue;
+      value["value"] = *change.value;
+      (*instance)["overrideValues"] = values;
+      return;
+    }
+    values.push_back(overrideValue(name, *change.value));
+    (*instance)["overrideValues"] = values;
+  }
+
+  /// No symbol hides the instance.
+  static void setSymbol(SketchJson* layer, const SketchJson& symbolID) {
+    if (!symbolID.is_string()) return;
+    if (symbolID.get<std::string>().empty()) {
+      (*layer)["isVisible"] = false;
+    } else {
+      (*layer)["symbolID"] = symbolID;
+    }
+  }
+
+  void setSharedStyle(SketchJson* layer, const SketchJson& styleID) {
+    if (!styleID.is_string() || styleID.get<std::string>().empty()) return;
+    const SketchJson& style =
+        document_.sharedStyle(QString::fromStdString(styleID.get<std::string>()));
+    if (style.is_object()) setStyle(layer, style);
+  }
+
+  /// Single values, such as "color:fill-0".
+  static bool setDetail(SketchJson* layer, const QString& property, const SketchJson& value) {
+    const qsizetype index = property.section(u'-', 1).toInt();
+    if (property.startsWith(u"color:fill-")) {
+      setColor(layer, "fills", index, value);
+    } else if (property.startsWith(u"color:border-")) {
+      setColor(layer, "borders", index, value);
+    } else if (property == u"textColor") {
+      setAttribute(layer, "MSAttributedStringColorAttribute", value);
+    } else if (property == u"textSize") {
+      setTextSize(layer, value);
+    } else {
+      return false;
+    }
+    return true;
+  }
+
+  const SketchDocument& document_;
+  QStringList* warnings_;
+};
+
+}  // namespace
+
+SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& document,
+                            QStringList* warnings) try {
+  const SketchLayerRef master = document.symbolMaster(textIn(instance, "symbolID"));
+  if (!master) return {};
+  SketchJson expanded = master->json();
+  const SketchJson values = overridesOf(instance);
+  Expansion expansion(document, warnings);
+  // A symbol is chosen before what is changed within it.
+  for (const bool isSymbol : {true, false}) {
+    for (const SketchJson& value : values) {
+      const Override change = readOverride(value);
+      if ((change.property == u"symbolID") == isSymbol) expansion.apply(change, &expanded);
+    }
+  }
+  const double scale = numberIn(instance, "scale", 1);
+  const QSizeF size = rectIn(instance, "frame").size() / (scale > 0 ? scale : 1);
+  resizeLayers(&expanded, rectIn(expanded, "frame").size(), size);
+  expanded["frame"]["width"] = size.width();
+  expanded["frame"]["height"] = size.height();
+  return expanded;
+} catch (const SketchJson::exception&) {  // A member of a kind that nobody expects.
+  warnings->append(u"The symbol in \"%1\" is damaged and left out."_s.arg(textIn(instance, "name")));
+  return {};
+}
+
+}  // namespace kelvar::render

@@ -1,0 +1,430 @@
+#include "host/render/LayerPainter.h"
+
+#include <gtest/gtest.h>
+
+#include <QBuffer>
+
+#include "host/render/TinyDocument.h"
+
+namespace kelvar::render {
+namespace {
+
+const QColor kRed(255, 0, 0), kGreen(0, 255, 0), kBlue(0, 0, 255), kNothing(0, 0, 0, 0);
+
+struct Probe {
+  int x, y;
+  QColor color;
+};
+
+void expectColors(const Drawing& drawing, const QList<Probe>& probes, const char* what) {
+  for (const Probe& probe : probes) {
+    const QColor got = drawing.at(probe.x, probe.y);
+    const auto isNear = [](int a, int b) { return std::abs(a - b) <= 3; };
+    EXPECT_TRUE(isNear(got.alpha(), probe.color.alpha()) &&
+                (probe.color.alpha() == 0 ||
+                 (isNear(got.red(), probe.color.red()) && isNear(got.green(), probe.color.green()) &&
+                  isNear(got.blue(), probe.color.blue()))))
+        << what << " at " << probe.x << "," << probe.y << ": "
+        << qPrintable(got.name(QColor::HexArgb)) << " instead of "
+        << qPrintable(probe.color.name(QColor::HexArgb));
+  }
+}
+
+struct Case {
+  const char* what;
+  SketchJson layers;
+  QList<Probe> probes;
+};
+
+void expectDrawn(const std::vector<Case>& cases, double side = 40) {
+  for (const Case& c : cases) {
+    const Drawing drawing = draw(c.layers, side, side);
+    expectColors(drawing, c.probes, c.what);
+    EXPECT_EQ(drawing.warnings, QStringList()) << c.what;
+  }
+}
+
+SketchJson stop(double position, const QColor& c) {
+  return {{"position", position}, {"color", color(c)}};
+}
+
+SketchJson gradient(int type, const char* from, const char* to, const SketchJson& stops) {
+  SketchJson paint = {{"fillType", 1}};
+  paint["gradient"] = {{"gradientType", type}, {"from", from}, {"to", to}, {"stops", stops}};
+  SketchJson style;
+  style["fills"] = SketchJson::array({paint});
+  return style;
+}
+
+TEST(LayerPainter, Gradients) {
+  const SketchJson redToBlue = {stop(0, kRed), stop(1, kBlue)};
+  SketchJson flat = gradient(1, "{0.5, 0.5}", "{1, 0.5}", redToBlue);
+  flat["fills"][0]["gradient"]["elipseLength"] = 0.5;
+  expectDrawn({
+      {"linear, across", {rectangle(0, 0, 40, 40, gradient(0, "{0, 0.5}", "{1, 0.5}", redToBlue))},
+       {{0, 5, {252, 0, 3}}, {20, 20, {127, 0, 128}}, {39, 30, {3, 0, 252}}}},
+      {"linear, transparent end keeps its colour",
+       {rectangle(0, 0, 40, 40,
+                  gradient(0, "{0, 0}", "{1, 0}", {stop(0, kRed), stop(1, {0, 0, 255, 0})}))},
+       {{20, 20, {127, 0, 128, 126}}}},
+      {"radial", {rectangle(0, 0, 40, 40, gradient(1, "{0.5, 0.5}", "{1, 0.5}", redToBlue))},
+       {{20, 20, {246, 0, 9}}, {30, 20, {122, 0, 133}}, {20, 30, {122, 0, 133}}, {1, 1, kBlue}}},
+      {"radial, elliptical", {rectangle(0, 0, 40, 40, flat)},
+       {{30, 20, {120, 0, 135}}, {20, 25, {118, 0, 137}}, {20, 31, kBlue}}},
+      {"angular, clockwise from the right",
+       {rectangle(0, 0, 40, 40, gradient(2, "{0.5, 0.5}", "{1, 0.5}", redToBlue))},
+       {{38, 21, {249, 0, 6}}, {20, 38, {190, 0, 65}}, {1, 20, {128, 0, 127}},
+        {20, 1, {65, 0, 190}}}},
+      {"angular, on across the seam",
+       {rectangle(0, 0, 40, 40,
+                  gradient(2, "{0.5, 0.5}", "{1, 0.5}", {stop(0.25, kRed), stop(0.75, kBlue)}))},
+       {{39, 20, {125, 0, 130}}, {20, 39, {253, 0, 2}}}},
+  });
+}
+
+SketchJson bordered(int position, double thickness, const QColor& c, SketchJson style = {}) {
+  SketchJson border = {{"color", color(c)}, {"fillType", 0}};
+  border["position"] = position;
+  border["thickness"] = thickness;
+  style["borders"] = SketchJson::array({border});
+  return style;
+}
+
+TEST(LayerPainter, Borders) {
+  SketchJson dashed = bordered(0, 4, kRed);
+  dashed["borderOptions"] = {{"isEnabled", true}, {"dashPattern", {6, 4}}};
+  SketchJson round = bordered(2, 6, kRed);
+  round["borderOptions"] = {{"isEnabled", true}, {"lineJoinStyle", 1}};
+  const SketchJson line = with(layer("shapePath", frame(10, 20, 20, 0), bordered(1, 6, kRed)),
+                               {{"isClosed", false},
+                                {"points", {{{"point", "{0, 0}"}}, {{"point", "{1, 0}"}}}}});
+  SketchJson capped = line;
+  capped["style"]["borderOptions"] = {{"isEnabled", true}, {"lineCapStyle", 2}};
+  SketchJson dashedLine = line;
+  dashedLine["style"]["borderOptions"] = dashed["borderOptions"];
+  expectDrawn({
+      {"centre", {rectangle(10, 10, 20, 20, bordered(0, 4, kRed))},
+       {{7, 20, kNothing}, {8, 20, kRed}, {11, 20, kRed}, {12, 20, kNothing}}},
+      {"inside", {rectangle(10, 10, 20, 20, bordered(1, 4, kRed))},
+       {{9, 20, kNothing}, {10, 20, kRed}, {13, 20, kRed}, {14, 20, kNothing}}},
+      {"outside", {rectangle(10, 10, 20, 20, bordered(2, 4, kRed, filled(kBlue)))},
+       {{5, 20, kNothing}, {6, 20, kRed}, {9, 20, kRed}, {10, 20, kBlue}, {6, 6, kRed}}},
+      {"a round join", {rectangle(10, 10, 20, 20, round)}, {{4, 4, kNothing}, {4, 20, kRed}}},
+      {"inside on half a pixel", {rectangle(10.5, 10, 20, 20, bordered(1, 2, kRed))},
+       {{10, 20, {255, 0, 0, 128}}, {11, 20, kRed}, {12, 20, {255, 0, 0, 128}}}},
+      {"an open path has two sides", {line},
+       {{20, 16, kNothing}, {20, 17, kRed}, {20, 22, kRed}, {20, 23, kNothing}, {9, 20, kNothing}}},
+      {"a projecting cap", {capped}, {{7, 20, kRed}, {6, 20, kNothing}, {32, 20, kRed}}},
+      {"dashes", {dashedLine}, {{12, 20, kRed}, {17, 20, kNothing}, {18, 20, kNothing}, {22, 20, kRed}}},
+  });
+}
+
+SketchJson shadow(const char* list, double x, double y, double blurRadius, double spread,
+                  const QColor& c, SketchJson style) {
+  SketchJson shadow = {{"color", color(c)}, {"blurRadius", blurRadius}, {"spread", spread}};
+  shadow["offsetX"] = x;
+  shadow["offsetY"] = y;
+  style[list] = SketchJson::array({shadow});
+  return style;
+}
+
+TEST(LayerPainter, Shadows) {
+  const QColor half(255, 0, 0, 128);
+  const SketchJson blurred = shadow("shadows", 20, 0, 4, 0, Qt::black, filled(kRed));
+  SketchJson group = container("group", frame(10, 10, 10, 10),
+                               {rectangle(0, 0, 10, 10, filled(kRed))});
+  group["style"] = shadow("shadows", 20, 0, 0, 0, kBlue, SketchJson::object());
+  const SketchJson turned = with(rectangle(10, 10, 10, 10,
+                                           shadow("shadows", 12, 0, 0, 0, kBlue, filled(kRed))),
+                                 {{"rotation", 90}});
+  expectDrawn({
+      {"moved", {rectangle(10, 10, 10, 10, shadow("shadows", 12, 5, 0, 0, kBlue, filled(kRed)))},
+       {{15, 15, kRed}, {21, 20, kNothing}, {22, 15, kBlue}, {31, 24, kBlue}, {31, 25, kNothing}}},
+      {"spread", {rectangle(10, 10, 10, 10, shadow("shadows", 0, 0, 0, 4, kBlue, filled(kRed)))},
+       {{5, 15, kNothing}, {6, 6, kBlue}, {9, 15, kBlue}, {10, 15, kRed}, {23, 23, kBlue}}},
+      {"half as far as its radius", {rectangle(0, 0, 20, 40, blurred)},
+       // The bell of deviation 2, half a pixel beyond the edge at 40 - 0.5 and at 38 - 0.5.
+       {{39, 20, {0, 0, 0, 153}}, {37, 20, {0, 0, 0, 228}}}},
+      {"not seen through", {rectangle(10, 10, 20, 20, shadow("shadows", 2, 2, 0, 0, kBlue,
+                                                             filled(half)))},
+       {{20, 20, half}, {31, 20, kBlue}}},
+      {"of a group", {group}, {{15, 15, kRed}, {35, 15, kBlue}, {25, 15, kNothing}}},
+      {"keeps its direction", {turned}, {{27, 15, kBlue}, {15, 27, kNothing}}},
+      {"inner", {rectangle(10, 10, 20, 20, shadow("innerShadows", 4, 0, 0, 0, kBlue, filled(kRed)))},
+       {{9, 20, kNothing}, {10, 20, kBlue}, {13, 20, kBlue}, {14, 20, kRed}, {29, 20, kRed}}},
+      {"inner, spread",
+       {rectangle(10, 10, 20, 20, shadow("innerShadows", 0, 0, 0, 3, kBlue, filled(kRed)))},
+       {{12, 20, kBlue}, {13, 20, kRed}, {26, 20, kRed}, {27, 20, kBlue}}},
+  });
+}
+
+SketchJson blended(int mode, double opacity, SketchJson style) {
+  style["contextSettings"] = {{"blendMode", mode}, {"opacity", opacity}};
+  return style;
+}
+
+TEST(LayerPainter, BlendModesAndOpacity) {
+  const QColor above(200, 100, 50), below(100, 150, 200);
+  const struct {
+    int mode;
+    QColor expected;
+  } modes[] = {
+      {0, above},           {1, {100, 100, 50}},  {2, {78, 59, 39}},    {4, {200, 150, 200}},
+      {5, {222, 191, 211}}, {10, {100, 50, 150}}, {11, {143, 132, 172}}, {17, {255, 250, 250}},
+      {16, {45, 0, 0}},
+      // Luminosities 140.5 below and 124.5 above, saturations 100 and 150.
+      {12, {191, 124, 91}}, {13, {80, 155, 230}}, {14, {216, 116, 66}}, {15, {84, 134, 184}},
+  };
+  for (const auto& [mode, expected] : modes) {
+    const SketchJson bottom = rectangle(0, 0, 40, 40, filled(below));
+    SketchJson byFill = filled(above);
+    byFill["fills"][0]["contextSettings"] = {{"blendMode", mode}, {"opacity", 1}};
+    const SketchJson inGroup =
+        with(container("group", frame(0, 0, 40, 40), {rectangle(0, 0, 40, 40, filled(above))}),
+             {{"style", blended(mode, 1, SketchJson::object())}});
+    for (const SketchJson& top : {rectangle(0, 0, 40, 40, blended(mode, 1, filled(above))),
+                                  rectangle(0, 0, 40, 40, byFill), inGroup}) {
+      expectColors(draw({bottom, top}, 40, 40), {{20, 20, expected}},
+                   qPrintable(QString::number(mode)));
+    }
+  }
+  const SketchJson both = {rectangle(0, 0, 30, 40, filled(kRed)),
+                           rectangle(10, 0, 30, 40, filled(kBlue))};
+  expectDrawn({{"a group fades as one",
+                {with(container("group", frame(0, 0, 40, 40), both),
+                      {{"style", blended(0, 0.5, SketchJson::object())}})},
+                {{5, 5, {255, 0, 0, 128}}, {20, 5, {0, 0, 255, 128}}}}});
+}
+
+SketchJson masking(SketchJson layer, int mode = 0) {
+  return with(layer, {{"hasClippingMask", true}, {"clippingMaskMode", mode}});
+}
+
+TEST(LayerPainter, Masks) {
+  const SketchJson mask = masking(rectangle(10, 10, 10, 20, SketchJson::object()));
+  const SketchJson paper = rectangle(0, 0, 40, 40, filled(kRed));
+  const SketchJson free = with(rectangle(30, 0, 10, 10, filled(kBlue)),
+                               {{"shouldBreakMaskChain", true}});
+  const SketchJson half = masking(
+      rectangle(0, 0, 40, 40, gradient(0, "{0, 0}", "{1, 0}",
+                                       {stop(0, {0, 0, 0, 0}), stop(1, {0, 0, 0, 255})})), 1);
+  expectDrawn({
+      {"an outline", {mask, paper}, {{9, 15, kNothing}, {10, 10, kRed}, {20, 15, kNothing}}},
+      {"ends where the chain breaks", {mask, paper, free, paper},
+       {{35, 5, kRed}, {5, 5, kRed}}},
+      {"a mask within a mask", {mask, masking(rectangle(15, 0, 40, 15, SketchJson::object())), paper},
+       {{12, 12, kNothing}, {17, 12, kRed}, {25, 12, kNothing}, {17, 20, kNothing}}},
+      {"stays in its group", {container("group", frame(0, 0, 40, 40), {mask}), paper},
+       {{5, 5, kRed}}},
+      {"a hidden mask does nothing", {with(mask, {{"isVisible", false}}), paper}, {{5, 5, kRed}}},
+      {"an alpha", {half, paper, free}, {{20, 20, {128, 0, 0, 193}}, {35, 5, kBlue}}},
+  });
+}
+
+SketchJson shapeGroup(const SketchJson& parts, int windingRule = 1) {
+  SketchJson style = filled(kRed);
+  style["windingRule"] = windingRule;
+  return with(container("shapeGroup", frame(0, 0, 40, 40), parts), {{"style", style}});
+}
+
+TEST(LayerPainter, BooleanGroups) {
+  const auto part = [](double x, int operation) {
+    return with(layer("rectangle", frame(x, 0, 20, 40)), {{"booleanOperation", operation}});
+  };
+  // Left alone, both, right alone.
+  const struct {
+    int operation, rule;
+    bool left, both, right;
+  } cases[] = {{0, 1, true, true, true},  {1, 1, true, false, false}, {2, 1, false, true, false},
+               {3, 1, true, false, true}, {-1, 1, true, false, true}, {-1, 0, true, true, true}};
+  for (const auto& [operation, rule, left, both, right] : cases) {
+    const auto expected = [](bool isFilled) { return isFilled ? kRed : kNothing; };
+    expectColors(draw({shapeGroup({part(0, -1), part(10, operation)}, rule)}, 40, 40),
+                 {{5, 20, expected(left)}, {15, 20, expected(both)}, {25, 20, expected(right)}},
+                 qPrintable(QStringLiteral("operation %1").arg(operation)));
+  }
+}
+
+TEST(LayerPainter, PlacesLayers) {
+  const SketchJson corner = rectangle(0, 0, 10, 10, filled(kRed));
+  const auto group = [&](const SketchJson& members) {
+    return with(container("group", frame(10, 10, 20, 20), {corner}), members);
+  };
+  expectDrawn({
+      {"in a group", {group({})}, {{10, 10, kRed}, {19, 19, kRed}, {20, 20, kNothing}}},
+      {"flipped", {group({{"isFlippedHorizontal", true}})}, {{20, 10, kRed}, {10, 10, kNothing}}},
+      {"upside down", {group({{"isFlippedVertical", true}})}, {{10, 20, kRed}, {10, 10, kNothing}}},
+      {"a quarter turn counter-clockwise", {group({{"rotation", 90}})},
+       {{10, 20, kRed}, {10, 10, kNothing}, {20, 10, kNothing}}},
+      {"turned, then flipped", {group({{"rotation", 90}, {"isFlippedHorizontal", true}})},
+       {{20, 20, kRed}, {10, 20, kNothing}}},
+      {"hidden", {group({{"isVisible", false}})}, {{10, 10, kNothing}}},
+      {"slices draw nothing", {layer("slice", frame(0, 0, 40, 40), filled(kRed))},
+       {{5, 5, kNothing}}},
+      {"cut at the artboard", {rectangle(-10, -10, 20, 20, filled(kRed))}, {{0, 0, kRed}}},
+  });
+}
+
+QByteArray png(const QImage& image) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  image.save(&buffer, "PNG");
+  return bytes;
+}
+
+/// Left half red, right half blue, 20 by 10.
+QByteArray twoHalves() {
+  QImage image(20, 10, QImage::Format_ARGB32);
+  image.fill(kRed);
+  for (int y = 0; y < 10; ++y) {
+    for (int x = 10; x < 20; ++x) image.setPixelColor(x, y, kBlue);
+  }
+  return png(image);
+}
+
+const SketchJson kPicture = {{"_class", "MSJSONFileReference"}, {"_ref_class", "MSImageData"},
+                             {"_ref", "images/halves.png"}};
+
+TinyDocument withPicture(const SketchJson& layers) {
+  TinyDocument tiny;
+  tiny.files[QStringLiteral("images/halves.png")] = twoHalves();
+  tiny.layers = layers;
+  return tiny;
+}
+
+TEST(LayerPainter, PicturesInFills) {
+  const struct {
+    int mode;
+    double scale;
+    QList<Probe> probes;
+  } cases[] = {
+      {0, 1, {{5, 5, kRed}, {15, 5, kBlue}, {25, 15, kRed}, {35, 35, kBlue}}},
+      {0, 2, {{15, 15, kRed}, {35, 35, kBlue}}},
+      {1, 1, {{2, 2, kRed}, {17, 38, kRed}, {22, 2, kBlue}, {38, 38, kBlue}}},
+      {2, 1, {{2, 2, kRed}, {17, 38, kRed}, {38, 38, kBlue}}},
+      {3, 1, {{2, 8, kNothing}, {2, 12, kRed}, {38, 28, kBlue}, {38, 32, kNothing}}},
+  };
+  for (const auto& [mode, scale, probes] : cases) {
+    SketchJson paint = {{"fillType", 4}, {"patternFillType", mode}, {"patternTileScale", scale}};
+    paint["image"] = kPicture;
+    SketchJson style;
+    style["fills"] = SketchJson::array({paint});
+    expectColors(draw(withPicture({rectangle(0, 0, 40, 40, style)}), 40, 40), probes,
+                 qPrintable(QStringLiteral("mode %1").arg(mode)));
+  }
+}
+
+TEST(LayerPainter, Bitmaps) {
+  const SketchJson bitmap = with(layer("bitmap", frame(0, 10, 40, 20)), {{"image", kPicture}});
+  expectColors(draw(withPicture({bitmap}), 40, 40),
+               {{5, 9, kNothing}, {5, 10, kRed}, {35, 29, kBlue}, {35, 30, kNothing}}, "a bitmap");
+  SketchJson lost = bitmap;
+  lost["image"]["_ref"] = "images/lost.png";
+  EXPECT_EQ(draw(withPicture({lost}), 40, 40).warnings.size(), 1);
+}
+
+TEST(LayerPainter, BlurSpreadsALayer) {
+  SketchJson style = filled(kRed);
+  style["blur"] = {{"isEnabled", true}, {"type", 0}, {"radius", 3}};
+  const Drawing drawing = draw({rectangle(-40, 0, 60, 40, style)}, 40, 40);
+  EXPECT_NEAR(drawing.at(19, 20).alpha(), 255 * 0.566, 4);  // Half a pixel within the edge.
+  EXPECT_NEAR(drawing.at(22, 20).alpha(), 255 * 0.202, 4);
+}
+
+SketchJson instance(const SketchJson& overrides, const SketchJson& members = SketchJson::object()) {
+  return with(with(layer("symbolInstance", frame(0, 0, 20, 20)),
+                   {{"symbolID", "S"}, {"overrideValues", overrides}}),
+              members);
+}
+
+SketchJson change(const char* name, const SketchJson& value) {
+  return {{"_class", "overrideValue"}, {"overrideName", name}, {"value", value}};
+}
+
+/// Masters off the artboard: S holds a bar B at its left and an instance N of T; T is a square Q in
+/// its lower right; U is all green.
+TinyDocument withSymbols(const SketchJson& layers) {
+  const auto master = [](const char* id, const SketchJson& layers) {
+    return with(container("symbolMaster", frame(1000, 0, 20, 20), layers), {{"symbolID", id}});
+  };
+  const SketchJson bar = with(rectangle(0, 0, 5, 20, filled(kRed)),
+                              {{"do_objectID", "B"}, {"resizingConstraint", 63 & ~(4 | 2)}});
+  const SketchJson square = with(rectangle(10, 10, 10, 10, filled(kBlue)), {{"do_objectID", "Q"}});
+  const SketchJson nested = with(layer("symbolInstance", frame(0, 0, 20, 20)),
+                                 {{"symbolID", "T"}, {"do_objectID", "N"}});
+  TinyDocument tiny = withPicture({master("S", {bar, nested}), master("T", {square}),
+                                   master("U", {rectangle(0, 0, 20, 20, filled(kGreen))}),
+                                   master("Self", {instance({}, {{"symbolID", "Self"}})})});
+  SketchJson shared = {{"do_objectID", "STYLE"}};
+  shared["value"] = filled(kGreen);
+  tiny.document["layerStyles"]["objects"].push_back(shared);
+  for (const SketchJson& layer : layers) tiny.layers.push_back(layer);
+  return tiny;
+}
+
+/// Draws only the layers after the masters.
+Drawing drawInstances(const SketchJson& layers) {
+  TinyDocument tiny = withSymbols({});
+  tiny.layers.push_back(container("artboard", frame(0, 0, 40, 40), layers));
+  const SketchDocumentRef document = tiny.open();
+  ArtboardRenderer renderer(document);
+  QString error;
+  const ImageRef image = renderer.render(*document->artboards().last(), 1, &error);
+  EXPECT_TRUE(image) << qPrintable(error);
+  return {image ? image->pixels() : QImage(), renderer.warnings()};
+}
+
+TEST(LayerPainter, SymbolInstances) {
+  SketchJson pictureFill = {{"fillType", 4}, {"patternFillType", 2}};
+  const std::vector<Case> cases = {
+      {"as the master", {instance({})},
+       {{2, 5, kRed}, {7, 5, kNothing}, {15, 15, kBlue}, {15, 5, kNothing}}},
+      {"another symbol within", {instance({change("N_symbolID", "U")})}, {{15, 5, kGreen}}},
+      {"no symbol within", {instance({change("N_symbolID", "")})}, {{15, 15, kNothing}}},
+      {"a layer's style", {instance({change("B_layerStyle", "STYLE")})}, {{2, 5, kGreen}}},
+      {"a style in a nested instance", {instance({change("N/Q_layerStyle", "STYLE")})},
+       {{15, 15, kGreen}, {2, 5, kRed}}},
+      {"the old form",
+       {with(instance(SketchJson::array()),
+             {{"overrides", {{"0", {{"N", {{"symbolID", "U"}}}}}}}})},
+       {{15, 5, kGreen}}},
+      {"resized", {instance({}, {{"frame", frame(0, 0, 40, 40)}})},
+       {{4, 35, kRed}, {6, 35, kNothing}, {19, 30, kNothing}, {20, 20, kBlue}, {39, 39, kBlue}}},
+      {"enlarged", {instance({}, {{"frame", frame(0, 0, 40, 40)}, {"scale", 2}})},
+       {{9, 35, kRed}, {11, 15, kNothing}, {39, 39, kBlue}}},
+  };
+  for (const Case& c : cases) expectColors(drawInstances(c.layers), c.probes, c.what);
+}
+
+TEST(LayerPainter, SymbolsThatCannotBeDrawn) {
+  for (const char* id : {"Self", "lost"}) {
+    EXPECT_EQ(drawInstances({instance({}, {{"symbolID", id}})}).warnings.size(), 1) << id;
+  }
+}
+
+TEST(LayerPainter, GroupsAreTintedFromTheVersionThatKnowsTints) {
+  for (const auto& [version, expected] : {std::pair{112, kRed}, {130, kBlue}}) {
+    TinyDocument tiny;
+    tiny.version = version;
+    tiny.layers = {with(container("group", frame(0, 0, 40, 40),
+                                  {rectangle(0, 0, 20, 40, filled(kRed))}),
+                        {{"style", filled(kBlue)}})};
+    expectColors(draw(tiny, 40, 40), {{10, 10, expected}, {30, 10, kNothing}}, "a tint");
+  }
+}
+
+TEST(LayerPainter, NamesWhatIsNotSupported) {
+  SketchJson noisy;
+  noisy["fills"] = SketchJson::array({{{"fillType", 5}, {"noiseIntensity", 0.5}}});
+  SketchJson moving = filled(kRed);
+  moving["blur"] = {{"isEnabled", true}, {"type", 1}, {"radius", 3}};
+  for (const SketchJson& layers :
+       {SketchJson{rectangle(0, 0, 10, 10, noisy)}, SketchJson{rectangle(0, 0, 10, 10, moving)},
+        SketchJson{layer("hologram", frame(0, 0, 10, 10))},
+        SketchJson{rectangle(1e300, 0, 10, 10, filled(kRed))}}) {
+    EXPECT_EQ(draw(layers, 40, 40).warnings.size(), 1) << layers.dump();
+  }
+}
+
+}  // namespace
+}  // namespace kelvar::render

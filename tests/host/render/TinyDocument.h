@@ -1,0 +1,109 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QColor>
+
+#include "host/ArtboardRenderer.h"
+#include "host/SketchJson.h"
+#include "platform/ZipArchive.h"
+
+namespace kelvar::render {
+
+/// Layers of a Sketch document in as few words as tests like.
+inline SketchJson color(const QColor& c) {
+  return {{"_class", "color"}, {"red", c.redF()}, {"green", c.greenF()}, {"blue", c.blueF()},
+          {"alpha", c.alphaF()}};
+}
+
+inline SketchJson frame(double x, double y, double width, double height) {
+  return {{"_class", "rect"}, {"x", x}, {"y", y}, {"width", width}, {"height", height}};
+}
+
+inline SketchJson fill(const QColor& c) { return {{"fillType", 0}, {"color", color(c)}}; }
+
+inline SketchJson filled(const QColor& c) {
+  SketchJson style;
+  style["fills"] = SketchJson::array({fill(c)});
+  return style;
+}
+
+inline SketchJson layer(const char* kind, const SketchJson& frame, const SketchJson& style = {}) {
+  SketchJson layer = {{"_class", kind}, {"name", kind}, {"frame", frame}};
+  layer["style"] = style.is_null() ? SketchJson::object() : style;
+  return layer;
+}
+
+inline SketchJson rectangle(double x, double y, double width, double height,
+                            const SketchJson& style) {
+  return layer("rectangle", frame(x, y, width, height), style);
+}
+
+/// `layer` with more members; those of the same name are replaced.
+inline SketchJson with(SketchJson layer, const SketchJson& members) {
+  for (const auto& [key, value] : members.items()) layer[key] = value;
+  return layer;
+}
+
+inline SketchJson container(const char* kind, const SketchJson& frame, const SketchJson& layers) {
+  return with(layer(kind, frame), {{"layers", layers}});
+}
+
+struct TinyDocument {
+  /// On one page.
+  SketchJson layers = SketchJson::array();
+  SketchJson document = {{"layerStyles", {{"objects", SketchJson::array()}}}};
+  int version = 130;
+  std::map<QString, QByteArray> files;
+
+  SketchDocumentRef open() const {
+    const SketchJson page = {{"_class", "page"}, {"name", "Page"}, {"do_objectID", "PAGE"},
+                             {"frame", frame(0, 0, 0, 0)}, {"layers", layers}};
+    SketchJson json = document;
+    json["_class"] = "document";
+    json["pages"] = SketchJson::array({{{"_class", "MSJSONFileReference"},
+                                        {"_ref_class", "MSImmutablePage"},
+                                        {"_ref", "pages/PAGE"}}});
+    std::map<QString, QByteArray> all = files;
+    const auto add = [&](const char* name, const SketchJson& value) {
+      all[QString::fromLatin1(name)] = QByteArray::fromStdString(value.dump());
+    };
+    add("document.json", json);
+    add("meta.json", {{"version", version}});
+    add("user.json", SketchJson::object());
+    add("pages/PAGE.json", page);
+    QString error;
+    const QByteArray bytes = ZipArchive::read({}, &error)->written(all, &error);
+    const SketchDocumentRef document = SketchDocument::read(bytes, QStringLiteral("tiny"), &error);
+    EXPECT_TRUE(document) << qPrintable(error);
+    return document;
+  }
+};
+
+/// What the document draws of an artboard of this size that holds its layers.
+struct Drawing {
+  QImage image;
+  QStringList warnings;
+
+  QColor at(int x, int y) const { return image.pixelColor(x, y); }
+};
+
+inline Drawing draw(TinyDocument tiny, double width, double height, double scale = 1) {
+  tiny.layers.push_back(
+      container("artboard", frame(0, 0, width, height), std::exchange(tiny.layers, SketchJson::array())));
+  const SketchDocumentRef document = tiny.open();
+  if (!document) return {};
+  ArtboardRenderer renderer(document);
+  QString error;
+  const ImageRef image = renderer.render(*document->artboards().last(), scale, &error);
+  EXPECT_TRUE(image) << qPrintable(error);
+  return {image ? image->pixels() : QImage(), renderer.warnings()};
+}
+
+inline Drawing draw(const SketchJson& layers, double width, double height) {
+  TinyDocument tiny;
+  tiny.layers = layers;
+  return draw(tiny, width, height);
+}
+
+}  // namespace kelvar::render
