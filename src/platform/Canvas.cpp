@@ -27,7 +27,11 @@ void paint(QImage& onto, const QImage& picture, const QRectF& target,
   painter.drawImage(target, scaled);
 }
 
-std::vector<float> gaussian(double deviation) {
+/// Pixels. A wider blur is spread too thin to be seen.
+constexpr double kMaxDeviation = 1000;
+
+std::vector<float> gaussian(double wanted) {
+  const double deviation = wanted > 0 ? std::min(wanted, kMaxDeviation) : 0;
   const int radius = int(std::ceil(3 * deviation));
   std::vector<float> weights;
   float sum = 0;
@@ -80,28 +84,58 @@ QImage shadowOf(const QImage& layer, const QColor& color, const std::vector<floa
 
 }  // namespace
 
-Canvas::Canvas(const QSizeF& size) : size_(size) {
-  const double width = ceilToPixel(size.width()), height = ceilToPixel(size.height());
+Canvas::Canvas(const QSizeF& size, double pixelsPerPoint)
+    : size_(size), pixelsPerPoint_(pixelsPerPoint) {
+  const double width = ceilToPixel(size.width() * pixelsPerPoint);
+  const double height = ceilToPixel(size.height() * pixelsPerPoint);
   if (!isHoldable(width, height)) return;
   pixels_ = QImage(int(width), int(height), QImage::Format_ARGB32_Premultiplied);
   pixels_.fill(Qt::transparent);
 }
 
 void Canvas::restore() {
-  if (!saved_.isEmpty()) shadow_ = saved_.takeLast();
+  if (!saved_.isEmpty()) state_ = saved_.takeLast();
 }
 
 void Canvas::setShadow(const QColor& color, double blurRadius, const QSizeF& offset) {
-  shadow_ = {color, blurRadius, offset};
+  state_.shadow = {color, blurRadius, offset};
 }
 
 void Canvas::drawImage(const Image& image, const QRectF& rect, Operation operation) {
   if (pixels_.isNull() || !image.isValid()) return;
   const QRectF target = deviceRect(rect);
-  if (shadow_.color.alpha() > 0) drawShadow(image, target);
+  drawShadow([&](QImage& onto, const QPointF& moved) {
+    paint(onto, image.pixels(), target.translated(moved), QPainter::CompositionMode_Source);
+  });
   paint(pixels_, image.pixels(), target,
         operation == Operation::Copy ? QPainter::CompositionMode_Source
                                      : QPainter::CompositionMode_SourceOver);
+}
+
+void Canvas::fillRect(const QRectF& rect) {
+  QPainterPath path;
+  path.addRect(deviceRect(rect));
+  fillPath(path, state_.fill);
+}
+
+void Canvas::strokeRect(const QRectF& rect, double lineWidth) {
+  const double half = lineWidth / 2;
+  QPainterPath path;
+  path.addRect(deviceRect(rect.adjusted(-half, -half, half, half)));
+  const QRectF inside = rect.adjusted(half, half, -half, -half);
+  if (inside.width() > 0 && inside.height() > 0) path.addRect(deviceRect(inside));
+  fillPath(path, state_.stroke);
+}
+
+void Canvas::fillPath(const QPainterPath& path, const QColor& color) {
+  if (pixels_.isNull()) return;
+  const Paint fill = [&](QImage& onto, const QPointF& moved) {
+    QPainter painter(&onto);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(path.translated(moved), color);
+  };
+  drawShadow(fill);
+  fill(pixels_, {0, 0});
 }
 
 QRectF Canvas::deviceRect(const QRectF& rect) const {
@@ -110,17 +144,19 @@ QRectF Canvas::deviceRect(const QRectF& rect) const {
           rect.height() * sy};
 }
 
-void Canvas::drawShadow(const Image& image, const QRectF& target) {
-  const std::vector<float> weights = gaussian(shadow_.blurRadius / 2);
+void Canvas::drawShadow(const Paint& paint) {
+  const auto& [color, blurRadius, offset] = state_.shadow;
+  if (color.alpha() == 0) return;
+  const std::vector<float> weights = gaussian(blurRadius * pixelsPerPoint_ / 2);
   // What lies up to the blur's reach outside of the canvas still darkens it.
   const int margin = int(weights.size()) / 2;
   QImage layer(pixels_.size() + QSize(2 * margin, 2 * margin), QImage::Format_ARGB32_Premultiplied);
   if (layer.isNull()) return;
   layer.fill(Qt::transparent);
-  const QPointF offset(margin + shadow_.offset.width(), margin - shadow_.offset.height());
-  paint(layer, image.pixels(), target.translated(offset), QPainter::CompositionMode_Source);
+  paint(layer,
+        {margin + offset.width() * pixelsPerPoint_, margin - offset.height() * pixelsPerPoint_});
   QPainter painter(&pixels_);
-  painter.drawImage(-margin, -margin, shadowOf(layer, shadow_.color, weights));
+  painter.drawImage(-margin, -margin, shadowOf(layer, color, weights));
 }
 
 }  // namespace kelvar

@@ -1,0 +1,39 @@
+#include "ui/ElidedLabel.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QToolTip>
+
+namespace kelvar {
+
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+
+QSize ElidedLabel::minimumSizeHint() const {
+  const int few = fontMetrics().averageCharWidth() * 4;
+  return {std::min(few, sizeHint().width()), QLabel::minimumSizeHint().height()};
+}
+
+QString ElidedLabel::elided() const {
+  QString line = text();
+  line.replace(u'\n', u' ');
+  return fontMetrics().elidedText(line, Qt::ElideRight, contentsRect().width());
+}
+
+void ElidedLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  style()->drawItemText(&painter, contentsRect(), int(alignment() | Qt::TextSingleLine), palette(),
+                        isEnabled(), elided(), foregroundRole());
+}
+
+bool ElidedLabel::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || elided() == text()) {
+    return QLabel::event(event);
+  }
+  // As HTML, whose lines are broken where the tool tip is too wide.
+  const QString whole = QStringLiteral("<p>%1</p>").arg(text().toHtmlEscaped());
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), whole, this);
+  return true;
+}
+
+}  // namespace kelvar

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QLabel>
+
+namespace kelvar {
+
+/// One line of plain text that ends in an ellipsis where it does not fit. The tool tip then has
+/// the whole.
+class ElidedLabel : public QLabel {
+  Q_OBJECT
+
+ public:
+  explicit ElidedLabel(QWidget* parent = nullptr);
+
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  bool event(QEvent* event) override;
+
+ private:
+  QString elided() const;
+};
+
+}  // namespace kelvar

@@ -1,0 +1,65 @@
+#include "ui/KVButton.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include "runtime/ClassInfo.h"
+#include "ui/View.h"
+
+namespace kelvar {
+namespace {
+
+const ClassInfo::Registration kRegistered(&KVButton::theClass);
+
+constexpr int kLeastWidth = 64;
+
+}  // namespace
+
+const ClassInfo& KVButton::theClass() {
+  static const ClassInfo kClass =
+      Description<View>("KVButton")
+          .initialiser("init", [] { return View::adopt(new KVButton); })
+          .property("hidden", &View::isHidden, &View::setHidden)
+          .operation("awakeFromNib", onWidget(&KVButton::awakeFromNib))
+          .property("title", onWidget(&KVButton::text), onWidget(&KVButton::setText))
+          .property("backgroundColor", onWidget(&KVButton::backgroundColor),
+                    onWidget(&KVButton::setBackgroundColor))
+          .property("textColor", onWidget(&KVButton::textColor), onWidget(&KVButton::setTextColor));
+  return kClass;
+}
+
+KVButton::KVButton(QWidget* parent) : QPushButton(parent) {}
+
+void KVButton::awakeFromNib() {
+  if (textColor_.isValid()) styledTitle_ = {text(), textColor_, font()};
+}
+
+QSize KVButton::minimumSizeHint() const {
+  const QSize whole = QPushButton::minimumSizeHint();
+  return {std::min(whole.width(), kLeastWidth), whole.height()};
+}
+
+void KVButton::paintEvent(QPaintEvent* event) {
+  if (backgroundColor_.isValid()) {
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(event->rect(), backgroundColor_);
+  }
+  QStylePainter painter(this);
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  if (styledTitle_.color.isValid() && styledTitle_.text == text()) {
+    QColor dimmed = styledTitle_.color;
+    dimmed.setAlphaF(dimmed.alphaF() / 2);
+    option.palette.setColor(QPalette::ButtonText, styledTitle_.color);
+    option.palette.setColor(QPalette::Disabled, QPalette::ButtonText, dimmed);
+    painter.setFont(styledTitle_.font);
+  }
+  const QRect inside = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
+  option.text = painter.fontMetrics().elidedText(text(), Qt::ElideRight, inside.width());
+  painter.drawControl(QStyle::CE_PushButton, option);
+}
+
+}  // namespace kelvar

@@ -1,0 +1,165 @@
+#include "ui/PopUpButton.h"
+
+#include <QAbstractItemView>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+#include <QStylePainter>
+
+#include "ui/PopUpItemDelegate.h"
+#include "ui/Thumbnail.h"
+
+namespace kelvar {
+namespace {
+
+constexpr int kMaxMenuWidth = 480;
+
+bool opensMenu(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_Space:
+    case Qt::Key_Select:
+    case Qt::Key_F4:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool isTyped(const QKeyEvent& event) {
+  return !event.text().isEmpty() && event.text().at(0).isPrint() &&
+         !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
+}  // namespace
+
+PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
+  setItemDelegate(new PopUpItemDelegate(this));
+  setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  view()->setTextElideMode(Qt::ElideMiddle);
+  connect(this, &QComboBox::activated, this, [this] {
+    freeTitle_.clear();
+    markSelection();
+    faceChanged();
+    // The action may set another.
+    if (const Action action = action_) action(*this);
+  });
+}
+
+void PopUpButton::setMenu(KVMenuRef menu) {
+  const QSignalBlocker blocker(this);
+  menu_ = std::move(menu);
+  clear();
+  if (menu_) {
+    for (const MenuItemRef& item : menu_->items()) {
+      if (item->isSeparatorItem()) {
+        insertSeparator(count());
+      } else {
+        addItem(thumbnail(item->image(), iconSize()), item->title());
+      }
+    }
+  }
+  setCurrentIndex(-1);
+  faceChanged();
+}
+
+void PopUpButton::selectItemAtIndex(int index) {
+  const QSignalBlocker blocker(this);
+  const bool selectable = model()->flags(model()->index(index, 0)) & Qt::ItemIsSelectable;
+  setCurrentIndex(selectable ? index : -1);
+  freeTitle_.clear();
+  markSelection();
+  faceChanged();
+}
+
+MenuItemRef PopUpButton::selectedItem() const {
+  return menu_ ? menu_->items().value(currentIndex()) : nullptr;
+}
+
+void PopUpButton::setUsesItemFromMenu(bool uses) {
+  usesItemFromMenu_ = uses;
+  faceChanged();
+}
+
+void PopUpButton::setFaceItem(MenuItemRef item) {
+  faceItem_ = std::move(item);
+  faceChanged();
+}
+
+void PopUpButton::setTitle(const QString& title) {
+  selectItemAtIndex(-1);
+  freeTitle_ = title;
+  faceChanged();
+}
+
+QString PopUpButton::title() const {
+  if (!freeTitle_.isNull()) return freeTitle_;
+  if (usesItemFromMenu_) return currentText();
+  return faceItem_ ? faceItem_->title() : QString();
+}
+
+bool PopUpButton::isMarked(int index) const {
+  if (!menu_) return index == currentIndex();
+  const MenuItemRef item = menu_->items().value(index);
+  return item && item->state() != 0;
+}
+
+void PopUpButton::showPopup() {
+  Q_EMIT PopUpNotifications::shared().willPopUp(this);
+  view()->setMinimumWidth(std::min(view()->sizeHintForColumn(0), kMaxMenuWidth));
+  QComboBox::showPopup();
+}
+
+void PopUpButton::paintEvent(QPaintEvent*) {
+  QStylePainter painter(this);
+  painter.setPen(palette().color(QPalette::Text));
+  QStyleOptionComboBox option;
+  initStyleOption(&option);
+  painter.drawComplexControl(QStyle::CC_ComboBox, option);
+  option.currentIcon = faceIcon();
+  // The icon and the style's margins beside it.
+  const int taken = option.currentIcon.isNull() ? 4 : option.iconSize.width() + 8;
+  const QRect field =
+      style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+  option.currentText =
+      fontMetrics().elidedText(title(), Qt::ElideMiddle, std::max(field.width() - taken, 0));
+  painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
+void PopUpButton::keyPressEvent(QKeyEvent* event) {
+  if (!opensMenu(*event) && !isTyped(*event)) return event->ignore();
+  showPopup();
+  if (isTyped(*event) && event->key() != Qt::Key_Space) view()->keyboardSearch(event->text());
+}
+
+void PopUpButton::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+void PopUpButton::markSelection() {
+  if (!menu_) return;
+  const MenuItemRef selected = selectedItem();
+  for (const MenuItemRef& item : menu_->items()) item->setState(item == selected ? 1 : 0);
+}
+
+void PopUpButton::faceChanged() {
+  // Assistive technology reads the selection, which a face of its own is not.
+  const QString face = title();
+  setAccessibleDescription(face == currentText() ? QString() : face);
+  update();
+}
+
+QIcon PopUpButton::faceIcon() const {
+  if (!freeTitle_.isNull()) return {};
+  if (usesItemFromMenu_) return itemIcon(currentIndex());
+  return faceItem_ ? thumbnail(faceItem_->image(), iconSize()) : QIcon();
+}
+
+PopUpNotifications& PopUpNotifications::shared() {
+  static PopUpNotifications kShared;
+  return kShared;
+}
+
+}  // namespace kelvar

@@ -1,0 +1,31 @@
+#include "ui/ViewController.h"
+
+#include "platform/Log.h"
+#include "ui/InterfaceFile.h"
+
+namespace kelvar {
+
+ViewController::ViewController(const QString& nibName, const QString& bundle)
+    : nibName_(nibName), bundle_(bundle) {}
+
+ViewController::~ViewController() = default;
+
+QWidget* ViewController::view() {
+  const ViewRef loaded = viewObject();
+  return loaded ? loaded->widget() : nullptr;
+}
+
+ViewRef ViewController::viewObject() {
+  if (view_) return view_;
+  view_ = InterfaceFile::load(nibName_, bundle_, dynamic_cast<Object&>(*this));
+  if (view_) {
+    viewDidLoad();
+  } else {
+    logLine(u"ViewController: there is no form %@", {nibName_});
+  }
+  return view_;
+}
+
+void ViewController::viewDidLoad() {}
+
+}  // namespace kelvar
