@@ -19,7 +19,8 @@ target_sources(kelvar PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR}/sr
 
 install(TARGETS kelvar EXPORT KelvarTargets
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
-install(TARGETS kelvar-program)
+install(TARGETS kelvar-program kelvar-run)
+install(TARGETS kelvar-ui kelvar-scripting LIBRARY NAMELINK_SKIP)
 install(TARGETS kelvar-network LIBRARY NAMELINK_SKIP)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Kelvar)

@@ -12,6 +12,7 @@
 #include "app/messages.h"
 #include "app/render.h"
 #include "app/refresh.h"
+#include "app/run.h"
 #include "app/settings.h"
 
 namespace {
@@ -43,6 +44,7 @@ int run(int argc, char** argv) {
       {"layers", kelvar::app::addLayers(program)},
       {"refresh", kelvar::app::addRefresh(program)},
       {"archive", kelvar::app::addArchive(program)},
+      {"run", kelvar::app::addRun(program)},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},
       {"messages", kelvar::app::addMessages(program)},

@@ -46,13 +46,27 @@ void removeReferenced(const SketchJson& value, QSet<QString>* names) {
   for (const SketchJson& part : value) removeReferenced(part, names);
 }
 
+QVariantList variantsOf(const QList<SketchLayerRef>& layers) {
+  QVariantList list;
+  for (const SketchLayerRef& layer : layers) list.append(toVariant(layer));
+  return list;
+}
+
 }  // namespace
 
 const ClassInfo& SketchDocument::theClass() {
-  static const ClassInfo kClass = Description<SketchDocument>("SketchDocument")
-                                      .property("path", &SketchDocument::path)
-                                      .property("appVersion", &SketchDocument::appVersion)
-                                      .property("build", &SketchDocument::build);
+  static const ClassInfo kClass =
+      Description<SketchDocument>("SketchDocument")
+          .property("path", &SketchDocument::path)
+          .property("appVersion", &SketchDocument::appVersion)
+          .property("build", &SketchDocument::build)
+          .property("currentPage", &SketchDocument::currentPage)
+          .property("pages", [](const SketchDocument& self) { return variantsOf(self.pages()); })
+          .property("artboards",
+                    [](const SketchDocument& self) { return variantsOf(self.artboards()); })
+          .operation("layersNamed:", [](const SketchDocument& self, const QString& nameOrID) {
+            return variantsOf(self.layersNamed(nameOrID));
+          });
   return kClass;
 }
 

@@ -36,7 +36,8 @@ const ClassInfo& Handle<QImage>::theClass() {
 }
 template <>
 const ClassInfo& Handle<QColor>::theClass() {
-  static const ClassInfo kClass = Description<Handle>("NSColor");
+  static const ClassInfo kClass = Description<Handle>("NSColor").classOperation(
+      "colorWithRed:green:blue:alpha:", &QColor::fromRgbF);
   return kClass;
 }
 

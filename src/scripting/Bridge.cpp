@@ -152,8 +152,7 @@ JSObjectRef Bridge::classObject(const ClassInfo& info) {
     return makeFace({this, nullptr, &info}, faces.allocated);
   });
   if (const auto* const init = operationsOf(info, Kind::Initialiser).value(u"init"_s)) {
-    add(u"new"_s,
-        [this, &info, init](const Call& call) { return toScript(*init->call(nullptr, {})); });
+    add(u"new"_s, [this, init](const Call&) { return toScript(*init->call(nullptr, {})); });
   }
   add(u"name"_s, [this, &info](const Call&) { return string(info.name()); });
   add(u"toString"_s, [this, &info](const Call&) { return string(info.name()); });

@@ -70,6 +70,8 @@ class Bridge {
   JSValueRef undefined() const { return JSValueMakeUndefined(context_); }
   JSValueRef get(JSObjectRef object, const QString& name) const;
   void set(JSObjectRef object, const QString& name, JSValueRef value) const;
+  /// Either may be null.
+  void defineAccessor(JSObjectRef object, const QString& name, JSObjectRef get, JSObjectRef set);
   /// Throws `Thrown`.
   JSValueRef call(JSObjectRef function, JSObjectRef self,
                   const std::vector<JSValueRef>& arguments) const;

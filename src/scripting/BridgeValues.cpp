@@ -41,6 +41,12 @@ void Bridge::set(JSObjectRef object, const QString& name, JSValueRef value) cons
                       nullptr);
 }
 
+void Bridge::defineAccessor(JSObjectRef object, const QString& name, JSObjectRef get,
+                            JSObjectRef set) {
+  const auto orUndefined = [&](JSObjectRef function) { return function ? function : undefined(); };
+  call(prelude("accessor"), nullptr, {object, string(name), orUndefined(get), orUndefined(set)});
+}
+
 JSValueRef Bridge::call(JSObjectRef function, JSObjectRef self,
                         const std::vector<JSValueRef>& arguments) const {
   JSValueRef exception = nullptr;

@@ -45,6 +45,9 @@
     define(target, name, operation, set) {
       Object.defineProperty(target, name, {get: () => operation, set, configurable: true});
     },
+    accessor(target, name, get, set) {
+      Object.defineProperty(target, name, {get, set, configurable: true});
+    },
     // Stands at the end of a chain of prototypes: only what nobody has gets here.
     terminal: (get, set) => new Proxy({}, {get, set, has: () => false}),
     isKnown: name => name in Object.prototype || name === 'then' || name === 'toJSON',
