@@ -234,11 +234,10 @@ JSObjectRef Bridge::terminal(const ClassInfo& info, Kind kind) {
     QStringList names;
     const auto operations = operationsOf(info, kind);
     for (auto it = operations.begin(); it != operations.end(); ++it) {
-      names += {scriptName(it.key()), shortScriptName(it.key())};
+      names += scriptName(it.key());
     }
     if (kind != Kind::Operation) names += {u"alloc"_s, u"new"_s};
     names.sort();
-    names.removeDuplicates();
     const QString who = kind == Kind::Operation     ? u"an object of class %1"_s.arg(info.name())
                         : kind == Kind::Initialiser ? u"%1.alloc()"_s.arg(info.name())
                                                     : u"the class %1"_s.arg(info.name());

@@ -63,15 +63,18 @@ JSValueRef Bridge::toScript(const QVariant& value) {
     case QMetaType::Bool:
       return JSValueMakeBoolean(context_, value.toBool());
     case QMetaType::ULong:
-    case QMetaType::ULongLong:
-      return double(value.toULongLong()) > kMaxExact
-                 ? JSBigIntCreateWithUInt64(context_, value.toULongLong(), nullptr)
-                 : number(double(value.toULongLong()));
+    case QMetaType::ULongLong: {
+      const qulonglong whole = value.toULongLong();
+      return whole > qulonglong(kMaxExact) ? JSBigIntCreateWithUInt64(context_, whole, nullptr)
+                                           : number(double(whole));
+    }
     case QMetaType::Long:
-    case QMetaType::LongLong:
-      return std::abs(double(value.toLongLong())) > kMaxExact
-                 ? JSBigIntCreateWithInt64(context_, value.toLongLong(), nullptr)
-                 : number(double(value.toLongLong()));
+    case QMetaType::LongLong: {
+      const qlonglong whole = value.toLongLong();
+      return std::abs(whole) > qlonglong(kMaxExact)
+                 ? JSBigIntCreateWithInt64(context_, whole, nullptr)
+                 : number(double(whole));
+    }
     case QMetaType::QString:
       return string(value.toString());
     case QMetaType::QStringList:

@@ -171,13 +171,20 @@ bool ScriptRuntime::evaluateFile(const QString& path) {
 }
 
 bool ScriptRuntime::evaluate(const QString& script, const QString& file) {
-  return attempt([&] {
-    sources_.insert(file, script);
-    JSValueRef exception = nullptr;
-    JSEvaluateScript(engine_->context, EngineString(plainJavaScript(script)), nullptr,
-                     EngineString(file), 1, &exception);
-    if (exception) throw Bridge::Thrown{exception};
-  });
+  return attempt([&] { evaluateText(script, file); });
+}
+
+void ScriptRuntime::evaluateText(const QString& script, const QString& file) {
+  sources_.insert(file, script);
+  QString plain = plainJavaScript(script);
+  // The engine does not tell the place of an exception in a script's very first expression. Before
+  // "use strict" and #! nothing may stand.
+  const QString start = plain.trimmed().first(std::min<qsizetype>(1, plain.trimmed().size()));
+  if (!u"\"'#"_s.contains(start)) plain.prepend(u';');
+  JSValueRef exception = nullptr;
+  JSEvaluateScript(engine_->context, EngineString(plain), nullptr, EngineString(file), 1,
+                   &exception);
+  if (exception) throw Bridge::Thrown{exception};
 }
 
 /// Each file once, also where files import one another. Paths are relative to the file that
@@ -191,14 +198,14 @@ void ScriptRuntime::import(const QString& path) {
   QByteArray bytes;
   QString error;
   if (!WholeFile::read(file, kMaxScript, &bytes, &error)) throw Bridge::Failure(error);
-  const QString script = QString::fromUtf8(bytes);
-  sources_.insert(file, script);
   importing_.append(file);
-  JSValueRef exception = nullptr;
-  JSEvaluateScript(engine_->context, EngineString(plainJavaScript(script)), nullptr,
-                   EngineString(file), 1, &exception);
+  try {
+    evaluateText(QString::fromUtf8(bytes), file);
+  } catch (...) {
+    importing_.removeLast();
+    throw;
+  }
   importing_.removeLast();
-  if (exception) throw Bridge::Thrown{exception};
 }
 
 bool ScriptRuntime::hasFunction(const QString& name) {

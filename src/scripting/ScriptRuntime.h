@@ -75,6 +75,7 @@ class KELVAR_EXPORT ScriptRuntime {
   void defineCatalogue();
   void defineTimers();
   const void* startTimer(const void* call, bool repeats);
+  void evaluateText(const QString& script, const QString& file);
   void import(const QString& path);
   QString lineOf(const QString& file, int line) const;
   bool mustStop();
