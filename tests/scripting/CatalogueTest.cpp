@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
@@ -75,12 +75,13 @@ class CatalogueTest : public testing::Test {
     printed_.removeAll(u"Error: an event that has to wait needs properties"_s);
     EXPECT_EQ(printed_.join(u'\n').toStdString(), "") << script.toStdString();
     printed_.clear();
-    const int before = pending_;
-    for (int i = 0; i < 20; ++i) QCoreApplication::processEvents();
-    pending_ = PendingWork::count();
-    if (pending_ > before) fprintf(stderr, "PENDING %d %s\n", pending_, qPrintable(script));
   }
-  int pending_ = 0;
+
+  /// Windows that some of the operations have opened would keep other scripts waiting.
+  void TearDown() override {
+    while (PendingWork::count() > 0) QCoreApplication::processEvents();
+    QApplication::closeAllWindows();
+  }
 
   static QString callOf(const ClassInfo::Operation& operation) {
     QStringList arguments;
