@@ -62,7 +62,8 @@ TEST(Library, ExportsThePlainNames) {
               {"HRCoderRootObjectKey", "$root"},
               {"HRCoderObjectAliasKey", "$alias"},
               {"HRCoderBase64DataKey", "$data"},
-              {"HRCoderException", "HRCoderException"}};
+              {"HRCoderException", "HRCoderException"},
+              {"TrackerManagerEventSessionEnded", "Session Ended"}};
   for (const auto& [name, text] : keys) {
     const auto key = static_cast<const char*>(dlsym(library, name));
     ASSERT_TRUE(key) << name;

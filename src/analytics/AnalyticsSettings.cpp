@@ -29,6 +29,7 @@ QUrl AnalyticsSettings::trackingAddress(const QString& path) {
 }
 
 QUrl AnalyticsSettings::locationAddress() {
+  if (trackingAddress(QString()).isEmpty()) return {};
   const QByteArray key = QUrl::toPercentEncoding(locationKey());
   return address("KELVAR_LOCATION_SERVER", "KVLocationServer",
                  QStringLiteral("/json/?key=") + QString::fromLatin1(key));

@@ -21,7 +21,7 @@ class KELVAR_EXPORT AnalyticsSettings {
   static QUrl trackingAddress(const QString& path);
 
   /// Where the location service tells where this machine is, with its key; empty when it is not to
-  /// be asked. KELVAR_LOCATION_SERVER, KVLocationServer.
+  /// be asked, as without a server for events. KELVAR_LOCATION_SERVER, KVLocationServer.
   static QUrl locationAddress();
 
   /// Of the analytics project. KELVAR_ANALYTICS_WRITE_KEY, KVAnalyticsWriteKey.

@@ -1,5 +1,7 @@
 #include "analytics/LastPayload.h"
 
+#include <utility>
+
 #include "platform/MainQueue.h"
 #include "platform/UserDefaults.h"
 
@@ -10,16 +12,18 @@ const QString kKey = QStringLiteral("io.kelvarlabs.tracker.lastPayload");
 const QString kPath = QStringLiteral("path");
 const QString kBody = QStringLiteral("body");
 
-/// To be written; empty when it is.
-QVariantMap& waiting() {
-  static QVariantMap payload;
-  return payload;
+/// To be written; without a body when it is.
+URLRequest& waiting() {
+  static URLRequest request;
+  return request;
 }
 
 void write() {
-  if (waiting().isEmpty()) return;
-  UserDefaults::standard().setObject(waiting(), kKey);
-  waiting().clear();
+  const URLRequest request = std::exchange(waiting(), {});
+  if (request.body.isNull()) return;
+  const QVariantMap payload{{kPath, request.address.path()},
+                            {kBody, QString::fromUtf8(request.body)}};
+  UserDefaults::standard().setObject(payload, kKey);
 }
 
 QString stored(const QString& key) {
@@ -29,7 +33,7 @@ QString stored(const QString& key) {
 }  // namespace
 
 void LastPayload::keep(const URLRequest& request) {
-  waiting() = {{kPath, request.address.path()}, {kBody, QString::fromUtf8(request.body)}};
+  waiting() = request;
   MainQueue::async(write);
 }
 

@@ -93,13 +93,9 @@ void addLocation(const QVariantMap& answer, QVariantMap* context) {
   (*context)[QStringLiteral("ip")] = value("query");
 }
 
-/// What is empty here is sent so.
-QVariantMap contextWith(const Properties& location) {
-  QVariantMap context{
-      {QStringLiteral("locale"), SystemFacts::locale()},
-      {QStringLiteral("timezone"), SystemFacts::timeZone()},
-      {QStringLiteral("screen"), screen()},
-      {QStringLiteral("app"), app()},
+/// What does not change while the process runs. What is empty here is sent so.
+const QVariantMap& constantContext() {
+  static const QVariantMap kContext{
       {QStringLiteral("device"),
        QVariantMap{
            {QStringLiteral("manufacturer"), kNothing},
@@ -114,6 +110,15 @@ QVariantMap contextWith(const Properties& location) {
                    {QStringLiteral("version"), SystemFacts::operatingSystemVersionString()}}},
       {QStringLiteral("library"), library()},
       {QStringLiteral("mixpanelLibrary"), kNothing}};
+  return kContext;
+}
+
+QVariantMap contextWith(const Properties& location) {
+  QVariantMap context = constantContext();
+  context[QStringLiteral("locale")] = SystemFacts::locale();
+  context[QStringLiteral("timezone")] = SystemFacts::timeZone();
+  context[QStringLiteral("screen")] = screen();
+  context[QStringLiteral("app")] = app();
   if (location) addLocation(*location, &context);
   return context;
 }

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "app/Failure.h"
+#include "app/analytics.h"
 #include "app/archive.h"
 #include "app/checkVersion.h"
 #include "app/layers.h"
@@ -48,6 +49,7 @@ int run(int argc, char** argv) {
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},
       {"messages", kelvar::app::addMessages(program)},
+      {"analytics", kelvar::app::addAnalytics(program)},
   };
   try {
     program.parse(argc, argv);

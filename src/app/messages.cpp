@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -101,14 +102,15 @@ QString line(const QVariantMap& message) {
 }
 
 void list(const QVariantList& messages, bool json) {
-  if (!json) {
-    for (const QVariant& message : messages) print(line(message.toMap()).toUtf8());
-    return;
+  if (json) {
+    QString error;
+    const QByteArray text = Json::write(messages, Json::Layout::Compact, &error);
+    if (text.isEmpty()) fail(QStringLiteral("cannot be written as JSON: ") + error);
+    return print(text);
   }
-  QString error;
-  const QByteArray text = Json::write(messages, Json::Layout::Compact, &error);
-  if (text.isEmpty()) fail(QStringLiteral("cannot be written as JSON: ") + error);
-  print(text);
+  QStringList lines;
+  for (const QVariant& message : messages) lines.append(line(message.toMap()));
+  if (!lines.isEmpty()) print(lines.join(u'\n').toUtf8());
 }
 
 void run(std::optional<qint64> read, bool json) {

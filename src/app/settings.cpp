@@ -19,7 +19,8 @@ constexpr const char* kExamples = R"(
 The settings are one file, shared by everything of Kelvar's: $XDG_CONFIG_HOME/kelvar/settings.sqlite
 or ~/.config/kelvar/settings.sqlite. KELVAR_DEFAULTS names another one.
 
-Dates are written as 2026-05-01T12:00:00Z and data in Base64.
+Dates are written as 2026-05-01T12:00:00Z and data in Base64. A text that begins with - stands
+behind --, as in kelvar settings set com.example.text -- -12.
 
 Examples:
   kelvar settings list
@@ -191,20 +192,21 @@ void list(const Arguments& arguments) {
   QString error;
   const UserDefaults defaults = UserDefaults::standard();
   const QStringList keys = defaults.keys(&error);
+  if (!error.isEmpty()) fail(error);
   QVariantList entries;
   for (const QString& key : keys) {
     const QVariant value = defaults.objectForKey(key, &error);
-    if (!error.isEmpty()) break;
     if (value.isValid()) entries.append(entry(key, value));
   }
-  if (!error.isEmpty()) fail(error);
-  if (arguments.json) return print(jsonText(entries));
-  for (const QVariant& each : entries) {
+  if (arguments.json) print(jsonText(entries));
+  for (const QVariant& each : arguments.json ? QVariantList() : entries) {
     const QVariantMap map = each.toMap();
     print(oneWord(map[QStringLiteral("key")].toString()) + '\t' +
           map[QStringLiteral("type")].toByteArray() + '\t' +
           jsonText(map[QStringLiteral("value")]));
   }
+  // One value that cannot be read hides no other.
+  if (!error.isEmpty()) fail(error);
 }
 
 void get(const Arguments& arguments) {

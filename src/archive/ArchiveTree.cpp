@@ -1,5 +1,6 @@
 #include "archive/ArchiveTree.h"
 
+#include "archive/Data.h"
 #include "archive/HRCoder.h"
 #include "archive/ValueClasses.h"
 
@@ -31,13 +32,10 @@ QVariantMap base64Data(const QString& className, const QByteArray& bytes) {
 
 /// Invalid when the dictionary stands for something else.
 QVariant fromBase64Data(const QVariantMap& map) {
-  const QString className = map.value(kClassKey, kData).toString();
-  const auto result = QByteArray::fromBase64Encoding(map.value(kDataKey).toString().toLatin1(),
-                                                     QByteArray::AbortOnBase64DecodingErrors);
-  if (!map.contains(kDataKey) || !result) return {};
-  if (className == kData) return result.decoded;
-  if (className != kMutableData) return {};
-  return QVariantMap{{kClassKey, kMutableData}, {kBytesKey, result.decoded}};
+  if (!map.contains(kDataKey)) return {};
+  const auto object = HRCoder::unarchiveObjectWithPlistOrJSON(map).value<ObjectRef>();
+  const auto data = std::dynamic_pointer_cast<Data>(object);
+  return data ? HRCoder::archivedPlistWithRootObject(QVariant::fromValue(object)) : QVariant();
 }
 
 QVariant fromDate(const QVariantMap& map) {

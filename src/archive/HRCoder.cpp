@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QRegularExpression>
 #include <QUrl>
-#include <algorithm>
 #include <charconv>
 
 #include "archive/HRCoderAliasPlaceholder.h"
@@ -86,11 +85,10 @@ int64_t integerFrom(const QVariant& value) {
   return isNumber(value) ? numberFrom<int64_t>(value) : 0;
 }
 
-/// Numbers are cut to 32 bits, texts and reals clamped.
+/// Integers are cut to 32 bits, texts and reals clamped.
 int32_t smallIntegerFrom(const QVariant& value) {
-  const int64_t number = integerFrom(value);
-  if (value.typeId() != QMetaType::QString && !isReal(value)) return int32_t(number);
-  return int32_t(std::clamp<int64_t>(number, INT32_MIN, INT32_MAX));
+  if (value.typeId() == QMetaType::QString) return leadingNumber<int32_t>(value.toString());
+  return isNumber(value) ? numberFrom<int32_t>(value) : 0;
 }
 
 double realFrom(const QVariant& value) {
@@ -190,7 +188,7 @@ std::unique_ptr<HRCoder> HRCoder::initForReadingWithData(const QByteArray& data)
 QVariant HRCoder::archiveRootObject(const QVariant& object) {
   setKnownObjects({});
   encodeRootObject(object);
-  const QVariant tree = failed_ || isNone(object) ? QVariant() : stack_.last();
+  const QVariant tree = failed_ || stack_.isEmpty() ? QVariant() : stack_.last();
   finishEncoding();
   return tree;
 }

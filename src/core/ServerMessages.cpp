@@ -77,9 +77,10 @@ void ServerMessages::load(const KVPersisterRef& persister, Completion completion
           {address.isEmpty() ? wanted : QString::fromLatin1(address.toEncoded())});
   URLSession* const session = address.isEmpty() ? nullptr : URLSession::shared();
   if (!session) return completion(QStringLiteral("no connection"));
-  session->dataTask(address, [persister, completion](const URLAnswer& answer) {
-    completion(merge(answer, persister.get()));
-  });
+  session->dataTask(address,
+                    [persister, completion = std::move(completion)](const URLAnswer& answer) {
+                      completion(merge(answer, persister.get()));
+                    });
 }
 
 QVariantList ServerMessages::merged(const QVariantList& stored, const QVariantList& records) {

@@ -197,6 +197,7 @@ class BinaryReader {
     State state = State::Unread;
     int height = 0;          ///< Containers down from here.
     qsizetype mentions = 1;  ///< Values with each mention written out.
+    qsizetype text = 0;      ///< Characters and bytes in them, keys included.
     QVariant value;
   };
 
@@ -272,6 +273,7 @@ class BinaryReader {
     const qsizetype count = readCount(first & 15, &start);
     if (count < 0) return failAt(at - 1);
     if (kind == kList || kind == kMap) return readContainer(kind, start, count, depth, entry);
+    entry->text = count;
     entry->value = countedObject(kind, start, count);
     return entry->value.isValid() || failAt(at - 1);
   }
@@ -343,7 +345,7 @@ class BinaryReader {
         list.append(child(reference, depth, entry));
       } else {
         const qsizetype value = reference + count * referenceWidth_;
-        map.insert(key(reference, depth), child(value, depth, entry));
+        map.insert(key(reference, depth, entry), child(value, depth, entry));
       }
     }
     entry->height += 1;
@@ -359,14 +361,22 @@ class BinaryReader {
     entry->height = std::max(entry->height, found.height);
     entry->mentions += found.mentions;
     if (entry->mentions > PropertyList::kMaxValues) failCount();
+    countText(found.text, entry);
     return found.value;
   }
 
-  QString key(qsizetype reference, int depth) {
-    Entry unused;
-    const QVariant key = child(reference, depth, &unused);
+  QString key(qsizetype reference, int depth, Entry* entry) {
+    Entry alone;
+    const QVariant key = child(reference, depth, &alone);
     if (key.typeId() != QMetaType::QString) fail(u"a key in it is not a string"_s);
+    countText(alone.text, entry);
     return key.toString();
+  }
+
+  void countText(qsizetype text, Entry* entry) {
+    entry->text += text;
+    if (entry->text <= PropertyList::kMaxBytes) return;
+    fail(u"written out it is larger than %1 MiB"_s.arg(PropertyList::kMaxBytes >> 20));
   }
 
   const QByteArray& bytes_;

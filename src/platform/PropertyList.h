@@ -32,7 +32,8 @@ class KELVAR_EXPORT PropertyList {
 
   /// Lists and maps in one another, at most.
   static constexpr int kMaxDepth = 512;
-  /// What a document may have in bytes, and in values where each mention counts.
+  /// What a document may have in bytes, and in values. Where the binary form refers to one object
+  /// from many places, each mention counts in both.
   static constexpr qsizetype kMaxBytes = qsizetype{64} << 20;
   static constexpr qsizetype kMaxValues = qsizetype{1} << 21;
 

@@ -78,7 +78,8 @@ bool SqliteStatement::step() {
 
 QByteArray SqliteStatement::column(int index) {
   const auto* const bytes = static_cast<const char*>(sqlite3_column_blob(statement_.get(), index));
-  return QByteArray(bytes, sqlite3_column_bytes(statement_.get(), index));
+  const int size = sqlite3_column_bytes(statement_.get(), index);
+  return size == 0 ? QByteArray("") : QByteArray(bytes, size);
 }
 
 }  // namespace kelvar

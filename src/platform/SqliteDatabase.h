@@ -48,7 +48,7 @@ class SqliteStatement {
   /// Whether there is a row.
   bool step();
 
-  /// A copy of the row's column, which counts from 0.
+  /// A copy of the row's column, which counts from 0. Never null.
   QByteArray column(int index);
 
  private:

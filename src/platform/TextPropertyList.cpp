@@ -38,7 +38,8 @@ class TextReader {
 
   QVariant fail(const QString& why) {
     if (problem_.isEmpty()) {
-      const qsizetype line = QStringView(text_).first(at_).count(u'\n') + 1;
+      const qsizetype read = qMin(at_, text_.size());  // A last escape is read past the end.
+      const qsizetype line = QStringView(text_).first(read).count(u'\n') + 1;
       problem_ = u"line %1: %2"_s.arg(line).arg(why);
     }
     return {};

@@ -112,6 +112,9 @@ bool onFile(const QString& path, Access access, QString* error, const Work& work
       if (!isThere(path)) {
         if (access == Access::Read) return true;
         makeFile(path);
+      } else if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
+        // Beside a device, a journal would be left, and a device cannot be set aside.
+        throw std::runtime_error("it is no regular file");
       }
       SqliteDatabase database(path);
       try {

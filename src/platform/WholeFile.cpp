@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace kelvar {
@@ -24,12 +25,20 @@ bool WholeFile::read(const QString& path, qsizetype most, QByteArray* bytes, QSt
 }
 
 bool WholeFile::write(const QString& path, const QByteArray& bytes, QString* error) {
+  QFile device(path);
   QSaveFile file(path);
+  const QFileInfo target(path);
+  const bool isDevice = target.exists() && !target.isFile();
   // QSaveFile flushes too, but overlooks what fails in it.
-  const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
-                         file.flush() && ::fdatasync(file.handle()) == 0 && file.commit();
-  if (!isWritten) *error = QStringLiteral("cannot write %1: %2").arg(path, file.errorString());
-  return isWritten;
+  const bool isWritten = isDevice ? device.open(QIODevice::WriteOnly) &&
+                                        device.write(bytes) == bytes.size() && device.flush()
+                                  : file.open(QIODevice::WriteOnly) &&
+                                        file.write(bytes) == bytes.size() && file.flush() &&
+                                        ::fdatasync(file.handle()) == 0 && file.commit();
+  if (isWritten) return true;
+  *error = QStringLiteral("cannot write %1: %2")
+               .arg(path, isDevice ? device.errorString() : file.errorString());
+  return false;
 }
 
 }  // namespace kelvar

@@ -16,7 +16,7 @@ class KELVAR_EXPORT WholeFile {
   static bool read(const QString& path, qsizetype most, QByteArray* bytes, QString* error);
 
   /// Replaces the file, or leaves it as it was: the bytes are written beside it, brought to the
-  /// disk, and then put in its place.
+  /// disk, and then put in its place. A pipe or a device is written as it stands.
   static bool write(const QString& path, const QByteArray& bytes, QString* error);
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QVariant>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -91,7 +92,12 @@ T numberFrom(const QVariant& value) {
     if (std::is_same_v<T, uint64_t> && real >= 0x1p63) {
       return real >= 0x1p64 ? std::numeric_limits<T>::max() : T(real);
     }
-    return T(integerFromReal(real));
+    const int64_t whole = integerFromReal(real);
+    if constexpr (std::is_signed_v<T>) {
+      using Limits = std::numeric_limits<T>;
+      return T(std::clamp<int64_t>(whole, Limits::min(), Limits::max()));
+    }
+    return T(whole);
   }
 }
 

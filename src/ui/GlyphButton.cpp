@@ -30,9 +30,17 @@ void GlyphButton::paintEvent(QPaintEvent*) {
   QStylePainter painter(this);
   QStyleOptionToolButton option;
   initStyleOption(&option);
-  option.icon =
-      QIcon(tinted(option.palette.color(QPalette::ButtonText), painter.deviceTransform().m11()));
+  // Named for both modes, or the style would make it paler still where it is disabled.
+  const QPixmap picture =
+      tinted(option.palette.color(QPalette::ButtonText), painter.deviceTransform().m11());
+  option.icon = QIcon(picture);
+  option.icon.addPixmap(picture, QIcon::Disabled);
   painter.drawComplexControl(QStyle::CC_ToolButton, option);
+  if (!hasFocus()) return;
+  // Styles leave the focus of a button without a bezel unmarked.
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(option.palette.color(QPalette::Highlight), 1.5));
+  painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
 }
 
 }  // namespace kelvar

@@ -23,8 +23,7 @@ const ClassInfo& KVView::theClass() {
           .property("hidden", &View::isHidden, &View::setHidden)
           .operation("isOpaque", onWidget(&KVView::isOpaque))
           .operation("refreshShadow", onWidget(&KVView::refreshShadow))
-          .property("dropShadow", onWidget(&KVView::dropShadow),
-                    onWidget(&KVView::setDropShadow))
+          .property("dropShadow", onWidget(&KVView::dropShadow), onWidget(&KVView::setDropShadow))
           .property("backgroundColor", onWidget(&KVView::backgroundColor),
                     onWidget(&KVView::setBackgroundColor))
           .property("borderColor", onWidget(&KVView::borderColor),
@@ -37,10 +36,8 @@ const ClassInfo& KVView::theClass() {
                     onWidget(&KVView::setInnerShadowBlur))
           .property("innerShadowColor", onWidget(&KVView::innerShadowColor),
                     onWidget(&KVView::setInnerShadowColor))
-          .property("shadowSize", onWidget(&KVView::shadowSize),
-                    onWidget(&KVView::setShadowSize))
-          .property("shadowBlur", onWidget(&KVView::shadowBlur),
-                    onWidget(&KVView::setShadowBlur))
+          .property("shadowSize", onWidget(&KVView::shadowSize), onWidget(&KVView::setShadowSize))
+          .property("shadowBlur", onWidget(&KVView::shadowBlur), onWidget(&KVView::setShadowBlur))
           .property("shadowColor", onWidget(&KVView::shadowColor),
                     onWidget(&KVView::setShadowColor));
   return kClass;

@@ -41,6 +41,7 @@ PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
   setItemDelegate(new PopUpItemDelegate(this));
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   view()->setTextElideMode(Qt::ElideMiddle);
+  view()->viewport()->installEventFilter(this);
   connect(this, &QComboBox::activated, this, [this] {
     freeTitle_.clear();
     markSelection();
@@ -137,6 +138,15 @@ void PopUpButton::keyPressEvent(QKeyEvent* event) {
 }
 
 void PopUpButton::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+bool PopUpButton::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != view()->viewport() || event->type() != QEvent::MouseButtonRelease) {
+    return QComboBox::eventFilter(watched, event);
+  }
+  // A click on a separator would choose what the pointer was on before.
+  const QModelIndex index = view()->indexAt(static_cast<QMouseEvent*>(event)->pos());
+  return index.isValid() && !(index.flags() & Qt::ItemIsSelectable);
+}
 
 void PopUpButton::markSelection() {
   if (!menu_) return;

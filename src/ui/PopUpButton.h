@@ -60,6 +60,7 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void markSelection();

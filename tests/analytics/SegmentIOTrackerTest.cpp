@@ -1,6 +1,7 @@
 #include "analytics/SegmentIOTracker.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <zlib.h>
 
 #include <QTcpServer>
@@ -40,6 +41,13 @@ class Segment : public SegmentServer {
     const auto tracker = std::make_shared<SegmentIOTracker>(kKey);
     tracker->setUuid(QStringLiteral("U"));
     return tracker;
+  }
+
+  /// An address that nobody listens at.
+  static QByteArray nobody() {
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return "http://127.0.0.1:" + QByteArray::number(server.serverPort());
   }
 
   static QStringList eventsOf(const Server& server) {
@@ -94,10 +102,6 @@ TEST_F(Segment, LooksThePlaceUpOnceAndSendsWhatWaited) {
 }
 
 TEST_F(Segment, WhatComesOfTheLookup) {
-  QTcpServer refusing;
-  ASSERT_TRUE(refusing.listen(QHostAddress::LocalHost));
-  const QByteArray refused = "http://127.0.0.1:" + QByteArray::number(refusing.serverPort());
-  refusing.close();
   const struct {
     const char* what;
     QByteArray answer;
@@ -114,7 +118,7 @@ TEST_F(Segment, WhatComesOfTheLookup) {
     const Server events({Server::http("{}")});
     const Server places({answer});
     use(events, places);
-    if (answer.isEmpty()) qputenv("KELVAR_LOCATION_SERVER", refused);
+    if (answer.isEmpty()) qputenv("KELVAR_LOCATION_SERVER", nobody());
     const auto segment = tracker();
     segment->track(QStringLiteral("first"), QVariantMap());
     ASSERT_TRUE(runUntilReceived(events, 1)) << what;
@@ -129,20 +133,27 @@ TEST_F(Segment, WhatComesOfTheLookup) {
 }
 
 TEST_F(Segment, TenThousandEventsArriveInOrderOnce) {
-  constexpr int kCount = 10'000;
-  const Server events({Server::http("{}", "200 OK", "keep-alive")});
-  const Server places({Server::http(kPlace)});
-  use(events, places);
-  const auto segment = tracker();
-  QStringList names;
-  for (int i = 0; i < kCount; ++i) {
-    names.append(QString::number(i));
-    segment->track(names.last(), QVariantMap{{a_, i}});
-  }
-  ASSERT_TRUE(runUntilReceived(events, kCount));
-  EXPECT_TRUE(segment->pendingEvents().isEmpty());
-  EXPECT_EQ(eventsOf(events), names);
-  EXPECT_EQ(places.requests().size(), 1);
+  const auto trackAndReceive = [this](int count) {
+    const Server events({Server::http("{}", "200 OK", "keep-alive")});
+    const Server places({Server::http(kPlace)});
+    use(events, places);
+    const auto segment = tracker();
+    QStringList names;
+    for (int i = 0; i < count; ++i) {
+      names.append(QString::number(i));
+      segment->track(names.last(), QVariantMap{{a_, i}});
+    }
+    ASSERT_TRUE(runUntilReceived(events, count));
+    EXPECT_TRUE(segment->pendingEvents().isEmpty());
+    EXPECT_EQ(eventsOf(events), names);
+    EXPECT_EQ(places.requests().size(), 1);
+  };
+  trackAndReceive(10);  // What is made once is made.
+  const size_t before = mallinfo2().uordblks;
+  trackAndReceive(10'000);
+  // An event of its own takes more than a kilobyte while it waits.
+  EXPECT_TRUE(runUntil([&] { return mallinfo2().uordblks < before + 1'000'000; }))
+      << before << " bytes before, " << mallinfo2().uordblks << " after";
 }
 
 TEST_F(Segment, IsAliveUntilTheLookupIsAnswered) {
@@ -195,6 +206,28 @@ TEST_F(Segment, FailuresAreLoggedAndNothingIsRetried) {
                                               << log.lines().join(u'\n').toStdString();
     }
   }
+}
+
+TEST_F(Segment, SilentAndAbsentServersAreLoggedAndNotAskedAgain) {
+  const std::pair<bool, const char*> cases[] = {
+      {true, "Segment: response (null) error the server did not answer in time"},
+      {false, "Segment: response (null) error Connection refused"}};
+  for (const auto& [isThere, line] : cases) {
+    const LogCapture log;
+    const Server events({QByteArray()});
+    const Server places({Server::http(kPlace)});
+    use(events, places);
+    if (!isThere) qputenv("KELVAR_ANALYTICS_SERVER", nobody());
+    const auto segment = tracker();
+    URLSession::shared()->setTimeout(std::chrono::milliseconds(500));
+    segment->track(QStringLiteral("one"), QVariantMap());
+    segment->track(QStringLiteral("two"), QVariantMap());
+    ASSERT_TRUE(runUntil([&] { return log.lines().filter(QLatin1String(line)).size() == 2; }))
+        << log.lines().join(u'\n').toStdString();
+    EXPECT_EQ(events.requests().size(), isThere ? 2 : 0);
+    EXPECT_TRUE(segment->pendingEvents().isEmpty());
+  }
+  URLSession::shared()->setTimeout(std::chrono::minutes(1));
 }
 
 TEST_F(Segment, AnEventThatWaitsNeedsNameAndProperties) {
@@ -338,6 +371,7 @@ TEST_F(Segment, TheLastPayloadIsKept) {
   segment->aliasId(a_, QStringLiteral("old"));
   segment->aliasId(a_, QStringLiteral("new"));
   ASSERT_TRUE(runUntilReceived(events, 2));
+  ASSERT_TRUE(runUntil([] { return !LastPayload::path().isNull(); }));
   EXPECT_EQ(LastPayload::path(), QStringLiteral("/v1/alias"));
   EXPECT_TRUE(events.wholeRequests()[1].endsWith("\r\n\r\n" + LastPayload::body()));
   QString error;

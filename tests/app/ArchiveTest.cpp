@@ -147,6 +147,15 @@ TEST_F(Archive, RefusesBadInputWithOneSentenceAndNoOutput) {
   }
 }
 
+TEST_F(Archive, WritesIntoAPipeAndLeavesItThere) {
+  write("good.json", "{\"a\":1}");
+  const Result result =
+      run("mkfifo pipe && exec 3<>pipe && kelvar archive convert good.json -o pipe --to json && "
+          "test -p pipe && head -c 13 <&3");
+  EXPECT_EQ(result.status, 0) << result.err.constData();
+  EXPECT_EQ(result.out, QByteArray("{\n  \"a\": 1\n}\n"));
+}
+
 TEST_F(Archive, Helps) {
   for (const char* line : {"kelvar archive --help", "kelvar archive convert --help"}) {
     const Result help = run(line);

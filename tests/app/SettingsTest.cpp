@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include "platform/SqliteDatabase.h"
 #include "platform/UserDefaults.h"
 
 namespace kelvar {
@@ -71,6 +72,17 @@ TEST_F(Settings, AreListedAndRemoved) {
   EXPECT_EQ(run(words("remove b --json")), "{\"key\":\"b\",\"removed\":true}\n");
   EXPECT_EQ(run(words("remove b")), "");
   EXPECT_EQ(defaults_.keys(), QStringList(QStringLiteral("a\tkey")));
+}
+
+TEST_F(Settings, AreListedBesideOneThatIsDamaged) {
+  defaults_.setObject(1, QStringLiteral(""));
+  defaults_.setObject(2, QStringLiteral("b"));
+  SqliteDatabase(path_).execute("INSERT INTO settings VALUES ('a', x'00')");
+  const QByteArray list = run(words("list"));
+  EXPECT_TRUE(list.startsWith("\"\"\tinteger\t1\nb\tinteger\t2\n1: kelvar: ")) << list.constData();
+  EXPECT_EQ(list.count('\n'), 3) << list.constData();
+  EXPECT_EQ(run(words("remove a")), "");
+  EXPECT_EQ(run(words("list")), "\"\"\tinteger\t1\nb\tinteger\t2\n");
 }
 
 TEST_F(Settings, SayInOneSentenceWhatIsWrong) {

@@ -33,6 +33,7 @@ TEST(ArchiveTree, LeavesWhatOnlyLooksLikeAValue) {
         QVariantMap{{u"$class"_s, u"NSDate"_s}, {u"NS.time"_s, 1e300}},
         QVariantMap{{u"$class"_s, u"NSDate"_s}, {u"NS.time"_s, 1.0}, {u"more"_s, 1}},
         QVariantMap{{u"$class"_s, u"Other"_s}, {u"$data"_s, u"AQI="_s}},
+        QVariantMap{{u"$class"_s, u"NSData"_s}, {u"$data"_s, u"AQI"_s}},
         QVariantMap{{u"$class"_s, u"NSData"_s}, {u"$data"_s, u"?"_s}}}) {
     EXPECT_TRUE(identical(propertyListArchiveTree(map), map));
   }

@@ -248,10 +248,14 @@ TEST_F(Checker, LogsItsSteps) {
   const LogCapture log;
   check(stored(), Server::http("{\"success\": false, \"error\": 1}"));
   check(stored(), Server::http("no JSON"));
+  check(stored(), Server::http("{}"));
+  check(stored(), Server::http("{\"success\": true}"));
   const QStringList lines = log.lines();
   for (const char* line : {"KVVersionChecker: checking for update...", "Parse error: (null)",
                            "result: {\"error\":1,\"success\":false}", "result: (null)",
-                           "KVVersionChecker: update checked with error 1"}) {
+                           "KVVersionChecker: update checked with error 1",
+                           "KVVersionChecker: update checked with error (null)",
+                           "KVVersionChecker: success checking with update. {\"success\":true}"}) {
     EXPECT_TRUE(lines.contains(QLatin1String(line))) << line;
   }
   const QString all = lines.join(u'\n');

@@ -2,44 +2,28 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QTemporaryDir>
-
 #include "analytics/CounterTracker.h"
 #include "analytics/SegmentIOTracker.h"
+#include "analytics/SegmentServer.h"
 #include "core/ServerMessages.h"
-#include "platform/Bundle.h"
-#include "platform/Json.h"
-#include "platform/LoopbackServer.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
 
-using Server = LoopbackServer;
-
 /// Each test is a process in which no Kelvar was made yet.
-class KelvarTest : public testing::Test {
+class KelvarTest : public SegmentServer {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(dir_.isValid());
-    for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy"}) qunsetenv(proxy);
-    qputenv("KELVAR_DEFAULTS", dir_.filePath(QStringLiteral("s.sqlite")).toUtf8());
+    SegmentServer::SetUp();
     nextProcess();
   }
   void TearDown() override {
     std::make_shared<TrackerManager>(TrackerList(), QString())->setAsSharedInstance();
-    for (const char* variable : {"KELVAR_DEFAULTS", "KELVAR_API_SERVER", "KELVAR_ANALYTICS_SERVER",
-                                 "KELVAR_LOCATION_SERVER"}) {
-      qunsetenv(variable);
-    }
+    qunsetenv("KELVAR_API_SERVER");
+    SegmentServer::TearDown();
   }
 
   static void nextProcess() { Kelvar::activateCount_ = 0; }
-
-  static void sendTo(const Server& server) {
-    qputenv("KELVAR_ANALYTICS_SERVER", server.url(QString()).toEncoded());
-    qputenv("KELVAR_LOCATION_SERVER", server.url(QString()).toEncoded());
-  }
 
   static std::shared_ptr<SegmentIOTracker> client(const Kelvar& kelvar) {
     const TrackerList trackers = kelvar.tracker()->allTrackers();
@@ -47,11 +31,29 @@ class KelvarTest : public testing::Test {
     return std::dynamic_pointer_cast<SegmentIOTracker>(trackers.value(0));
   }
 
-  int count_ = 1;
-  char name_[5] = "test";
-  char* arguments_[2] = {name_, nullptr};
-  QCoreApplication application_{count_, arguments_};
-  QTemporaryDir dir_;
+  /// A whole start, until `count` requests for events have come: their paths, and in the end the
+  /// body of the last.
+  QStringList start(qsizetype count, QVariantMap* last) {
+    nextProcess();
+    const Server events({Server::http("{}")});
+    const Server locations({Server::http(R"({"city": "Berlin", "query": "192.0.2.1"})")});
+    use(events, locations);
+    const auto kelvar = std::make_shared<Kelvar>();
+    EXPECT_TRUE(runUntilReceived(events, count));
+    // What comes too much would come now.
+    kelvar->trackForEvent(QStringLiteral("End"), QVariantMap());
+    EXPECT_TRUE(runUntilReceived(events, count + 1));
+    EXPECT_EQ(locations.requests().size(), 1);
+    QStringList paths;
+    for (const QByteArray& request : events.requests().first(count)) {
+      paths.append(QString::fromLatin1(request.split(' ').value(1)));
+    }
+    *last = bodyOf(events.wholeRequests().value(count - 1));
+    EXPECT_EQ(bodyOf(events.wholeRequests().value(count))[QStringLiteral("event")],
+              QStringLiteral("End"));
+    return paths;
+  }
+
   const QString emailKey_ = QStringLiteral("io.kelvarlabs.kelvar.email");
   const QString identifiedKey_ = QStringLiteral("io.kelvarlabs.kelvar.identifiedUser");
 };
@@ -127,22 +129,83 @@ TEST_F(KelvarTest, IsReachedByNameAndIsAStore) {
   EXPECT_TRUE(call("loadServerNotification", {}));
 }
 
+TEST_F(KelvarTest, AFirstStartAsksWhereItIsAndTellsThatItStarted) {
+  QVariantMap started;
+  EXPECT_EQ(start(1, &started), QStringList(QStringLiteral("/v1/track")));
+  EXPECT_EQ(started[QStringLiteral("event")], QStringLiteral("Started"));
+  EXPECT_EQ(started[QStringLiteral("properties")], pluginProperties());
+  EXPECT_EQ(valueForKeyPath(started, QStringLiteral("context.location.city")),
+            QStringLiteral("Berlin"));
+  EXPECT_EQ(valueForKeyPath(started, QStringLiteral("context.ip")), QStringLiteral("192.0.2.1"));
+  EXPECT_FALSE(started.contains(QStringLiteral("userId")));
+  const QVariant identity = started[QStringLiteral("anonymousId")];
+  EXPECT_EQ(identity.toString().size(), 36);
+  EXPECT_EQ(KVPersister().objectForKey(QStringLiteral("io.kelvarlabs.kelvar.tracker.uuid")),
+            identity);
+
+  EXPECT_EQ(start(1, &started), QStringList(QStringLiteral("/v1/track")));
+  EXPECT_EQ(started[QStringLiteral("event")], QStringLiteral("Started"));
+  EXPECT_EQ(started[QStringLiteral("anonymousId")], identity);
+}
+
+TEST_F(KelvarTest, AUserIsAliasedOnceAndIdentifiedAtEachStart) {
+  const QString email = QStringLiteral("a@user.example");
+  KVPersister().setObject(email, emailKey_);
+  QVariantMap started;
+  const QStringList firstPaths{QStringLiteral("/v1/alias"), QStringLiteral("/v1/identify"),
+                               QStringLiteral("/v1/track")};
+  EXPECT_EQ(start(3, &started), firstPaths);
+  EXPECT_EQ(KVPersister().objectForKey(identifiedKey_), email);
+  QVariantMap properties = pluginProperties();
+  properties[QStringLiteral("email")] = email;
+  EXPECT_EQ(started[QStringLiteral("properties")], properties);
+  EXPECT_EQ(started[QStringLiteral("userId")], email);
+  EXPECT_EQ(start(2, &started), firstPaths.sliced(1));
+
+  KVPersister().setObject(QStringLiteral(""), emailKey_);
+  KVPersister().removeObjectForKey(identifiedKey_);
+  EXPECT_EQ(start(1, &started), firstPaths.sliced(2));
+  EXPECT_EQ(started[QStringLiteral("properties")], pluginProperties());
+  EXPECT_FALSE(KVPersister().objectForKey(identifiedKey_).isValid());
+}
+
+TEST_F(KelvarTest, WhoeverIsNotToBeTrackedStillGetsMessages) {
+  const Server server({Server::http("{}")});
+  use(server, server);
+  qputenv("DO_NOT_TRACK", "1");
+  KVPersister().setObject(QStringLiteral("a@user.example"), emailKey_);
+  const auto kelvar = std::make_shared<Kelvar>();
+  qputenv("KELVAR_API_SERVER", server.url(QString()).toEncoded());
+  kelvar->loadServerNotification();
+  EXPECT_TRUE(runUntilReceived(server, 1));
+  ASSERT_EQ(server.requests().size(), 1);
+  EXPECT_TRUE(server.requests()[0].startsWith("GET /r/get_messages?"));
+}
+
 TEST_F(KelvarTest, OnlyTheFirstUpdatesTheMessages) {
   const Server server({Server::http(R"({"messages": [{"fields": {"ID": 7}}]})")});
   qputenv("KELVAR_API_SERVER", server.url(QString()).toEncoded());
   const QString key = QLatin1String(ServerMessages::kKey);
   for (const qsizetype stored : {1, 0}) {
     KVPersister().removeObjectForKey(key);
-    std::weak_ptr<Kelvar> loading;
-    {
-      const auto kelvar = std::make_shared<Kelvar>();
-      kelvar->loadServerNotification();
-      loading = kelvar;
-    }
-    EXPECT_FALSE(loading.expired()) << "it lives until the answer was handled";
-    while (!loading.expired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    auto kelvar = std::make_shared<Kelvar>();
+    const std::weak_ptr<Kelvar> loading = kelvar;
+    kelvar->loadServerNotification();
+    kelvar.reset();
+    EXPECT_TRUE(runUntil([&] { return loading.expired(); }));
     EXPECT_EQ(KVPersister().objectForKey(key).toList().size(), stored);
   }
+}
+
+TEST_F(KelvarTest, LivesUntilTheMessagesAreThere) {
+  const Server silent({QByteArray()});
+  qputenv("KELVAR_API_SERVER", silent.url(QString()).toEncoded());
+  auto kelvar = std::make_shared<Kelvar>();
+  const std::weak_ptr<Kelvar> loading = kelvar;
+  kelvar->loadServerNotification();
+  kelvar.reset();
+  EXPECT_TRUE(runUntilReceived(silent, 1));
+  EXPECT_FALSE(loading.expired());
 }
 
 }  // namespace

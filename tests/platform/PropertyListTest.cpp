@@ -272,6 +272,7 @@ TEST(PropertyList, RefusesDamageWithASentence) {
                             "two words",
                             "\"open",
                             "'open",
+                            "\"open\\",
                             "(a b)",
                             "(a",
                             "(,)",
@@ -379,6 +380,20 @@ TEST(PropertyList, BoundsTheNumberOfValues) {
   EXPECT_FALSE(
       PropertyList::read(QByteArray(PropertyList::kMaxBytes + 1, ' '), nullptr, &error).isValid());
   EXPECT_TRUE(error.contains(u"64 MiB")) << error.toStdString();
+}
+
+TEST(PropertyList, CountsTheTextOfSharedObjectsAtEachMention) {
+  const QString text(1 << 20, u'x');  // Written once, however often it stands in the list.
+  for (const int mentions : {60, 70}) {
+    const QVariantList strings(mentions, text), keys(mentions, QVariantMap{{text, true}});
+    for (const QVariantList& list : {strings, keys}) {
+      QString error;
+      const QByteArray bytes = PropertyList::write(list, PropertyList::Format::Binary, &error);
+      EXPECT_LT(bytes.size(), text.size() + 1000);
+      EXPECT_EQ(PropertyList::read(bytes, nullptr, &error).isValid(), mentions == 60);
+      EXPECT_EQ(error.contains(u"64 MiB"), mentions == 70) << error.toStdString();
+    }
+  }
 }
 
 }  // namespace

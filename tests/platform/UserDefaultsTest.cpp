@@ -119,7 +119,7 @@ TEST_F(Defaults, TakesKeysAsTheyAre) {
       QStringLiteral("\u00e9"),     QStringLiteral("\uffff"), QStringLiteral("😀")};
   for (const QString& key : keys) ASSERT_TRUE(defaults_.setObject(key + u'!', key));
   EXPECT_EQ(defaults_.keys(), keys);
-  for (const QString& key : keys) EXPECT_EQ(defaults_.objectForKey(key), key + u'!');
+  for (const QString& key : defaults_.keys()) EXPECT_EQ(defaults_.objectForKey(key), key + u'!');
   for (const QString& key : keys) {
     EXPECT_TRUE(defaults_.removeObjectForKey(key));
     EXPECT_FALSE(defaults_.objectForKey(key).isValid());
@@ -333,6 +333,18 @@ TEST_F(Defaults, ReadOnlyFolderKeepsTheOldValues) {
   ASSERT_EQ(chmod(QFile::encodeName(folder_).constData(), 0700), 0);
 }
 
+TEST_F(Defaults, WhatIsNoFileIsLeftAlone) {
+  ASSERT_EQ(mkfifo(QFile::encodeName(dir_.filePath(QStringLiteral("pipe"))).constData(), 0600), 0);
+  for (const QString& path : {dir_.filePath(QStringLiteral("pipe")), dir_.path()}) {
+    QString error;
+    EXPECT_FALSE(UserDefaults(path).setObject(1, key_, &error));
+    EXPECT_TRUE(error.contains(QStringLiteral("no regular file"))) << error.toStdString();
+    EXPECT_FALSE(UserDefaults(path).objectForKey(key_).isValid());
+  }
+  const auto all = QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot;
+  EXPECT_EQ(QDir(dir_.path()).entryList(all), QStringList(QStringLiteral("pipe")));
+}
+
 TEST_F(Defaults, DamagedFileIsSetAside) {
   for (int i = 0; i < 200; ++i) defaults_.setObject(stamped(i), QString::number(i));
   const QByteArray whole = contents(path_);
@@ -378,13 +390,15 @@ TEST_F(Defaults, DamagedValueIsNone) {
   ASSERT_TRUE(defaults_.setObject(1, key_));
   SqliteDatabase database(path_);
   database.execute(
-      "INSERT INTO settings VALUES ('junk', x'6a756e6b'), ('cut', x'62706c6973743030')");
+      "INSERT INTO settings VALUES"
+      "('junk', x'6a756e6b'), ('cut', x'62706c6973743030'), ('empty', x'')");
   const LogCapture log;
-  EXPECT_FALSE(defaults_.objectForKey(QStringLiteral("junk")).isValid());
-  EXPECT_FALSE(defaults_.objectForKey(QStringLiteral("cut")).isValid());
-  EXPECT_EQ(log.lines().size(), 2);
+  for (const auto* key : {"junk", "cut", "empty"}) {
+    EXPECT_FALSE(defaults_.objectForKey(QLatin1String(key)).isValid());
+  }
+  EXPECT_EQ(log.lines().size(), 3);
   EXPECT_EQ(defaults_.objectForKey(key_), 1);
-  EXPECT_EQ(defaults_.keys().size(), 3);
+  EXPECT_EQ(defaults_.keys().size(), 4);
 }
 
 }  // namespace

@@ -149,6 +149,8 @@ TEST(Conversion, TurnsNumbersIntoOneAnother) {
   const QVariant null = QVariant::fromValue(nullptr);
   EXPECT_EQ(fromVariant<int>(2.9), 2);
   EXPECT_EQ(fromVariant<int>(-2.9), -2);
+  EXPECT_EQ(fromVariant<int>(1e10), INT32_MAX);
+  EXPECT_EQ(fromVariant<int>(-1e10), INT32_MIN);
   EXPECT_EQ(fromVariant<int64_t>(1e300), INT64_MAX);
   EXPECT_EQ(fromVariant<int64_t>(-1e300), INT64_MIN);
   EXPECT_EQ(fromVariant<int64_t>(double(NAN)), 0);

@@ -23,16 +23,17 @@ void NetworkSession::startTask(const URLRequest& request, Completion completion)
       (new NetworkTask(manager_, post.request, post.completion))->start(post.timeout);
       return;
     }
-    posts_.enqueue(post);
+    posts_.push_back(post);
     startNextPost();
   };
   QMetaObject::invokeMethod(manager_, start, Qt::QueuedConnection);
 }
 
 void NetworkSession::startNextPost() {
-  if (isPosting_ || posts_.isEmpty()) return;
+  if (isPosting_ || posts_.empty()) return;
   isPosting_ = true;
-  const Post post = posts_.dequeue();
+  const Post post = std::move(posts_.front());
+  posts_.pop_front();
   const auto complete = [this, completion = post.completion](const URLAnswer& answer) {
     completion(answer);
     isPosting_ = false;

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QNetworkAccessManager>
-#include <QQueue>
 #include <QThread>
 #include <atomic>
+#include <deque>
 
 #include "platform/URLSession.h"
 
@@ -30,8 +30,9 @@ class NetworkSession : public URLSession {
   QThread thread_;
   /// Lives on the thread, which deletes it, and with it the tasks.
   QNetworkAccessManager* const manager_;
-  /// Those that wait for the one under way. On the thread alone.
-  QQueue<Post> posts_;
+  /// Those that wait for the one under way. On the thread alone. A deque gives back what it no
+  /// longer needs.
+  std::deque<Post> posts_;
   bool isPosting_ = false;
   std::atomic<std::chrono::milliseconds> timeout_{std::chrono::minutes(1)};
 };

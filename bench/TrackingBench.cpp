@@ -1,0 +1,65 @@
+// What tracking costs the main thread: one event that waits, one that is sent, and ten thousand
+// that have waited. Nobody listens at the address; the failures are the network thread's.
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <memory>
+
+#include "analytics/SegmentIOTracker.h"
+
+namespace {
+
+using benchmark::State;
+using kelvar::SegmentIOTracker;
+
+constexpr int kEvents = 10'000;
+
+const QString kName = QStringLiteral("Started");
+
+QVariantMap properties() {
+  return {{QStringLiteral("layers"), 3}, {QStringLiteral("quality"), QStringLiteral("high")}};
+}
+
+std::shared_ptr<SegmentIOTracker> tracker() {
+  const auto tracker = std::make_shared<SegmentIOTracker>(QStringLiteral("key"));
+  tracker->setUuid(QStringLiteral("F6C6C0A0-2F0B-4A53-9A37-3B6A3E8F7C11"));
+  tracker->setSuperProperties(std::make_shared<QVariantMap>(
+      QVariantMap{{QStringLiteral("Plugin Name"), QStringLiteral("Kelvar")}}));
+  tracker->setIsObtainingLocation(true);
+  return tracker;
+}
+
+void waits(State& state) {
+  const auto waiting = tracker();
+  for (auto _ : state) waiting->track(kName, properties());
+}
+
+void isSent(State& state) {
+  const auto knowing = tracker();
+  knowing->setContext(QVariantMap{{QStringLiteral("city"), QStringLiteral("Ulm")}});
+  for (auto _ : state) knowing->track(kName, properties());
+}
+
+void drain(State& state) {
+  const auto full = tracker();
+  for (auto _ : state) {
+    state.PauseTiming();
+    for (int i = 0; i < kEvents; ++i) full->track(kName, properties());
+    state.ResumeTiming();
+    full->handlePendingRequests();
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  qputenv("KELVAR_ANALYTICS_SERVER", "http://127.0.0.1:1");
+  qunsetenv("DO_NOT_TRACK");
+  benchmark::RegisterBenchmark("track/waits", waits)->Iterations(kEvents);
+  benchmark::RegisterBenchmark("track/isSent", isSent)->Iterations(kEvents);
+  benchmark::RegisterBenchmark("drain/10000", drain)->Iterations(3)->Unit(benchmark::kMillisecond);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+}
