@@ -32,8 +32,8 @@ install(TARGETS kelvar EXPORT KelvarTargets
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
 install(TARGETS kelvar-ui EXPORT KelvarUiTargets
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
-install(TARGETS kelvar-program kelvar-panel)
-install(TARGETS kelvar-network kelvar-zip LIBRARY NAMELINK_SKIP)
+install(TARGETS kelvar-program kelvar-panel kelvar-run)
+install(TARGETS kelvar-network kelvar-scripting kelvar-zip LIBRARY NAMELINK_SKIP)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Kelvar)
 include(CMakePackageConfigHelpers)

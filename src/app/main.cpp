@@ -46,6 +46,7 @@ int run(int argc, char** argv) {
       {"refresh", kelvar::app::addRefresh(program)},
       {"panel", kelvar::app::addProgram(program, "panel", "Make a mockup in a window")},
       {"archive", kelvar::app::addArchive(program)},
+      {"run", kelvar::app::addProgram(program, "run", "Run a script or a plug-in's command")},
       {"settings", kelvar::app::addSettings(program)},
       {"check-version", kelvar::app::addCheckVersion(program)},
       {"messages", kelvar::app::addMessages(program)},

@@ -26,6 +26,14 @@ const ClassInfo& SketchLayer::theClass() {
           .property("isFlippedHorizontal", &SketchLayer::isFlippedHorizontal)
           .property("isFlippedVertical", &SketchLayer::isFlippedVertical)
           .property("layers", &SketchLayer::layers)
+          .property("artboards",
+                    [](const SketchLayer& self) {
+                      QVariantList artboards;
+                      for (const SketchLayerRef& child : self.children()) {
+                        if (child->isArtboard()) artboards.append(toVariant(child));
+                      }
+                      return artboards;
+                    })
           .property("bezierPath", &SketchLayer::bezierPath)
           .property("parent", &SketchLayer::parent)
           .property("artboard", &SketchLayer::artboard)

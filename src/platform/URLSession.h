@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 
+#include "platform/PendingWork.h"
 #include "platform/URLRequest.h"
 
 namespace kelvar {
@@ -49,7 +50,12 @@ class URLSession {
   ///
   /// POSTs wait for one another, so that they arrive in the order in which they were started. They
   /// are sent once: a redirection is an answer, and a connection that breaks is not tried again.
-  virtual void dataTask(const URLRequest& request, Completion completion) = 0;
+  void dataTask(const URLRequest& request, Completion completion) {
+    startTask(request, [completion = std::move(completion),
+                        pending = PendingWork::begin()](const URLAnswer& answer) {
+      completion(answer);
+    });
+  }
   /// A GET.
   void dataTask(const QUrl& address, Completion completion) {
     dataTask(URLRequest{.address = address}, std::move(completion));
@@ -57,6 +63,9 @@ class URLSession {
 
   /// How long a server may be silent in tasks started from now on; 60 seconds at first.
   virtual void setTimeout(std::chrono::milliseconds timeout) = 0;
+
+ protected:
+  virtual void startTask(const URLRequest& request, Completion completion) = 0;
 };
 
 }  // namespace kelvar

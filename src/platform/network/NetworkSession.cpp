@@ -17,7 +17,7 @@ NetworkSession::~NetworkSession() {
   thread_.wait();
 }
 
-void NetworkSession::dataTask(const URLRequest& request, Completion completion) {
+void NetworkSession::startTask(const URLRequest& request, Completion completion) {
   const auto start = [this, post = Post{request, timeout_.load(), std::move(completion)}] {
     if (post.request.method != "POST") {
       (new NetworkTask(manager_, post.request, post.completion))->start(post.timeout);

@@ -15,8 +15,7 @@ class NetworkSession : public URLSession {
   NetworkSession();
   ~NetworkSession() override;
 
-  using URLSession::dataTask;
-  void dataTask(const URLRequest& request, Completion completion) override;
+  void startTask(const URLRequest& request, Completion completion) override;
   void setTimeout(std::chrono::milliseconds timeout) override { timeout_ = timeout; }
 
  private:

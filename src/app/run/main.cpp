@@ -1,0 +1,251 @@
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLoggingCategory>
+#include <csignal>
+#include <cstdio>
+#include <thread>
+
+#include "app/Failure.h"
+#include "host/SketchDocument.h"
+#include "runtime/Conversion.h"
+#include "scripting/PluginBundle.h"
+#include "scripting/ScriptRuntime.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using kelvar::ScriptRuntime;
+using kelvar::app::Failure;
+
+constexpr const char* kExplanation = R"(
+Runs a script, or a command of a plug-in, with Kelvar's classes. The script's function onRun, or the
+command's handler, is called with the context: document, selection, command, plugin, scriptPath and
+arguments. The program ends when nothing is pending any more: no timer, no request, no window.
+
+Examples:
+  kelvar run hello.js
+  kelvar run --list plugin/Kelvar.sketchplugin
+  kelvar run plugin/Kelvar.sketchplugin --command map --document app.sketch --select Screen -- Home
+
+A script that does not end is stopped with Ctrl-C or --timeout, one that takes too much memory by
+itself.
+Exit status: 0 done, 1 the script failed or cannot be run, 2 misuse.)";
+
+/// The most memory that a script may have the program take, less where the machine has little.
+constexpr size_t kMostMemory = size_t{4} << 30;
+
+bool verbose = false;
+/// For the signal handler, while a script runs.
+std::atomic<ScriptRuntime*> running = nullptr;
+
+struct Arguments {
+  std::string target;
+  std::string command;
+  std::string document;
+  std::vector<std::string> selection;
+  std::vector<std::string> rest;
+  double timeout = 0;
+  bool list = false;
+  bool json = false;
+};
+
+void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString& line) {
+  if (verbose || type == QtFatalMsg) std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(line));
+}
+
+[[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
+[[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
+
+void print(const QString& line) {
+  const QByteArray bytes = line.toUtf8() + '\n';
+  if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) != size_t(bytes.size()) ||
+      std::fflush(stdout) != 0) {
+    fail(u"cannot write to standard output"_s);
+  }
+}
+
+/// The first Ctrl-C ends the script in good order, a second one the program.
+void interrupt(int) {
+  std::signal(SIGINT, SIG_DFL);
+  if (ScriptRuntime* const runtime = running.load()) runtime->interrupt();
+}
+
+size_t mostMemory() {
+  const size_t all = size_t(sysconf(_SC_PHYS_PAGES)) * size_t(sysconf(_SC_PAGESIZE));
+  return std::min(kMostMemory, all / 2);
+}
+
+/// Ends the program where the engine cannot be interrupted, in one long call that takes more and
+/// more memory.
+void guardMemory(size_t limit) {
+  std::thread([limit] {
+    const auto page = size_t(sysconf(_SC_PAGESIZE));
+    while (true) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(20));
+      QFile file(u"/proc/self/statm"_s);
+      if (!file.open(QIODevice::ReadOnly)) return;
+      if (file.readAll().split(' ').value(1).toULongLong() * page < limit) continue;
+      std::fprintf(stderr, "kelvar: the script uses more than %zu MB of memory\n", limit >> 20);
+      std::_Exit(Failure::kFailed);
+    }
+  }).detach();
+}
+
+kelvar::PluginBundleRef openPlugin(const QString& path) {
+  QString error;
+  const kelvar::PluginBundleRef plugin = kelvar::PluginBundle::open(path, &error);
+  if (!plugin) fail(error);
+  return plugin;
+}
+
+void list(const kelvar::PluginBundle& plugin, bool json) {
+  QJsonArray all;
+  for (const kelvar::PluginCommandRef& command : plugin.commands()) {
+    if (!json) print(command->identifier() + u'\t' + command->name());
+    all.append(QJsonObject{{u"identifier"_s, command->identifier()},
+                           {u"name"_s, command->name()},
+                           {u"script"_s, command->script()},
+                           {u"handler"_s, command->handler()}});
+  }
+  if (json) print(QString::fromUtf8(QJsonDocument(all).toJson(QJsonDocument::Compact)));
+}
+
+/// The one that is meant; a plug-in's only one needs no name.
+kelvar::PluginCommandRef chosenCommand(const kelvar::PluginBundle& plugin, const QString& name) {
+  if (name.isEmpty() && plugin.commands().size() == 1) return plugin.commands().first();
+  const kelvar::PluginCommandRef command = plugin.command(name);
+  if (command) return command;
+  QStringList names;
+  for (const auto& each : plugin.commands()) names.append(each->identifier());
+  misuse(name.isEmpty() ? u"--command is missing; the plug-in has %1"_s.arg(names.join(u", "))
+                        : u"the plug-in has no command %1, only %2"_s.arg(name, names.join(u", ")));
+}
+
+QVariantMap documentContext(const Arguments& arguments) {
+  QVariantMap context{{u"document"_s, QVariant()}, {u"selection"_s, QVariantList()}};
+  if (arguments.document.empty()) {
+    if (!arguments.selection.empty()) misuse(u"--select needs a --document"_s);
+    return context;
+  }
+  QString error;
+  const auto document =
+      kelvar::SketchDocument::open(QString::fromStdString(arguments.document), &error);
+  if (!document) fail(error);
+  QVariantList selection;
+  for (const std::string& each : arguments.selection) {
+    const QString name = QString::fromStdString(each);
+    const QList<kelvar::SketchLayerRef> found = document->layersNamed(name);
+    if (found.isEmpty()) fail(u"the document has no layer \"%1\""_s.arg(name));
+    for (const auto& layer : found) selection.append(kelvar::toVariant(layer));
+  }
+  return {{u"document"_s, kelvar::toVariant(document)}, {u"selection"_s, selection}};
+}
+
+[[noreturn]] void tell(const ScriptRuntime::Failure& failure) {
+  QString told = failure.message;
+  if (!failure.file.isEmpty()) told += u"\n%1:%2"_s.arg(failure.file).arg(failure.line);
+  if (!failure.text.isEmpty()) told += u"\n    "_s + failure.text;
+  fail(told);
+}
+
+void run(const Arguments& arguments) {
+  const QString target = QString::fromStdString(arguments.target);
+  const bool isPlugin = QFileInfo(target).isDir();
+  if (arguments.list && !isPlugin) misuse(u"--list takes a plug-in, which is a folder"_s);
+  if (!isPlugin && !arguments.command.empty()) misuse(u"--command takes a plug-in"_s);
+  const kelvar::PluginBundleRef plugin = isPlugin ? openPlugin(target) : nullptr;
+  if (arguments.list) return list(*plugin, arguments.json);
+
+  QVariantMap context = documentContext(arguments);
+  const kelvar::PluginCommandRef command =
+      plugin ? chosenCommand(*plugin, QString::fromStdString(arguments.command)) : nullptr;
+  const QString script = command ? command->script() : target;
+  QStringList rest;
+  for (const std::string& each : arguments.rest) rest.append(QString::fromStdString(each));
+  context.insert({{u"plugin"_s, kelvar::toVariant(plugin)},
+                  {u"command"_s, kelvar::toVariant(command)},
+                  {u"scriptPath"_s, QFileInfo(script).absoluteFilePath()},
+                  {u"arguments"_s, rest}});
+
+  ScriptRuntime runtime(print);
+  if (arguments.timeout > 0) runtime.setTimeout(std::chrono::duration<double>(arguments.timeout));
+  runtime.setMemoryLimit(mostMemory());
+  guardMemory(mostMemory() + mostMemory() / 4);
+  running = &runtime;
+  std::signal(SIGINT, interrupt);
+  runtime.setGlobal(u"context"_s, context);
+  const QString handler = command ? command->handler() : u"onRun"_s;
+  const bool done =
+      runtime.evaluateFile(script) &&
+      ((!command && !runtime.hasFunction(handler)) || runtime.call(handler, {context})) &&
+      runtime.run();
+  running = nullptr;
+  if (!done) tell(*runtime.failure());
+}
+
+int parseAndRun(int argc, char** argv) {
+  Arguments arguments;
+  CLI::App program("Runs scripts and commands of plug-ins.", "kelvar run");
+  program.footer(kExplanation);
+  program.set_version_flag("--version", "kelvar " KELVAR_VERSION);
+  program.add_flag("--verbose", verbose, "Say on standard error what is being done");
+  program.add_option("TARGET", arguments.target, "A script, or a plug-in's folder")->required();
+  program.add_option("--command", arguments.command, "The plug-in's command, by its identifier");
+  program.add_option("--document", arguments.document, "The Sketch document to work on");
+  program
+      .add_option("--select", arguments.selection,
+                  "A layer of the document, by name or identifier; may be given again")
+      ->allow_extra_args(false);
+  CLI::Option* const timeout =
+      program.add_option("--timeout", arguments.timeout, "Stop after so many seconds")
+          ->check(CLI::PositiveNumber);
+  CLI::Option* const list = program.add_flag("--list", arguments.list, "List the commands");
+  program.add_flag("--json", arguments.json, "List them as JSON")->needs(list);
+  list->excludes(timeout);
+  program.add_option("ARGS", arguments.rest, "After --: the context's arguments");
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::Success& success) {
+    return program.exit(success);
+  } catch (const CLI::ParseError& error) {
+    throw Failure(Failure::kMisuse,
+                  QString::fromUtf8(error.what()) + u" (see kelvar run --help)"_s);
+  }
+  if (verbose) QLoggingCategory::setFilterRules(u"kelvar.info=true"_s);
+  run(arguments);
+  return 0;
+}
+
+/// Scripts without a window need no screen.
+void chooseScreen() {
+  if (qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) return;
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  qInstallMessageHandler(logToStandardError);
+  chooseScreen();
+  int noArguments = 1;
+  QApplication application(noArguments, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  try {
+    return parseAndRun(argc, argv);
+  } catch (const Failure& failure) {
+    std::fprintf(stderr, "kelvar: %s\n", failure.what());
+    return failure.status();
+  } catch (const std::bad_alloc&) {
+    std::fprintf(stderr, "kelvar: there is too little memory\n");
+    return Failure::kFailed;
+  }
+}

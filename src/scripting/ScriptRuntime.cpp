@@ -1,0 +1,368 @@
+#include "scripting/ScriptRuntime.h"
+
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QTimer>
+#include <QWindow>
+#include <algorithm>
+
+#include "platform/PendingWork.h"
+#include "platform/WholeFile.h"
+#include "scripting/Bridge.h"
+#include "scripting/Catalogue.h"
+#include "scripting/Translation.h"
+
+namespace kelvar {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Larger ones are no scripts.
+constexpr qsizetype kMaxScript = qsizetype{16} << 20;
+/// How often a running script is looked at, in seconds of processor time.
+constexpr double kWatch = 0.05;
+/// How often the event loop looks at what is pending, in milliseconds.
+constexpr int kTurn = 20;
+
+/// What the process has in memory, in bytes.
+size_t memoryInUse() {
+  QFile file(u"/proc/self/statm"_s);
+  if (!file.open(QIODevice::ReadOnly)) return 0;
+  return file.readAll().split(' ').value(1).toULongLong() * size_t(sysconf(_SC_PAGESIZE));
+}
+
+}  // namespace
+
+struct ScriptRuntime::Engine {
+  JSContextGroupRef group = JSContextGroupCreate();
+  JSGlobalContextRef context = JSGlobalContextCreateInGroup(group, nullptr);
+  std::unique_ptr<Bridge> bridge;
+  JSShouldTerminateCallback watch = nullptr;
+  /// The last value that was thrown without being an error, and an error made there and then.
+  JSObjectRef thrown = nullptr;
+};
+
+struct ScriptRuntime::Timer {
+  JSContextRef context;
+  JSObjectRef function;
+  QTimer timer;
+  ~Timer() { JSValueUnprotect(context, function); }
+};
+
+ScriptRuntime::ScriptRuntime(Output output)
+    : output_(std::move(output)), engine_(std::make_unique<Engine>()) {
+  const auto watch = [](JSContextRef context, void* data) {
+    auto* const self = static_cast<ScriptRuntime*>(data);
+    if (self->mustStop()) return true;
+    JSContextGroupSetExecutionTimeLimit(JSContextGetGroup(context), kWatch, self->engine_->watch,
+                                        self);
+    return false;
+  };
+  engine_->watch = watch;
+  JSContextGroupSetExecutionTimeLimit(engine_->group, kWatch, watch, this);
+  engine_->bridge =
+      std::make_unique<Bridge>(engine_->context, [this](const std::function<JSValueRef()>& call) {
+        JSValueRef result = nullptr;
+        attempt([&] { result = call(); });
+        return result;
+      });
+  defineGlobals();
+  defineCatalogue();
+  defineTimers();
+}
+
+ScriptRuntime::~ScriptRuntime() {
+  timers_.clear();
+  engine_->bridge->close();
+  JSGlobalContextRelease(engine_->context);
+  JSContextGroupRelease(engine_->group);
+}
+
+void ScriptRuntime::setTimeout(std::chrono::duration<double> timeout) {
+  using Clock = std::chrono::steady_clock;
+  timeout_ = timeout;
+  deadline_ = Clock::now() + std::chrono::duration_cast<Clock::duration>(timeout);
+}
+
+void ScriptRuntime::setMemoryLimit(size_t limit) { memoryLimit_ = limit; }
+
+QString ScriptRuntime::reasonToStop() const {
+  if (isInterrupted_) return u"the script was interrupted"_s;
+  if (deadline_ && std::chrono::steady_clock::now() > *deadline_) {
+    return u"the script did not end within %1 s"_s.arg(timeout_.count());
+  }
+  if (memoryLimit_ > 0 && memoryInUse() > memoryLimit_) {
+    return u"the script uses more than %1 MB of memory"_s.arg(memoryLimit_ >> 20);
+  }
+  return {};
+}
+
+bool ScriptRuntime::mustStop() {
+  if (stopped_.isNull()) stopped_ = reasonToStop();
+  return !stopped_.isNull();
+}
+
+/// Every way into the script. What is thrown becomes the failure.
+bool ScriptRuntime::attempt(const std::function<void()>& body) {
+  if (failure_) return false;
+  ++depth_;
+  try {
+    body();
+  } catch (const Bridge::Thrown& thrown) {
+    fail(failureOf(thrown.value));
+  } catch (const std::exception& failure) {
+    fail({QString::fromUtf8(failure.what()), {}, 0, {}});
+  }
+  --depth_;
+  if (depth_ > 0 || failure_) return !failure_;
+  try {
+    engine_->bridge->tidy();
+  } catch (const Bridge::Thrown& thrown) {
+    fail(failureOf(thrown.value));
+  }
+  return !failure_;
+}
+
+void ScriptRuntime::fail(const Failure& failure) {
+  if (!failure_) failure_ = failure;
+}
+
+QString ScriptRuntime::lineOf(const QString& file, int line) const {
+  return line > 0 ? sources_.value(file).split(u'\n').value(line - 1).trimmed() : QString();
+}
+
+ScriptRuntime::Failure ScriptRuntime::failureOf(const void* exception) {
+  if (!stopped_.isNull()) return {stopped_, {}, 0, {}};
+  Bridge& bridge = *engine_->bridge;
+  const auto value = static_cast<JSValueRef>(exception);
+  Failure failure;
+  // Made where it was thrown: its own message is not the script's.
+  JSObjectRef where = nullptr;
+  if (JSValueIsObject(engine_->context, value)) {
+    where = JSValueToObject(engine_->context, value, nullptr);
+  }
+  try {
+    failure.message = bridge.text(value);
+    if (!where || JSValueIsUndefined(engine_->context, bridge.get(where, u"line"_s))) {
+      if (!engine_->thrown) return failure;
+      const JSValueRef last = bridge.get(engine_->thrown, u"value"_s);
+      if (!JSValueIsStrictEqual(engine_->context, last, value)) return failure;
+      where = JSValueToObject(engine_->context, bridge.get(engine_->thrown, u"where"_s), nullptr);
+    }
+    const JSValueRef line = bridge.get(where, u"line"_s);
+    failure.line = int(JSValueToNumber(engine_->context, line, nullptr));
+    const JSValueRef file = bridge.get(where, u"sourceURL"_s);
+    if (JSValueIsString(engine_->context, file)) failure.file = bridge.text(file);
+    failure.text = lineOf(failure.file, failure.line);
+  } catch (const Bridge::Thrown&) {
+    // The exception is an object that throws when it is looked at.
+  }
+  return failure;
+}
+
+bool ScriptRuntime::evaluateFile(const QString& path) {
+  return attempt([&] { import(path); });
+}
+
+bool ScriptRuntime::evaluate(const QString& script, const QString& file) {
+  return attempt([&] { evaluateText(script, file); });
+}
+
+void ScriptRuntime::evaluateText(const QString& script, const QString& file) {
+  sources_.insert(file, script);
+  QString plain = plainJavaScript(script);
+  // The engine does not tell the place of an exception in a script's very first expression. Before
+  // "use strict" and #! nothing may stand.
+  const QString start = plain.trimmed().first(std::min<qsizetype>(1, plain.trimmed().size()));
+  if (!u"\"'#"_s.contains(start)) plain.prepend(u';');
+  JSValueRef exception = nullptr;
+  JSEvaluateScript(engine_->context, EngineString(plain), nullptr, EngineString(file), 1,
+                   &exception);
+  if (exception) throw Bridge::Thrown{exception};
+}
+
+/// Each file once, also where files import one another. Paths are relative to the file that
+/// imports.
+void ScriptRuntime::import(const QString& path) {
+  const QString folder = importing_.isEmpty() ? QString() : QFileInfo(importing_.back()).path();
+  const QString file = folder.isEmpty() ? path : QDir::cleanPath(QDir(folder).filePath(path));
+  const QString canonical = QFileInfo(file).canonicalFilePath();
+  if (!canonical.isEmpty() && imported_.contains(canonical)) return;
+  imported_.insert(canonical);
+  QByteArray bytes;
+  QString error;
+  if (!WholeFile::read(file, kMaxScript, &bytes, &error)) throw Bridge::Failure(error);
+  importing_.append(file);
+  try {
+    evaluateText(QString::fromUtf8(bytes), file);
+  } catch (...) {
+    importing_.removeLast();
+    throw;
+  }
+  importing_.removeLast();
+}
+
+bool ScriptRuntime::hasFunction(const QString& name) {
+  bool has = false;
+  attempt([&] {
+    const JSObjectRef global = JSContextGetGlobalObject(engine_->context);
+    const JSValueRef value = engine_->bridge->get(global, name);
+    has = JSValueIsObject(engine_->context, value) &&
+          JSObjectIsFunction(engine_->context, JSValueToObject(engine_->context, value, nullptr));
+  });
+  return has;
+}
+
+bool ScriptRuntime::call(const QString& function, const QVariantList& arguments) {
+  return attempt([&] {
+    Bridge& bridge = *engine_->bridge;
+    const JSValueRef value = bridge.get(JSContextGetGlobalObject(engine_->context), function);
+    if (!JSValueIsObject(engine_->context, value)) {
+      throw Bridge::Failure(u"the script has no function %1"_s.arg(function));
+    }
+    std::vector<JSValueRef> values;
+    for (const QVariant& argument : arguments) values.push_back(bridge.toScript(argument));
+    bridge.call(JSValueToObject(engine_->context, value, nullptr), nullptr, values);
+  });
+}
+
+void ScriptRuntime::setGlobal(const QString& name, const QVariant& value) {
+  attempt([&] {
+    engine_->bridge->set(JSContextGetGlobalObject(engine_->context), name,
+                         engine_->bridge->toScript(value));
+  });
+}
+
+void ScriptRuntime::defineGlobals() {
+  Bridge& bridge = *engine_->bridge;
+  const JSContextRef context = engine_->context;
+  const JSObjectRef global = JSContextGetGlobalObject(context);
+  bridge.set(global, u"nil"_s, JSValueMakeNull(context));
+  const JSObjectRef print = bridge.function([this](const Bridge::Call& call) {
+    QStringList words;
+    for (const JSValueRef each : call.arguments) words.append(engine_->bridge->text(each));
+    output_(words.join(u' '));
+    return engine_->bridge->undefined();
+  });
+  bridge.set(global, u"print"_s, print);
+  bridge.set(global, u"log"_s, print);
+  const JSObjectRef console = JSObjectMake(context, nullptr, nullptr);
+  bridge.set(console, u"log"_s, print);
+  bridge.set(global, u"console"_s, console);
+  bridge.set(
+      global, QString::fromLatin1(kImportFunction),
+      bridge.function([this](const Bridge::Call& call) {
+        import(call.arguments.empty() ? QString() : engine_->bridge->text(call.arguments[0]));
+        return engine_->bridge->undefined();
+      }));
+  const JSObjectRef note = bridge.function([this](const Bridge::Call& call) -> JSValueRef {
+    Bridge& ours = *engine_->bridge;
+    ours.set(engine_->thrown, u"value"_s, call.arguments[0]);
+    ours.set(engine_->thrown, u"where"_s, JSObjectMakeError(engine_->context, 0, nullptr, nullptr));
+    return ours.undefined();
+  });
+  engine_->thrown = JSObjectMake(context, nullptr, nullptr);
+  JSValueProtect(context, engine_->thrown);
+  bridge.defineAccessor(global, QString::fromLatin1(kThrownVariable), nullptr, note);
+  const JSObjectRef rejected = bridge.function([this](const Bridge::Call& call) {
+    fail(failureOf(call.arguments[1]));
+    return engine_->bridge->undefined();
+  });
+  JSGlobalContextSetUnhandledRejectionCallback(engine_->context, rejected, nullptr);
+}
+
+void ScriptRuntime::defineCatalogue() {
+  Bridge& bridge = *engine_->bridge;
+  const JSObjectRef global = JSContextGetGlobalObject(engine_->context);
+  for (const ClassInfo* const each : Catalogue::classes()) {
+    const JSObjectRef get = bridge.function(
+        [this, each](const Bridge::Call&) { return engine_->bridge->classObject(*each); });
+    bridge.defineAccessor(global, each->name(), get, nullptr);
+  }
+  for (const ClassInfo::Operation& function : Catalogue::functions().operations()) {
+    bridge.set(global, function.selector, bridge.functionOf(Catalogue::functions(), function));
+  }
+  for (const Catalogue::Constant& constant : Catalogue::constants()) {
+    bridge.set(global, constant.name, bridge.toScript(constant.value));
+  }
+}
+
+void ScriptRuntime::defineTimers() {
+  Bridge& bridge = *engine_->bridge;
+  const JSObjectRef global = JSContextGetGlobalObject(engine_->context);
+  const auto starter = [&](bool repeats) {
+    return bridge.function([this, repeats](const Bridge::Call& call) {
+      return static_cast<JSValueRef>(startTimer(&call, repeats));
+    });
+  };
+  bridge.set(global, u"setTimeout"_s, starter(false));
+  bridge.set(global, u"setInterval"_s, starter(true));
+  const JSObjectRef clear = bridge.function([this](const Bridge::Call& call) {
+    if (!call.arguments.empty()) {
+      timers_.remove(int(JSValueToNumber(engine_->context, call.arguments[0], nullptr)));
+    }
+    return engine_->bridge->undefined();
+  });
+  bridge.set(global, u"clearTimeout"_s, clear);
+  bridge.set(global, u"clearInterval"_s, clear);
+}
+
+const void* ScriptRuntime::startTimer(const void* made, bool repeats) {
+  const auto& call = *static_cast<const Bridge::Call*>(made);
+  const JSContextRef context = engine_->context;
+  const JSObjectRef function =
+      !call.arguments.empty() && JSValueIsObject(context, call.arguments[0])
+          ? JSValueToObject(context, call.arguments[0], nullptr)
+          : nullptr;
+  if (!function || !JSObjectIsFunction(context, function)) {
+    throw Bridge::Failure(u"a timer takes a function"_s);
+  }
+  const double delay =
+      call.arguments.size() > 1 ? JSValueToNumber(context, call.arguments[1], nullptr) : 0;
+  JSValueProtect(context, function);
+  const int id = ++lastTimer_;
+  const auto timer = std::make_shared<Timer>();
+  timer->context = context;
+  timer->function = function;
+  timer->timer.setSingleShot(!repeats);
+  timer->timer.setInterval(int(std::clamp(delay, 0.0, 1e9)));
+  QObject::connect(&timer->timer, &QTimer::timeout, [this, id, repeats] {
+    const std::shared_ptr<Timer> running = timers_.value(id);
+    if (!repeats) timers_.remove(id);
+    attempt([&] { engine_->bridge->call(running->function, nullptr, {}); });
+  });
+  timer->timer.start();
+  timers_.insert(id, timer);
+  return JSValueMakeNumber(context, id);
+}
+
+bool ScriptRuntime::isPending() const {
+  if (!timers_.isEmpty() || PendingWork::count() > 0) return true;
+  if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return false;
+  const auto windows = QGuiApplication::topLevelWindows();
+  return std::any_of(windows.begin(), windows.end(),
+                     [](const QWindow* window) { return window->isVisible(); });
+}
+
+bool ScriptRuntime::run() {
+  QTimer turn;
+  turn.start(kTurn);
+  QCoreApplication::processEvents();
+  while (!failure_ && isPending()) {
+    if (mustStop()) {
+      fail({stopped_, {}, 0, {}});
+      break;
+    }
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+  engine_->bridge->letGo();
+  return !failure_;
+}
+
+}  // namespace kelvar

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+#include "runtime/ValueType.h"
+
+namespace kelvar {
+
+/// How scripts call the type: "number", "string", "list", "KVRect", …; "nothing" for `void` and
+/// "anything" for `QVariant`.
+QString scriptTypeName(const ValueType& type);
+
+/// The same in TypeScript.
+QString typeScriptName(const ValueType& type);
+
+}  // namespace kelvar

@@ -1,0 +1,165 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace kelvar {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// `kelvar run`, as built.
+class Run : public testing::Test {
+ protected:
+  Run() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"KELVAR_DEFAULTS"_s, dir_.filePath(u"settings"_s));
+    environment.insert(u"DO_NOT_TRACK"_s, u"1"_s);
+    environment.remove(u"KELVAR_API_SERVER"_s);
+    program_.setProcessEnvironment(environment);
+    program_.setWorkingDirectory(dir_.path());
+  }
+
+  void write(const QString& name, const char* text) const {
+    const QString path = dir_.filePath(name);
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+  }
+
+  void start(const QString& line) {
+    program_.start(QStringLiteral(KELVAR_PROGRAM), QStringList(u"run"_s) + line.split(u' '));
+    ASSERT_TRUE(program_.waitForStarted());
+  }
+
+  /// What it prints; then its exit status and what it says when it fails.
+  std::string run(const QString& line) {
+    start(line);
+    return finish();
+  }
+  std::string finish() {
+    if (!program_.waitForFinished(-1)) return "did not end";
+    const QByteArray printed = program_.readAllStandardOutput();
+    if (program_.exitCode() == 0) return printed.toStdString();
+    return (printed + QByteArray::number(program_.exitCode()) + ": " +
+            program_.readAllStandardError())
+        .toStdString();
+  }
+
+  QTemporaryDir dir_;
+  QProcess program_;
+};
+
+TEST_F(Run, RunsScriptsAndSaysWhereTheyFail) {
+  write(u"a.js"_s,
+        "log(context.arguments.join('+'), context.document === nil, context.scriptPath.endsWith("
+        "'a.js'))\nfunction onRun(c) {\n  setTimeout(() => log('later', c === context), 1) }");
+  EXPECT_EQ(run(u"a.js -- x --y"_s), "x+--y true true\nlater false\n");
+  write(u"b.js"_s, "log(1)\n\n  [KVRect new].widht()\n");
+  EXPECT_EQ(run(u"b.js"_s),
+            "1\n1: kelvar: Error: an object of class KVRect has no selector widht; the nearest is "
+            "width\nb.js:3\n    [KVRect new].widht()\n");
+}
+
+TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
+  write(u"a.js"_s, "");
+  write(u"bad/Contents/Sketch/manifest.json"_s, "{");
+  write(u"none/Contents/Sketch/manifest.json"_s, "{\"commands\": []}");
+  write(u"p/Contents/Sketch/manifest.json"_s,
+        "{\"commands\": [{\"identifier\": \"x\", \"script\": \"x.js\", \"handler\": \"go\"},"
+        "{\"identifier\": \"y\", \"script\": \"x.js\"}]}");
+  write(u"p/Contents/Sketch/x.js"_s, "function onRun(c) { log(c.command.identifier()) }");
+  const std::pair<const char*, const char*> cases[] = {
+      {"nowhere.js", "1: kelvar: "},
+      {"a.js --command x", "2: kelvar: --command takes a plug-in"},
+      {"a.js --list", "2: kelvar: --list takes a plug-in, which is a folder"},
+      {"a.js --select x", "2: kelvar: --select needs a --document"},
+      {"a.js --document nowhere.sketch", "1: kelvar: "},
+      {"a.js --frobnicate", "2: kelvar: "},
+      {"bad --list", "1: kelvar: bad/Contents/Sketch/manifest.json is no plug-in's manifest: "},
+      {"none --list",
+       "1: kelvar: none/Contents/Sketch/manifest.json is no plug-in's manifest: it "
+       "has no \"commands\""},
+      {"p", "2: kelvar: --command is missing; the plug-in has x, y"},
+      {"p --command z", "2: kelvar: the plug-in has no command z, only x, y"},
+      {"p --command x", "1: kelvar: the script has no function go"},
+      {"p --command y", "y\n"},
+      {"p --list --json",
+       "[{\"handler\":\"go\",\"identifier\":\"x\",\"name\":\"\",\"script\":\"p/Contents/Sketch/"
+       "x.js\"}"},
+  };
+  for (const auto& [line, answer] : cases) {
+    EXPECT_EQ(run(QString::fromUtf8(line)).find(answer), 0u) << line << ": " << answer;
+  }
+}
+
+TEST_F(Run, EndsWhatDoesNotEnd) {
+  write(u"loop.js"_s, "log('on'); for (;;);");
+  EXPECT_EQ(run(u"loop.js --timeout 0.3"_s),
+            "on\n1: kelvar: the script did not end within 0.3 s\n");
+  start(u"loop.js"_s);
+  ASSERT_TRUE(program_.waitForReadyRead(-1));
+  ASSERT_EQ(kill(pid_t(program_.processId()), SIGINT), 0);
+  EXPECT_EQ(finish(), "on\n1: kelvar: the script was interrupted\n");
+}
+
+TEST_F(Run, OurPlugInChecksTheVersionAndShowsMessages) {
+  const QString plugin = QStringLiteral(KELVAR_PLUGIN);
+  EXPECT_EQ(run(plugin + u" --list"_s),
+            "map\tMap Artboard…\nrefresh\tRefresh All\nrotate\tRotate\nflip\tFlip\n"
+            "panel\tOpen Panel\ncheck-version\tCheck Version\nmessages\tShow Messages\n");
+  EXPECT_EQ(run(plugin + u" --command check-version"_s).find("1: kelvar: Error: "), 0u);
+  QProcess settings;
+  settings.setProcessEnvironment(program_.processEnvironment());
+  settings.start(
+      QStringLiteral(KELVAR_PROGRAM),
+      {u"settings"_s, u"set"_s, u"io.kelvarlabs.kelvar.servermessage"_s, u"--type"_s, u"json"_s,
+       u"[{\"id\":1,\"message\":\"Hello\",\"action\":\"\",\"read\":false},"
+       "{\"id\":2,\"message\":\"Old\",\"action\":\"\",\"read\":true}]"_s});
+  ASSERT_TRUE(settings.waitForFinished(-1));
+  EXPECT_EQ(run(plugin + u" --command messages"_s), "Hello\n");
+}
+
+/// The same bytes as the program's own commands give.
+TEST_F(Run, OurPlugInMapsLikeTheProgram) {
+  QProcess example;
+  example.start(QStringLiteral(KELVAR_EXAMPLE_DOCUMENT), {dir_.filePath(u"a.sketch"_s)});
+  ASSERT_TRUE(example.waitForFinished(-1));
+  ASSERT_EQ(example.exitCode(), 0) << example.readAllStandardError().toStdString();
+  ASSERT_TRUE(QFile::copy(dir_.filePath(u"a.sketch"_s), dir_.filePath(u"b.sketch"_s)));
+  const auto plugIn = [&](const QString& command, const QString& rest) {
+    return run(QStringLiteral(KELVAR_PLUGIN) + u" --document b.sketch --select Glass --command "_s +
+               command + rest);
+  };
+  const auto map = [&](const QString& from, const QStringList& options) {
+    QProcess program;
+    program.setWorkingDirectory(dir_.path());
+    program.start(QStringLiteral(KELVAR_PROGRAM),
+                  QStringList{u"map"_s, u"artboard:Screen"_s, u"--document"_s, from, u"--layer"_s,
+                              u"Glass"_s, u"-o"_s, u"c.sketch"_s} +
+                      options);
+    EXPECT_TRUE(program.waitForFinished(-1));
+    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+  };
+  const auto areTheSame = [&] {
+    QFile b(dir_.filePath(u"b.sketch"_s)), c(dir_.filePath(u"c.sketch"_s));
+    return b.open(QIODevice::ReadOnly) && c.open(QIODevice::ReadOnly) && b.readAll() == c.readAll();
+  };
+  EXPECT_EQ(plugIn(u"map"_s, u" -- Screen"_s), "Screen → Glass\n");
+  map(u"a.sketch"_s, {});
+  EXPECT_TRUE(areTheSame());
+  EXPECT_EQ(plugIn(u"rotate"_s, {}), "");
+  map(u"c.sketch"_s, {u"--rotation"_s, u"1"_s});
+  EXPECT_TRUE(areTheSame());
+  EXPECT_EQ(plugIn(u"flip"_s, {}), "");
+  map(u"c.sketch"_s, {u"--rotation"_s, u"1"_s, u"--flip"_s});
+  EXPECT_TRUE(areTheSame());
+  EXPECT_EQ(plugIn(u"refresh"_s, {}), "Glass\n");
+}
+
+}  // namespace
+}  // namespace kelvar

@@ -1,0 +1,291 @@
+#include "scripting/ScriptRuntime.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <csignal>
+#include <thread>
+
+#include "core/KVPersister.h"
+#include "geometry/KVRect.h"
+#include "runtime/ClassInfo.h"
+#include "runtime/Conversion.h"
+#include "runtime/DelegateInfo.h"
+
+namespace kelvar {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+struct BellDelegate {
+  static const DelegateInfo& theDelegate() {
+    static const DelegateInfo kDelegate =
+        DelegateDescription<BellDelegate>("BellDelegate")
+            .operation("bell:shouldRing:", &BellDelegate::shouldRing)
+            .operation("bellDidRing", &BellDelegate::didRing);
+    return kDelegate;
+  }
+  std::function<bool(Object&, int)> shouldRing;
+  std::function<void()> didRing;
+};
+
+/// What is not tried often enough on the real classes.
+class Bell : public Object {
+ public:
+  static inline int alive = 0;
+  static const ClassInfo& theClass() {
+    static const ClassInfo kClass =
+        Description<Bell>("Bell")
+            .initialiser("init", [] { return std::make_shared<Bell>(); })
+            .property("delegate", &Bell::delegate, &Bell::setDelegate)
+            .property("tone", &Bell::tone, &Bell::setTone)
+            .operation("ring", &Bell::ring)
+            .operation("ring:", [](Bell&, int times) { return times; })
+            .operation("my_name:", [](Bell&, const QString& name) { return name; })
+            .operation("echo:", [](Bell&, const QVariant& value) { return value; })
+            .operation("typeOf:",
+                       [](Bell&, const QVariant& value) {
+                         return QString::fromLatin1(value.metaType().name());
+                       })
+            .operation("another", [](Bell&) { return std::make_shared<Bell>(); })
+            .operation("fail", [](Bell&) { throw std::runtime_error("it is cracked"); })
+            .classOperation("bellOf:", [](const std::shared_ptr<Bell>& bell) { return bell; });
+    return kClass;
+  }
+  const ClassInfo& classInfo() const override { return theClass(); }
+  Bell() { ++alive; }
+  ~Bell() override { --alive; }
+
+  std::weak_ptr<BellDelegate> delegate() const { return delegate_; }
+  void setDelegate(const std::weak_ptr<BellDelegate>& delegate) { delegate_ = delegate; }
+  QString tone() const { return tone_; }
+  void setTone(const QString& tone) { tone_ = tone; }
+  QString ring() {
+    const auto delegate = delegate_.lock();
+    if (!delegate) return u"nobody"_s;
+    if (!delegate->shouldRing) return u"not asked"_s;
+    if (!delegate->shouldRing(*this, 3)) return u"no"_s;
+    if (delegate->didRing) delegate->didRing();
+    return u"yes"_s;
+  }
+
+ private:
+  std::weak_ptr<BellDelegate> delegate_;
+  QString tone_;
+};
+
+class Runtime : public testing::Test {
+ protected:
+  /// What the script prints, a line each, then what it fails with.
+  std::string run(const QString& script) {
+    printed_.clear();
+    runtime_ =
+        std::make_unique<ScriptRuntime>([this](const QString& line) { printed_ += line + u'\n'; });
+    runtime_->setGlobal(u"bell"_s, QVariant::fromValue<ObjectRef>(std::make_shared<Bell>()));
+    runtime_->setTimeout(std::chrono::seconds(60));
+    if (runtime_->evaluate(script, u"script.js"_s)) runtime_->run();
+    if (const auto& failure = runtime_->failure()) printed_ += failure->message;
+    return printed_.toStdString();
+  }
+
+  QString printed_;
+  std::unique_ptr<ScriptRuntime> runtime_;
+};
+
+TEST_F(Runtime, CallsBySelector) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"print(bell.ring_(2), bell.ring(2), bell.ring())", "2 2 nobody\n"},
+      {"print(bell.my__name_('a'), bell.my__name('b'))", "a b\n"},
+      {"bell.tone = 'a'; print(bell.tone()); bell.setTone_('b'); print([bell tone])", "a\nb\n"},
+      {"print(bell.valueForKey_('tone'), bell.tone() === nil)", "null true\n"},
+      {"print(String(bell), bell.class() === bell.class(), bell.className())",
+       "<Bell> true Bell\n"},
+      {"print(bell.respondsToSelector_('ring:'), bell.respondsToSelector_('rang'))",
+       "true false\n"},
+      {"var r = [[KVRect alloc] init]; r.x = 5; print(r.x(), r instanceof KVRect, "
+       "bell instanceof KVRect)",
+       "5 true false\n"},
+      {"print(KVRect.new().width(), KVRectMake(1.5, 2, 3, 4))", "0 {1.5, 2, 3, 4}\n"},
+      {"print([KVShape sumPoints:[\"{0, 0}\", \"{1, 0}\", \"{1, 1}\"]])", "-1\n"},
+      {"var s = [[KVShape alloc] initWithBounds:KVRectMake(1, 2, 3, 4) path:[]];\n"
+       "print(s.bounds() === s.bounds(), s.bounds().height(), s.realSize().width)",
+       "true 4 0\n"},
+      {"print(TrackerManagerEventSessionEnded, KelvarVersionNumber > 0)", "Session Ended true\n"},
+      {"var t = KVImageTransform.new(); t.tl = NSMakePoint(1, 2); t.tr = {x: 3, y: 4};\n"
+       "print(t.tl(), t.tr().y, t.points()[0])",
+       "{1, 2} 4 {1, 2}\n"},
+      {"print(NSURL.URLWithString_('https://a.b/c').host(), NSURL.fileURLWithPath('/a').path())",
+       "a.b /a\n"},
+  };
+  for (const auto& [script, result] : cases) {
+    EXPECT_EQ(run(QString::fromUtf8(script)), result) << script;
+  }
+}
+
+TEST_F(Runtime, ValuesKeepTheirKindBothWays) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"1", "qlonglong 1"},
+      {"1.5", "double 1.5"},
+      {"-0", "double 0"},
+      {"9007199254740993n", "qlonglong 9007199254740993"},
+      {"18446744073709551615n", "qulonglong 18446744073709551615"},
+      {"true", "bool true"},
+      {"'a\\u0000ü'", "QString a\\u0000ü"},
+      {"nil", "null null"},
+      {"undefined", "null null"},
+      {"new Date(86400000)", "QDateTime 1970-01-02T00:00:00.000Z"},
+      {"new Uint8Array([1, 255])", "QByteArray {\"0\":1,\"1\":255}"},
+      {"[1, [nil, 'b'], {c: 2.5}]", "QVariantList [1,[null,\"b\"],{\"c\":2.5}]"},
+      {"({})", "QVariantMap {}"},
+      {"NSMakeRect(1, 2, 3, 4)",
+       "QRectF {\"origin\":{\"x\":1,\"y\":2},\"size\":{\"width\":3,\"height\":4}}"},
+      {"NSMakeSize(1, 2)", "QSizeF {\"width\":1,\"height\":2}"},
+      {"NSURL.URLWithString('http://a/')", "QUrl http://a/"},
+  };
+  for (const auto& [value, result] : cases) {
+    const QString script =
+        u"var v = %1, e = bell.echo(v); e = e instanceof Date ? e.toISOString() : "
+        "e !== null && typeof e === 'object' && !(e instanceof NSURL) ? JSON.stringify(e) : "
+        "String(e); print(bell.typeOf(v), e.replace('\\0', '\\\\u0000'))"_s.arg(
+            QString::fromUtf8(value));
+    EXPECT_EQ(run(script), std::string(result) + "\n") << value;
+  }
+  EXPECT_EQ(run(u"var l = bell.echo([4, 5]); print(l.count(), l.objectAtIndex_(1), "
+                "l.firstObject(), [[] firstObject], Object.keys(l)); l.objectAtIndex(2)"_s),
+            "2 5 4 null 0,1\nRangeError: the list has no object at 2, only 2 in all");
+}
+
+TEST_F(Runtime, SaysWhatIsWrong) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"bell.rang()", "an object of class Bell has no selector rang; the nearest is ring"},
+      {"bell.setTne_('a')",
+       "an object of class Bell has no selector setTne_; the nearest is "
+       "setTone_"},
+      {"KVShape.sumPoint_([])",
+       "the class KVShape has no selector sumPoint_; the nearest is "
+       "sumPoints_"},
+      {"KVShape.alloc().initWithBounds_()",
+       "KVShape.alloc() has no selector initWithBounds_; the nearest is initWithBounds_path"},
+      {"bell.tne = 1", "an object of class Bell has no selector tne; the nearest is tone"},
+      {"bell.ring = 1", "Bell has no property ring that can be set"},
+      {"bell.tone = 1", "Bell setTone: takes string as argument 1, not number"},
+      {"bell.ring_('a')", "Bell ring: takes number as argument 1, not string"},
+      {"bell.my__name()", "Bell my_name: takes 1 argument, not 0"},
+      {"KVRectMake(1, 2)", "functions KVRectMake takes 4 arguments, not 2"},
+      {"KVShape.alloc().initWithBounds_path_(bell, [])",
+       "KVShape initWithBounds:path: takes KVRect as argument 1, not Bell"},
+      {"bell.ring.call(KVRect.new())", "ring of Bell was called on something else"},
+      {"bell.echo(() => 1)", "a function cannot be handed on"},
+      {"bell.echo(KVRect.alloc())", "an object is not initialised yet"},
+      {"var a = []; a[0] = a; bell.echo(a)", "the lists or dictionaries are nested too deeply"},
+      {"bell.fail()", "it is cracked"},
+      {"setTimeout(5)", "a timer takes a function"},
+      {"@import 'nowhere.js'", "nowhere.js"},
+  };
+  for (const auto& [script, message] : cases) {
+    const std::string said = run(QString::fromUtf8(script));
+    EXPECT_EQ(said.find("Error: "), 0u) << said;
+    EXPECT_NE(said.find(message), std::string::npos) << script << ": " << said;
+    EXPECT_EQ(runtime_->failure()->line, 1) << script;
+    EXPECT_EQ(runtime_->failure()->text.toStdString(), script);
+  }
+  EXPECT_EQ(run(u"try { bell.rang() } catch (e) { print('caught', e instanceof Error) }"_s),
+            "caught true\n");
+}
+
+TEST_F(Runtime, SaysWhereItWasThrown) {
+  const std::tuple<const char*, const char*, int, const char*> cases[] = {
+      {"\n\nfoo(", "SyntaxError: Unexpected end of script", 3, "foo("},
+      {"\n[bell\n  echo:nil\n  ]; null.x\n", "TypeError: null is not an object", 4, "]; null.x"},
+      {"function f() {\n  throw 'text' }\nf()", "text", 2, "throw 'text' }"},
+      {"setTimeout(() => {\n throw new Error('late') }, 1)", "Error: late", 2,
+       "throw new Error('late') }, 1)"},
+      {"(async () => {\n await 1\n throw new Error('later') })()", "Error: later", 3,
+       "throw new Error('later') })()"},
+      {"bell.delegate = {bellDidRing() {}, bell_shouldRing_() {\n bell.rang() }}\nbell.ring()",
+       "Error: an object of class Bell has no selector rang", 2, "bell.rang() }}"},
+  };
+  for (const auto& [script, message, line, text] : cases) {
+    const std::string said = run(QString::fromUtf8(script));
+    EXPECT_EQ(said.find(message), 0u) << script << ": " << said;
+    ASSERT_TRUE(runtime_->failure());
+    EXPECT_EQ(runtime_->failure()->file, u"script.js"_s);
+    EXPECT_EQ(runtime_->failure()->line, line) << script;
+    EXPECT_EQ(runtime_->failure()->text.toStdString(), text);
+  }
+}
+
+TEST_F(Runtime, ScriptObjectsServeAsDelegates) {
+  EXPECT_EQ(run(u"var d = {}; bell.delegate = d; print(bell.ring(), bell.delegate() === d);\n"
+                "setTimeout(() => { d.bell_shouldRing = function (b, n) {\n"
+                "  print(b === bell, n, this === d); return n > 2 };\n"
+                "  setTimeout(() => {\n"
+                "    print(bell.ring()); d.bellDidRing = () => print('rang');\n"
+                "    setTimeout(() => { print(bell.ring()); bell.delegate = nil;\n"
+                "      print(bell.ring(), bell.delegate()) }, 0) }, 0) }, 0)"_s),
+            "not asked true\ntrue 3 true\nyes\ntrue 3 true\nrang\nyes\nnobody null\n");
+}
+
+TEST_F(Runtime, HoldsObjectsWhileTheScriptDoes) {
+  const int before = Bell::alive;
+  constexpr int kMany = 200000;
+  EXPECT_EQ(run(u"var kept = bell.another(); kept.tone = 'kept';\n"
+                "kept.delegate = {bell_shouldRing: () => true};\n"
+                "for (let i = 0; i < %1; i++) bell.another().tone = 'gone';\n"
+                "print(kept.tone(), kept.ring())"_s.arg(kMany)),
+            "kept yes\n");
+  EXPECT_LT(Bell::alive, before + kMany / 2) << "most of those that nobody holds are gone";
+  EXPECT_GE(Bell::alive, before + 2);
+  runtime_.reset();
+  EXPECT_EQ(Bell::alive, before);
+}
+
+TEST_F(Runtime, CanBeStopped) {
+  runtime_ = std::make_unique<ScriptRuntime>([](const QString&) {});
+  runtime_->setTimeout(std::chrono::milliseconds(200));
+  EXPECT_FALSE(runtime_->evaluate(u"while (true) { try { for (;;); } catch (e) {} }"_s, u"a"_s));
+  EXPECT_EQ(runtime_->failure()->message, u"the script did not end within 0.2 s"_s);
+
+  runtime_ = std::make_unique<ScriptRuntime>([](const QString&) {});
+  runtime_->setTimeout(std::chrono::milliseconds(200));
+  EXPECT_TRUE(runtime_->evaluate(u"setInterval(() => {}, 5)"_s, u"a"_s));
+  EXPECT_FALSE(runtime_->run());
+
+  runtime_ = std::make_unique<ScriptRuntime>([](const QString&) {});
+  std::thread other([&] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    runtime_->interrupt();
+  });
+  EXPECT_FALSE(runtime_->evaluate(u"for (;;);"_s, u"a"_s));
+  other.join();
+  EXPECT_EQ(runtime_->failure()->message, u"the script was interrupted"_s);
+
+  runtime_ = std::make_unique<ScriptRuntime>([](const QString&) {});
+  runtime_->setMemoryLimit(size_t{700} << 20);
+  EXPECT_FALSE(
+      runtime_->evaluate(u"let a = []; for (;;) a.push(new Array(1000).fill(1.5))"_s, u"a"_s));
+  EXPECT_EQ(runtime_->failure()->message, u"the script uses more than 700 MB of memory"_s);
+}
+
+TEST_F(Runtime, ImportsEachFileOnceFromBesideTheImporter) {
+  const QTemporaryDir dir;
+  const auto write = [&](const QString& name, const char* text) {
+    QDir(dir.path()).mkpath(u"sub"_s);
+    QFile file(dir.filePath(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+  };
+  write(u"main.js"_s, "@import 'sub/a.js'\n@import \"sub/a.js\";\nprint(a, b);\nboom()");
+  write(u"sub/a.js"_s, "@import 'b.js'\nvar a = 'a'; print('once');");
+  write(u"sub/b.js"_s, "@import 'a.js'\nvar b = 'b';\nfunction boom() {\n  null.x }");
+  run(u""_s);
+  EXPECT_FALSE(runtime_->evaluateFile(dir.filePath(u"main.js"_s)));
+  EXPECT_EQ(printed_, u"once\na b\n"_s);
+  EXPECT_EQ(runtime_->failure()->file, dir.filePath(u"sub/b.js"_s));
+  EXPECT_EQ(runtime_->failure()->line, 4);
+}
+
+}  // namespace
+}  // namespace kelvar

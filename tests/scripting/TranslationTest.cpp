@@ -1,0 +1,76 @@
+#include "scripting/Translation.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvar {
+namespace {
+
+TEST(Translation, TurnsBracketsIntoCalls) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"[object name]", "object.name()"},
+      {"[object doThis:a with:b];", "object.doThis_with_(a, b);"},
+      {"[[KVRect alloc] init]", "KVRect.alloc().init()"},
+      {"x = [a.b(c)[0] set_it:@\"t\"]", "x = a.b(c)[0].set__it_(\"t\")"},
+      {"[o a:[p b:1] c:[q d]]", "o.a_c_(p.b_(1), q.d())"},
+      {"[o a:1\n   b:2]\nc", "o.a_b_(1\n   , 2)\nc"},
+      {"[o\n  name]", "o\n  .name()"},
+      {"[o a:c ? x : y b:d]", "o.a_b_(c ? x : y, d)"},
+      {"[o a:function(x) { return [x y]; } b:{c: 1}]",
+       "o.a_b_(function(x) { return x.y(); }, {c: 1})"},
+      {"[o a:x => [x y] b:i++]", "o.a_b_(x => x.y(), i++)"},
+      {"[new Date() time]", "(new Date()).time()"},
+      {"[(a || b) c]", "(a || b).c()"},
+      {"[this c]; [5 d]", "this.c(); (5).d()"},
+      {"[@\"text\" length]", "\"text\".length()"},
+      {"f(`${[a b]} [a b]`)", "f(`${a.b()} [a b]`)"},
+      {"var a = b\n[c d]\n[e f]", "var a = b\nc.d()\ne.f()"},
+      {"function f() {}\n[a b]", "function f() {}\na.b()"},
+      {"if (x) [a b]; else [c d]", "if (x) a.b(); else c.d()"},
+      {"[o a: /* b:1 */ 2 // c\n b:3]", "o.a_b_( /* b:1 */ 2 // c\n , 3)"},
+      {"[NSArray arrayWithObjects:a, b, nil]", "NSArray.arrayWithObjects_(a, b, nil)"},
+      {"@import \"a.js\";\n@import 'b.js'", "__kelvarImport(\"a.js\");\n__kelvarImport('b.js')"},
+      {"[a b", "[a.b()"},
+      {"throw 'x'; a.throw(1)", "throw __kelvarThrown = 'x'; a.throw(1)"},
+  };
+  for (const auto& [script, plain] : cases) {
+    EXPECT_EQ(plainJavaScript(QString::fromUtf8(script)).toStdString(), plain) << script;
+  }
+}
+
+TEST(Translation, LeavesJavaScriptAlone) {
+  const char* const cases[] = {
+      "[1, 2, [3]]",
+      "[]",
+      "a[0][b.c]['d']",
+      "[a, b].map(x => [x, x])",
+      "[x in y, x instanceof Y, typeof x, new Foo, void 0, ...rest]",
+      "[async x => 1, async function f() {}, function g() {}, class A extends B {}]",
+      "[a ? b : c]",
+      "[a\n, b]",
+      "const [a, {b: [c]}] = d",
+      "var r = /[a b]/g.exec(s) / 2 / [1][0]",
+      "if (x) /[a b]'/.test(y)",
+      "x = a / b; y = '/[c d]/'",
+      "// [a b] @\"c\"\n/* [a b] */ '[a b]' \"[a \\\" b]\"",
+      "({[k]: 1, get [a]() { return 1 }})",
+      "a?.[0] ?? b?.c",
+      "x = {}\n/re/.test(y)",
+      "throw new Error('x'); o = {throw(e) {}, throw: 1}",
+      "`[a b] \\` ${`${1}`}`",
+      "0x1e+1; 1e+3; 1..toString(); .5",
+      "return\n[1, 2]",
+      "[",
+      "']",
+      "/* ",
+      "`${",
+      "@class",
+      ")]}",
+  };
+  for (const char* const script : cases) {
+    const QString text = QString::fromUtf8(script);
+    EXPECT_EQ(plainJavaScript(text).toStdString(), script);
+  }
+}
+
+}  // namespace
+}  // namespace kelvar
