@@ -9,8 +9,8 @@
 #include "app/checkVersion.h"
 #include "app/layers.h"
 #include "app/map.h"
-#include "app/render.h"
 #include "app/refresh.h"
+#include "app/render.h"
 #include "app/settings.h"
 
 namespace {
