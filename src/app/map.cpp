@@ -50,7 +50,7 @@ Exit status: 0 done, 1 failed, 2 misuse.)";
 struct Arguments {
   std::string design;
   std::string arrangement;
-  std::string points;
+  std::optional<std::string> points;
   double scale = 1;
   std::string rotation = "0";
   bool flip = false;
@@ -104,7 +104,7 @@ warp::Sampling samplingFrom(const Arguments& arguments) {
 
 Mapping mappingFrom(const Arguments& arguments) {
   const double scale = checkedScale(arguments.scale);
-  if (arguments.points.empty()) {
+  if (!arguments.points) {
     misuse(
         QStringLiteral("--points is required, unless the design goes onto a layer of a "
                        "--document (see kelvar map --help)"));
@@ -115,7 +115,7 @@ Mapping mappingFrom(const Arguments& arguments) {
   if (arguments.json && arguments.output == "-") {
     misuse(QStringLiteral("--json and -o - cannot both write to standard output"));
   }
-  return {.path = readCorners(arguments.points),
+  return {.path = readCorners(*arguments.points),
           .scale = scale,
           .rotation = readRotation(arguments.rotation),
           .flipped = arguments.flip,
