@@ -9,6 +9,8 @@ class Boxed : public Object {
  public:
   /// What operations take in the object's place.
   virtual QVariant value() const = 0;
+  /// What it takes in memory, so that the script's garbage is collected in time.
+  virtual size_t bytes() const { return 0; }
 
   /// The value as an object; null when it is of no type that scripts know as a class.
   static ObjectRef box(const QVariant& value);

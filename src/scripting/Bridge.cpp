@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "scripting/Boxed.h"
 #include "scripting/Prelude.h"
 #include "scripting/SelectorName.h"
 #include "scripting/TypeName.h"
@@ -345,7 +346,9 @@ JSObjectRef Bridge::face(const ObjectRef& object) {
   }
   const JSObjectRef made = makeFace({this, object, nullptr}, faces_[&info].instance);
   objects_.emplace(object.get(), JSWeakCreate(group_, made));
-  constexpr size_t kManyGone = 256;
+  const auto* const boxed = dynamic_cast<const Boxed*>(object.get());
+  if (boxed && boxed->bytes() > 0) JSReportExtraMemoryCost(context_, boxed->bytes());
+  constexpr size_t kManyGone = 16;
   if (++facesMade_ % kManyGone == 0) dropGone();
   return made;
 }

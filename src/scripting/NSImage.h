@@ -17,6 +17,7 @@ class NSImage : public Boxed {
   static std::shared_ptr<NSImage> initWithContentsOfFile(const QString& path);
 
   QVariant value() const override { return QVariant::fromValue(image_); }
+  size_t bytes() const override { return size_t(image_->pixels().sizeInBytes()); }
   QSizeF size() const { return image_->size(); }
   void setSize(const QSizeF& size) { image_->setSize(size); }
   bool isValid() const { return image_->isValid(); }
