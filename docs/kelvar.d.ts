@@ -568,12 +568,12 @@ declare const KVDocumentMapping: {
 
 interface SketchDocument extends NSObject {
   path(): string;
-  appVersion(): string;
-  build(): string;
-  currentPage(): SketchLayer;
   pages(): any[];
   artboards(): any[];
+  currentPage(): SketchLayer;
   layersNamed_(named: string): any[];
+  appVersion(): string;
+  build(): string;
 }
 
 interface SketchDocumentAllocated {

@@ -325,7 +325,6 @@ TEST(PropertyList, RefusesDamageWithASentence) {
                             binary({"\xa1\x01", "\xa1\x00"}),
                             binary({"\xa1\x07"}),
                             binary({"\x00"}),
-                            binary({"\x80\x01"}),
                             binary({"\x1f"}),
                             binary({"\x21\x00\x00"}),
                             binary({"\x13\x01"}),
