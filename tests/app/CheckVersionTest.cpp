@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QProcess>
-#include <QTemporaryDir>
-
+#include "app/ProgramOnServer.h"
 #include "platform/Json.h"
 #include "platform/LoopbackServer.h"
 #include "platform/UserDefaults.h"
@@ -13,34 +10,9 @@ namespace {
 
 using Server = LoopbackServer;
 
-/// The built program against a server of ours.
-class CheckVersion : public testing::Test {
+class CheckVersion : public ProgramOnServer {
  protected:
-  QByteArray run(const QString& server, const QStringList& options = {}) {
-    QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("KELVAR_DEFAULTS"), path_);
-    environment.insert(QStringLiteral("KELVAR_API_SERVER"), server);
-    for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy"}) {
-      environment.remove(QLatin1String(proxy));
-    }
-    program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(KELVAR_PROGRAM),
-                  QStringList(QStringLiteral("check-version")) + options);
-    program.waitForFinished(-1);
-    status_ = program.exitCode();
-    error_ = program.readAllStandardError();
-    return program.readAllStandardOutput();
-  }
-
-  int count_ = 1;
-  char name_[5] = "test";
-  char* arguments_[2] = {name_, nullptr};
-  QCoreApplication application_{count_, arguments_};
-  QTemporaryDir dir_;
-  const QString path_ = dir_.filePath(QStringLiteral("settings.sqlite"));
-  int status_ = -1;
-  QByteArray error_;
+  CheckVersion() : ProgramOnServer("check-version") {}
 };
 
 TEST_F(CheckVersion, PrintsWhatCameOfIt) {

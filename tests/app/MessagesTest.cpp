@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
 #include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
 
+#include "app/ProgramOnServer.h"
 #include "core/ServerMessages.h"
 #include "platform/LoopbackServer.h"
 #include "platform/UserDefaults.h"
@@ -18,37 +16,13 @@ constexpr const char* kTwo = R"({"messages": [
     {"fields": {"ID": 7, "Message": "One\u001b[2J\nline", "Action Link": "https://a.example/"}},
     {"fields": {"ID": 8, "Message": "Two"}}]})";
 
-/// The built program against a server of ours.
-class Messages : public testing::Test {
+class Messages : public ProgramOnServer {
  protected:
-  QByteArray run(const QString& server, const QStringList& options = {}) {
-    QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("KELVAR_DEFAULTS"), path_);
-    environment.insert(QStringLiteral("KELVAR_API_SERVER"), server);
-    for (const char* proxy : {"http_proxy", "https_proxy", "all_proxy"}) {
-      environment.remove(QLatin1String(proxy));
-    }
-    program.setProcessEnvironment(environment);
-    program.start(QStringLiteral(KELVAR_PROGRAM),
-                  QStringList(QStringLiteral("messages")) + options);
-    program.waitForFinished(-1);
-    status_ = program.exitCode();
-    error_ = program.readAllStandardError();
-    return program.readAllStandardOutput();
-  }
+  Messages() : ProgramOnServer("messages") {}
+
   QByteArray read(const char* id) {
     return run(QString(), {QStringLiteral("--read"), QLatin1String(id)});
   }
-
-  int count_ = 1;
-  char name_[5] = "test";
-  char* arguments_[2] = {name_, nullptr};
-  QCoreApplication application_{count_, arguments_};
-  QTemporaryDir dir_;
-  QString path_ = dir_.filePath(QStringLiteral("settings.sqlite"));
-  int status_ = -1;
-  QByteArray error_;
 };
 
 TEST_F(Messages, AreFetchedListedAndMarked) {
