@@ -37,7 +37,8 @@ QString cornersObjection(const std::array<QPointF, 4>& corners, const QString& w
         .arg(where);
   }
   if (left == 2) {
-    return QStringLiteral("the sides of the shape%1 cross, as its corners do not follow its outline")
+    return QStringLiteral(
+               "the sides of the shape%1 cross, as its corners do not follow its outline")
         .arg(where);
   }
   if (left == 1 || right == 1) {
