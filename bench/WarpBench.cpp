@@ -73,6 +73,14 @@ void withKelvar(Work& w, Sampling sampling, int threads) {
   kelvarWarp(w, w.quad, w.width, w.height, {sampling, 1, threads});
 }
 
+/// On a rectangle a little smaller than the picture.
+void onRectangle(Work& w, int threads) {
+  const double left = w.width * 0.03, right = w.width * 0.97;
+  const double top = w.height * 0.03, bottom = w.height * 0.98;
+  kelvarWarp(w, {{{left, top}, {right, top}, {right, bottom}, {left, bottom}}}, w.width, w.height,
+             {Sampling::Bilinear, 1, threads});
+}
+
 /// The whole picture on a quarter of its width.
 void toQuarter(Work& w, int threads) {
   const double width = w.width / 4.0, height = w.height / 4.0;
@@ -119,6 +127,7 @@ struct Contender {
 const std::vector<Contender>& contenders() {
   static const std::vector<Contender> all = {
       {"bilinear", true, [](Work& w, int t) { withKelvar(w, Sampling::Bilinear, t); }},
+      {"on a rectangle", true, onRectangle},
       {"best", true, [](Work& w, int t) { withKelvar(w, Sampling::Best, t); }},
       {"best to a quarter", true, toQuarter},
 #ifdef KELVAR_OPENCV
