@@ -25,7 +25,7 @@ struct URLAnswer {
 ///
 /// Addresses are HTTPS with a certificate that the system trusts, or plain HTTP on this very
 /// machine. A redirection is followed to an address of that kind with the same scheme. Everything
-/// else is a transport error, and so are a body over 8 MiB and a server that is silent for too
+/// else is a transport error, and so are a body over 32 MiB and a server that is silent for too
 /// long. A body that stops half-way is one when its length was announced; of a chunked one Qt does
 /// not always tell, so that its reader has to notice.
 ///
@@ -35,8 +35,8 @@ class URLSession {
  public:
   using Completion = std::function<void(const URLAnswer&)>;
 
-  /// 8 MiB.
-  static constexpr qsizetype kMaxBody = qsizetype{8} << 20;
+  /// 32 MiB.
+  static constexpr qsizetype kMaxBody = qsizetype{32} << 20;
 
   /// The session of this process. It ends with the QCoreApplication, which has to exist: tasks
   /// still under way are dropped. Null, with a log line, when its library is missing. Safe from any
@@ -48,13 +48,12 @@ class URLSession {
   /// Starts the request and returns at once. `completion` runs exactly once on the session's own
   /// thread, unless the session ends before.
   ///
-  /// POSTs wait for one another, so that they arrive in the order in which they were started. They
-  /// are sent once: a redirection is an answer, and a connection that breaks is not tried again.
+  /// A request is sent once: when the connection breaks it is not tried again. POSTs wait for one
+  /// another, so that they arrive in the order in which they were started, and to them a
+  /// redirection is an answer. No cookies are kept.
   void dataTask(const URLRequest& request, Completion completion) {
-    startTask(request, [completion = std::move(completion),
-                        pending = PendingWork::begin()](const URLAnswer& answer) {
-      completion(answer);
-    });
+    startTask(request, [completion = std::move(completion), pending = PendingWork::begin()](
+                           const URLAnswer& answer) { completion(answer); });
   }
   /// A GET.
   void dataTask(const QUrl& address, Completion completion) {

@@ -127,6 +127,7 @@ TEST_F(Segment, WhatComesOfTheLookup) {
     segment->track(QStringLiteral("second"), QVariantMap());
     EXPECT_EQ(segment->pendingEvents().size(), isKnown ? 0 : 1) << what;
     EXPECT_TRUE(segment->isObtainingLocation()) << "never asked again";
+    EXPECT_EQ(places.requests().size(), answer.isEmpty() ? 0 : 1) << what;
     if (!isKnown) continue;
     ASSERT_TRUE(runUntilReceived(events, 2)) << what;
   }

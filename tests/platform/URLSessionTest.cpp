@@ -64,9 +64,9 @@ TEST_F(Session, WhatIsNotWholeIsAnError) {
   const std::pair<QByteArray, const char*> cases[] = {
       {Server::http("{\"a\": 1}").chopped(3), "closed"},
       {"HTTP/1.1 200 OK\r\nContent-", "closed"},
-      {Server::http(QByteArray(URLSession::kMaxBody + 1, 'x')), "8 MiB"},
+      {Server::http(QByteArray(URLSession::kMaxBody + 1, 'x')), "32 MiB"},
       {"HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + QByteArray(URLSession::kMaxBody + 1, 'x'),
-       "8 MiB"}};
+       "32 MiB"}};
   for (const auto& [bytes, error] : cases) {
     const Server server({bytes});
     const URLAnswer answer = fetch(server.url(QStringLiteral("/")));
@@ -145,6 +145,35 @@ TEST_F(Session, TrustsNoCertificateThatTheSystemDoesNot) {
       << stopped.error.toStdString();
   EXPECT_EQ(plain.requests(), QList<QByteArray>());
   QSslConfiguration::setDefaultConfiguration(before);
+}
+
+TEST_F(Session, AsksOnceWhenTheServerHangsUp) {
+  for (const auto scheme : {Server::Scheme::Http, Server::Scheme::Https}) {
+    const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+    QSslConfiguration trusting = before;
+    trusting.addCaCertificate(Server::certificate());
+    QSslConfiguration::setDefaultConfiguration(trusting);
+    for (const bool wasAnswered : {false, true}) {
+      const QByteArray alive = Server::http("{}", "200 OK", "keep-alive");
+      const Server server({wasAnswered ? alive : QByteArray(Server::kHangUp), Server::kHangUp},
+                          scheme);
+      if (wasAnswered) EXPECT_EQ(fetch(server.url(QStringLiteral("/"))).body, "{}");
+      EXPECT_FALSE(fetch(server.url(QStringLiteral("/"))).error.isNull());
+      EXPECT_EQ(server.requests().size(), wasAnswered ? 2 : 1);
+    }
+    QSslConfiguration::setDefaultConfiguration(before);
+  }
+}
+
+TEST_F(Session, KeepsNoCookies) {
+  const Server server(
+      {"HTTP/1.1 200 OK\r\nSet-Cookie: id=7\r\nContent-Length: 0\r\n"
+       "Connection: close\r\n\r\n"});
+  fetch(server.url(QStringLiteral("/")));
+  fetch(server.url(QStringLiteral("/")));
+  ASSERT_EQ(server.requests().size(), 2);
+  EXPECT_FALSE(server.wholeRequests()[1].toLower().contains("cookie"))
+      << server.wholeRequests()[1].toStdString();
 }
 
 TEST_F(Session, CompletesOnOneThreadOfItsOwn) {

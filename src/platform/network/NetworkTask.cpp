@@ -55,10 +55,19 @@ QString shown(const QUrl& address) {
   return address.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
 }
 
+/// Qt's word for a connection that was closed when it would have sent the request again.
+constexpr auto kClosed = QNetworkReply::ContentReSendError;
+
+/// Whether the body of an answer ends where the connection does.
+bool endsWithConnection(const QNetworkReply& reply) {
+  return !reply.hasRawHeader("Content-Length") && !reply.hasRawHeader("Transfer-Encoding");
+}
+
 /// An HTTP status that Qt counts as an error is an answer like any other.
 bool isTransportError(const QNetworkReply& reply, int status) {
   const QNetworkReply::NetworkError error = reply.error();
   if (error == QNetworkReply::NoError) return false;
+  if (error == kClosed) return status == 0 || !endsWithConnection(reply);
   const bool isAnswer =
       error >= QNetworkReply::ContentAccessDenied && error != QNetworkReply::ProtocolFailure;
   return status < 400 || !isAnswer;
@@ -94,7 +103,12 @@ void NetworkTask::send() {
   // Qt 6.4 loses its way where it asks us about each redirection and follows them itself.
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                        QNetworkRequest::ManualRedirectPolicy);
-  reply_ = isPost(request_) ? post(request) : manager_->get(request);
+  // A server's cookie would make one machine of two requests.
+  for (const auto control :
+       {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute}) {
+    request.setAttribute(control, QNetworkRequest::Manual);
+  }
+  reply_ = sendOnce(request);
   reply_->setParent(this);
   connect(reply_, &QNetworkReply::sslErrors, this, [this](const QList<QSslError>& errors) {
     fail(QStringLiteral("the server is not to be trusted: %1").arg(errors[0].errorString()));
@@ -104,13 +118,13 @@ void NetworkTask::send() {
   connect(reply_, &QNetworkReply::finished, this, &NetworkTask::finish);
 }
 
-/// From a device that cannot be rewound: otherwise Qt sends the request again, and again, when the
-/// server closes the connection without an answer.
-QNetworkReply* NetworkTask::post(QNetworkRequest request) {
+/// With a body, perhaps empty, from a device that cannot be rewound: otherwise Qt sends the request
+/// again, and again, when the server closes the connection without an answer.
+QNetworkReply* NetworkTask::sendOnce(QNetworkRequest request) {
   request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
   request.setHeader(QNetworkRequest::ContentLengthHeader, request_.body.size());
   auto* const body = new OneWayBuffer(request_.body, this);
-  return manager_->post(request, body);
+  return manager_->sendCustomRequest(request, request_.method, body);
 }
 
 void NetworkTask::follow(const QUrl& redirection) {
@@ -132,10 +146,11 @@ void NetworkTask::follow(const QUrl& redirection) {
 
 void NetworkTask::read() {
   silence_.start();
-  answer_.body += reply_->read(URLSession::kMaxBody + 1 - answer_.body.size());
+  const qint64 most = URLSession::kMaxBody + 1 - answer_.body.size();
+  answer_.body += reply_->read(std::min(most, reply_->bytesAvailable()));
   if (answer_.body.size() <= URLSession::kMaxBody) return;
   answer_.body.clear();
-  fail(QStringLiteral("the answer is longer than 8 MiB"));
+  fail(QStringLiteral("the answer is longer than 32 MiB"));
 }
 
 /// Ends in `finish`.
@@ -149,7 +164,8 @@ void NetworkTask::finish() {
   answer_.status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
   if (answer_.error.isNull()) read();
   if (answer_.error.isNull() && isTransportError(*reply_, answer_.status)) {
-    answer_.error = reply_->errorString();
+    answer_.error =
+        reply_->error() == kClosed ? QStringLiteral("Connection closed") : reply_->errorString();
   }
   if (!answer_.error.isNull()) return complete();
   const QUrl redirection = reply_->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();

@@ -18,7 +18,7 @@ class NetworkTask : public QObject {
 
  private:
   void send();
-  QNetworkReply* post(QNetworkRequest request);
+  QNetworkReply* sendOnce(QNetworkRequest request);
   void follow(const QUrl& redirection);
   void read();
   void finish();
