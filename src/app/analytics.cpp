@@ -18,7 +18,8 @@ namespace {
 constexpr const char* kExplanation = R"(
 Events are sent to the server that KELVAR_ANALYTICS_SERVER names, and the service that
 KELVAR_LOCATION_SERVER names is asked where this machine is. There are none by default, and then
-nothing is sent. Nothing is ever sent with DO_NOT_TRACK=1. docs/privacy.md lists what is.
+nothing is sent. With DO_NOT_TRACK=1 neither is used, whatever is set. docs/privacy.md lists all that
+is ever sent.
 
 Examples:
   kelvar analytics
@@ -28,8 +29,10 @@ Exit status: 0 done, 1 failed, 2 misuse.)";
 
 const QString kUuidKey = QStringLiteral("io.kelvarlabs.kelvar.tracker.uuid");
 
-/// Where the trackers keep who the user is. The address itself is a setting of the user's.
-const QString kIdentityKeys[] = {kUuidKey, QStringLiteral("io.kelvarlabs.kelvar.tracker.email"),
+/// Where the trackers keep who the user is, the shared one without a name too. The address itself
+/// is a setting of the user's.
+const QString kIdentityKeys[] = {kUuidKey, QStringLiteral(".uuid"),
+                                 QStringLiteral("io.kelvarlabs.kelvar.tracker.email"),
                                  QStringLiteral("io.kelvarlabs.tracker.email"),
                                  QStringLiteral("io.kelvarlabs.kelvar.identifiedUser")};
 
@@ -79,10 +82,10 @@ QByteArray written(const QVariant& value, Json::Layout layout) {
 /// In plain words, why nothing is sent or what is sent where.
 QString switchSentence(const QUrl& events, const QUrl& location) {
   if (AnalyticsSettings::isDoNotTrack()) {
-    return QStringLiteral("Analytics are off: DO_NOT_TRACK is set. Nothing is sent.");
+    return QStringLiteral("Analytics are off: DO_NOT_TRACK is set. No event is sent.");
   }
   if (events.isEmpty()) {
-    return QStringLiteral("Analytics are off: no server is configured. Nothing is sent.");
+    return QStringLiteral("Analytics are off: no server is configured. No event is sent.");
   }
   const QString place =
       location.isEmpty()
