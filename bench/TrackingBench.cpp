@@ -1,12 +1,17 @@
 // What tracking costs the main thread: one event that waits, one that is sent, and ten thousand
-// that have waited. Nobody listens at the address; the failures are the network thread's.
+// that have waited. Nobody listens at the address; the failures are the network thread's. And what
+// a hundred thousand messages of a server cost, from the request to the stored list.
 
 #include <benchmark/benchmark.h>
 
 #include <QCoreApplication>
+#include <QTemporaryDir>
 #include <memory>
+#include <semaphore>
 
 #include "analytics/SegmentIOTracker.h"
+#include "core/ServerMessages.h"
+#include "platform/LoopbackServer.h"
 
 namespace {
 
@@ -14,6 +19,7 @@ using benchmark::State;
 using kelvar::SegmentIOTracker;
 
 constexpr int kEvents = 10'000;
+constexpr int kMessages = 100'000;
 
 const QString kName = QStringLiteral("Started");
 
@@ -51,15 +57,51 @@ void drain(State& state) {
   }
 }
 
+QByteArray manyMessages() {
+  QByteArray records;
+  for (int id = 1; id <= kMessages; ++id) {
+    const QByteArray number = QByteArray::number(id);
+    records += (id == 1 ? "" : ",") + QByteArray(R"({"id":"rec0000000000)") + number +
+               R"(","fields":{"ID":)" + number + R"(,"Message":"Version )" + number +
+               R"( draws faster","Action Link":"https://www.example.com/news/)" + number +
+               R"("},"createdTime":"2017-03-09T14:05:31.000Z"})";
+  }
+  return "{\"messages\":[" + records + "]}";
+}
+
+void messages(State& state) {
+  using kelvar::LoopbackServer;
+  const LoopbackServer server({LoopbackServer::http(manyMessages())});
+  qputenv("KELVAR_API_SERVER", server.url(QString()).toEncoded());
+  const auto store = std::make_shared<kelvar::KVPersister>();
+  for (auto _ : state) {
+    store->removeObjectForKey(QLatin1String(kelvar::ServerMessages::kKey));
+    std::binary_semaphore done(0);
+    kelvar::ServerMessages::load(store, [&](const QString& error) {
+      if (!error.isNull()) state.SkipWithError(qPrintable(error));
+      done.release();
+    });
+    done.acquire();
+  }
+  const auto stored = store->objectForKey(QLatin1String(kelvar::ServerMessages::kKey)).toList();
+  if (stored.size() != kMessages) state.SkipWithError("not all messages are stored");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
+  const QTemporaryDir folder;
+  qputenv("KELVAR_DEFAULTS", folder.filePath(QStringLiteral("settings.sqlite")).toUtf8());
   qputenv("KELVAR_ANALYTICS_SERVER", "http://127.0.0.1:1");
   qunsetenv("DO_NOT_TRACK");
   benchmark::RegisterBenchmark("track/waits", waits)->Iterations(kEvents);
   benchmark::RegisterBenchmark("track/isSent", isSent)->Iterations(kEvents);
   benchmark::RegisterBenchmark("drain/10000", drain)->Iterations(3)->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("messages/100000", messages)
+      ->Iterations(3)
+      ->MeasureProcessCPUTime()
+      ->Unit(benchmark::kMillisecond);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
 }

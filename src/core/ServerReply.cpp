@@ -8,12 +8,13 @@ namespace kelvar {
 QVariant readServerReply(const QByteArray& body, QString* error) {
   error->clear();
   QVariant reply = Json::read(body, error);
-  if (reply.isValid() && !Json::isValidObject(reply)) {
+  const int type = reply.typeId();
+  if (reply.isValid() && type != QMetaType::QVariantMap && type != QMetaType::QVariantList) {
     *error = QStringLiteral("it is neither an object nor a list");
     reply = {};
   }
   logLine(u"Parse error: %@", {*error});
-  logLine(u"result: %@", {loggedValue(reply)});
+  if (isLogging()) logLine(u"result: %@", {loggedValue(reply)});
   return reply;
 }
 

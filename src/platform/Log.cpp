@@ -14,8 +14,10 @@ const QLoggingCategory& category() {
 
 }  // namespace
 
+bool isLogging() { return category().isInfoEnabled(); }
+
 void logLine(QStringView format, const QStringList& arguments) {
-  if (!category().isInfoEnabled()) return;
+  if (!isLogging()) return;
   qCInfo(category).noquote() << formatted(format, arguments);
 }
 

@@ -13,4 +13,7 @@ namespace kelvar {
 /// "kelvar.info=true". Safe from any thread.
 KELVAR_EXPORT void logLine(QStringView format, const QStringList& arguments = {});
 
+/// Whether lines are written at all, for those that take long to put together.
+KELVAR_EXPORT bool isLogging();
+
 }  // namespace kelvar
