@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QSemaphore>
 #include <QSet>
 #include <QTemporaryDir>
+#include <semaphore>
 #include <stdexcept>
 
 #include "platform/Bundle.h"
@@ -113,7 +113,7 @@ class LoadedServerMessages : public testing::Test {
   /// Starts `count` loads at once and waits until all are done. What the last had to say.
   QString load(const QUrl& server, int count = 1) {
     qputenv("KELVAR_API_SERVER", server.toEncoded());
-    QSemaphore done;
+    std::counting_semaphore done(0);
     QString problem;
     for (int i = 0; i < count; ++i) {
       ServerMessages::load(persister_, [&](const QString& error) {
@@ -121,7 +121,7 @@ class LoadedServerMessages : public testing::Test {
         done.release();
       });
     }
-    done.acquire(count);
+    for (int i = 0; i < count; ++i) done.acquire();
     return problem;
   }
   QString load(const QByteArray& answer) {

@@ -2,14 +2,18 @@
 
 #include <QLoggingCategory>
 #include <QStringList>
+#include <mutex>
 
 namespace kelvar {
 
-/// Switches the log on for its lifetime and keeps its lines.
+/// Switches the log on for its lifetime and keeps its lines, whichever thread they come from.
 class LogCapture {
  public:
   LogCapture() {
-    lines_.clear();
+    {
+      const std::scoped_lock lock(mutex_);
+      lines_.clear();
+    }
     QLoggingCategory::setFilterRules(QStringLiteral("kelvar.info=true"));
     previous_ = qInstallMessageHandler(keep);
   }
@@ -20,13 +24,19 @@ class LogCapture {
   LogCapture(const LogCapture&) = delete;
   LogCapture& operator=(const LogCapture&) = delete;
 
-  const QStringList& lines() const { return lines_; }
+  QStringList lines() const {
+    const std::scoped_lock lock(mutex_);
+    return lines_;
+  }
 
  private:
   static void keep(QtMsgType, const QMessageLogContext& context, const QString& line) {
-    if (qstrcmp(context.category, "kelvar") == 0) lines_.append(line);
+    if (qstrcmp(context.category, "kelvar") != 0) return;
+    const std::scoped_lock lock(mutex_);
+    lines_.append(line);
   }
 
+  static inline std::mutex mutex_;
   static inline QStringList lines_;
   QtMessageHandler previous_ = nullptr;
 };

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QList>
-#include <QMutex>
 #include <QSslCertificate>
 #include <QSslKey>
 #include <QSslSocket>
@@ -9,6 +8,7 @@
 #include <QThread>
 #include <QUrl>
 #include <functional>
+#include <mutex>
 
 namespace kelvar {
 
@@ -50,13 +50,13 @@ class LoopbackServer {
 
   /// The first lines of the requests so far.
   QList<QByteArray> requests() const {
-    const QMutexLocker lock(&mutex_);
+    const std::scoped_lock lock(mutex_);
     return requests_;
   }
 
   /// All of the requests so far, byte for byte.
   QList<QByteArray> wholeRequests() const {
-    const QMutexLocker lock(&mutex_);
+    const std::scoped_lock lock(mutex_);
     return wholeRequests_;
   }
 
@@ -115,7 +115,7 @@ class LoopbackServer {
     const qsizetype length = requestLength(socket->peek(1 << 20));
     if (length == 0) return;
     const QByteArray request = socket->read(length);
-    const QMutexLocker lock(&mutex_);
+    const std::scoped_lock lock(mutex_);
     wholeRequests_.append(request);
     requests_.append(request.first(request.indexOf("\r\n")));
     QByteArray bytes = answers_[std::min(requests_.size(), answers_.size()) - 1];
@@ -145,7 +145,7 @@ class LoopbackServer {
 
   const QList<QByteArray> answers_;
   const Scheme scheme_;
-  mutable QMutex mutex_;
+  mutable std::mutex mutex_;
   QList<QByteArray> requests_;
   QList<QByteArray> wholeRequests_;
   quint16 port_ = 0;
