@@ -25,7 +25,7 @@ struct URLAnswer {
 ///
 /// Addresses are HTTPS with a certificate that the system trusts, or plain HTTP on this very
 /// machine. A redirection is followed to an address of that kind with the same scheme. Everything
-/// else is a transport error, and so are a body over 32 MiB and a server that is silent for too
+/// else is a transport error, and so are a body over 8 MiB and a server that is silent for too
 /// long. A body that stops half-way is one when its length was announced; of a chunked one Qt does
 /// not always tell, so that its reader has to notice.
 ///
@@ -35,8 +35,8 @@ class URLSession {
  public:
   using Completion = std::function<void(const URLAnswer&)>;
 
-  /// 32 MiB.
-  static constexpr qsizetype kMaxBody = qsizetype{32} << 20;
+  /// 8 MiB.
+  static constexpr qsizetype kMaxBody = qsizetype{8} << 20;
 
   /// The session of this process. It ends with the QCoreApplication, which has to exist: tasks
   /// still under way are dropped. Null, with a log line, when its library is missing. Safe from any

@@ -47,8 +47,15 @@ class SegmentServer : public testing::Test {
     }
     return true;
   }
+  /// False when nothing more has come for a minute.
   static bool runUntilReceived(const Server& server, qsizetype count) {
-    return runUntil([&] { return server.requests().size() >= count; });
+    qsizetype received = server.requestCount();
+    while (received < count) {
+      const qsizetype last = received;
+      const bool more = runUntil([&] { return (received = server.requestCount()) > last; });
+      if (!more) return false;
+    }
+    return true;
   }
 
   static QVariantMap bodyOf(const QByteArray& request) {

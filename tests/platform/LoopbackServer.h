@@ -54,6 +54,11 @@ class LoopbackServer {
     return requests_;
   }
 
+  qsizetype requestCount() const {
+    const std::scoped_lock lock(mutex_);
+    return requests_.size();
+  }
+
   /// All of the requests so far, byte for byte.
   QList<QByteArray> wholeRequests() const {
     const std::scoped_lock lock(mutex_);

@@ -150,7 +150,7 @@ void NetworkTask::read() {
   answer_.body += reply_->read(std::min(most, reply_->bytesAvailable()));
   if (answer_.body.size() <= URLSession::kMaxBody) return;
   answer_.body.clear();
-  fail(QStringLiteral("the answer is longer than 32 MiB"));
+  fail(QStringLiteral("the answer is longer than 8 MiB"));
 }
 
 /// Ends in `finish`.
