@@ -15,6 +15,8 @@ namespace {
 const ClassInfo::Registration kRegistered(&KVButton::theClass);
 
 constexpr int kLeastWidth = 64;
+/// Free at either side of the title, beyond what styles leave.
+constexpr int kTitleMargin = 6;
 
 }  // namespace
 
@@ -36,6 +38,8 @@ KVButton::KVButton(QWidget* parent) : QPushButton(parent) {}
 void KVButton::awakeFromNib() {
   if (textColor_.isValid()) styledTitle_ = {text(), textColor_, font()};
 }
+
+QSize KVButton::sizeHint() const { return QPushButton::sizeHint() + QSize(2 * kTitleMargin, 0); }
 
 QSize KVButton::minimumSizeHint() const {
   const QSize whole = QPushButton::minimumSizeHint();

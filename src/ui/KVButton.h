@@ -34,6 +34,7 @@ class KELVAR_EXPORT KVButton : public QPushButton {
   /// that is set later has the palette's colour.
   void awakeFromNib();
 
+  QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
  protected:
