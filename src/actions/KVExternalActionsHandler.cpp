@@ -15,9 +15,12 @@ namespace {
 
 const ClassInfo::Registration kRegistered(&KVExternalActionsHandler::theClass);
 
+/// Null for none.
+QString siteHost() { return Bundle::serverAddress("KELVAR_WEB_SITE", QStringLiteral("KVWebSite")); }
+
 /// Null for a page on no site.
 QString addressOfPage(const char* page) {
-  const QString host = Bundle::serverAddress("KELVAR_WEB_SITE", QStringLiteral("KVWebSite"));
+  const QString host = siteHost();
   return host.isNull() ? QString() : QStringLiteral("http://") + host + QLatin1String(page);
 }
 
@@ -50,6 +53,8 @@ const ClassInfo& KVExternalActionsHandler::theClass() {
           .operation("visitStoreButtonDidPress:", &Handler::visitStoreButtonDidPress);
   return kClass;
 }
+
+bool KVExternalActionsHandler::hasSite() { return !siteHost().isNull(); }
 
 QUrl KVExternalActionsHandler::urlWithPath(const QString& path) const {
   QUrl url(path, QUrl::StrictMode);

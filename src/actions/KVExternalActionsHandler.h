@@ -16,6 +16,9 @@ class KELVAR_EXPORT KVExternalActionsHandler : public Object {
   static const ClassInfo& theClass();
   const ClassInfo& classInfo() const override { return theClass(); }
 
+  /// Whether there is a site whose pages can open.
+  static bool hasSite();
+
   /// The page's address with the setup in place of any query that it had: plug-in, system, host and
   /// the user's e-mail address, "(null)" for what is not known. Empty when `path`, a whole address,
   /// is none.

@@ -1,9 +1,9 @@
 #include "ui/ElidedLabel.h"
 
-#include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
+
+#include "ui/showWholeText.h"
 
 namespace kelvar {
 
@@ -30,10 +30,7 @@ bool ElidedLabel::event(QEvent* event) {
   if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || elided() == text()) {
     return QLabel::event(event);
   }
-  // As HTML, whose lines are broken where the tool tip is too wide.
-  const QString whole = QStringLiteral("<p>%1</p>").arg(text().toHtmlEscaped());
-  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), whole, this);
-  return true;
+  return showWholeText(this, event, text());
 }
 
 }  // namespace kelvar

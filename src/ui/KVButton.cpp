@@ -7,6 +7,7 @@
 
 #include "runtime/ClassInfo.h"
 #include "ui/View.h"
+#include "ui/showWholeText.h"
 
 namespace kelvar {
 namespace {
@@ -14,6 +15,8 @@ namespace {
 const ClassInfo::Registration kRegistered(&KVButton::theClass);
 
 constexpr int kLeastWidth = 64;
+/// Free at either side of the title, beyond what styles leave.
+constexpr int kTitleMargin = 6;
 
 }  // namespace
 
@@ -36,6 +39,8 @@ void KVButton::awakeFromNib() {
   if (textColor_.isValid()) styledTitle_ = {text(), textColor_, font()};
 }
 
+QSize KVButton::sizeHint() const { return QPushButton::sizeHint() + QSize(2 * kTitleMargin, 0); }
+
 QSize KVButton::minimumSizeHint() const {
   const QSize whole = QPushButton::minimumSizeHint();
   return {std::min(whole.width(), kLeastWidth), whole.height()};
@@ -50,16 +55,30 @@ void KVButton::paintEvent(QPaintEvent* event) {
   QStylePainter painter(this);
   QStyleOptionButton option;
   initStyleOption(&option);
-  if (styledTitle_.color.isValid() && styledTitle_.text == text()) {
+  if (isStyled()) {
     QColor dimmed = styledTitle_.color;
     dimmed.setAlphaF(dimmed.alphaF() / 2);
     option.palette.setColor(QPalette::ButtonText, styledTitle_.color);
     option.palette.setColor(QPalette::Disabled, QPalette::ButtonText, dimmed);
     painter.setFont(styledTitle_.font);
   }
-  const QRect inside = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
-  option.text = painter.fontMetrics().elidedText(text(), Qt::ElideRight, inside.width());
+  option.text = elided();
   painter.drawControl(QStyle::CE_PushButton, option);
+}
+
+QString KVButton::elided() const {
+  QStyleOptionButton option;
+  initStyleOption(&option);
+  const QRect inside = style()->subElementRect(QStyle::SE_PushButtonContents, &option, this);
+  const QFontMetrics metrics(isStyled() ? styledTitle_.font : font());
+  return metrics.elidedText(text(), Qt::ElideRight, inside.width());
+}
+
+bool KVButton::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || elided() == text()) {
+    return QPushButton::event(event);
+  }
+  return showWholeText(this, event, text());
 }
 
 }  // namespace kelvar

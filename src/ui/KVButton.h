@@ -10,7 +10,8 @@ namespace kelvar {
 /// A push button that can have a flat colour behind it and a title in a colour of its own.
 ///
 /// Made in a form, its properties set there. The bezel is painted over the background, so a button
-/// with a background is usually flat. A title that does not fit ends in an ellipsis.
+/// with a background is usually flat. A title that does not fit ends in an ellipsis; the tool tip
+/// then has the whole.
 class KELVAR_EXPORT KVButton : public QPushButton {
   Q_OBJECT
   Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor)
@@ -33,10 +34,12 @@ class KELVAR_EXPORT KVButton : public QPushButton {
   /// that is set later has the palette's colour.
   void awakeFromNib();
 
+  QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
   /// The title as it was styled. Centred, in the button's font of that time.
@@ -45,6 +48,10 @@ class KELVAR_EXPORT KVButton : public QPushButton {
     QColor color;
     QFont font;
   };
+
+  bool isStyled() const { return styledTitle_.color.isValid() && styledTitle_.text == text(); }
+  /// The title as it fits.
+  QString elided() const;
 
   QColor backgroundColor_;
   QColor textColor_;

@@ -7,6 +7,7 @@
 
 #include "ui/PopUpItemDelegate.h"
 #include "ui/Thumbnail.h"
+#include "ui/showWholeText.h"
 
 namespace kelvar {
 namespace {
@@ -122,13 +123,23 @@ void PopUpButton::paintEvent(QPaintEvent*) {
   initStyleOption(&option);
   painter.drawComplexControl(QStyle::CC_ComboBox, option);
   option.currentIcon = faceIcon();
+  option.currentText = elided();
+  painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
+QString PopUpButton::elided() const {
+  QStyleOptionComboBox option;
+  initStyleOption(&option);
   // The icon and the style's margins beside it.
-  const int taken = option.currentIcon.isNull() ? 4 : option.iconSize.width() + 8;
+  const int taken = faceIcon().isNull() ? 4 : option.iconSize.width() + 8;
   const QRect field =
       style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-  option.currentText =
-      fontMetrics().elidedText(title(), Qt::ElideMiddle, std::max(field.width() - taken, 0));
-  painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+  return fontMetrics().elidedText(title(), Qt::ElideMiddle, std::max(field.width() - taken, 0));
+}
+
+bool PopUpButton::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || elided() == title()) return QComboBox::event(event);
+  return showWholeText(this, event, title());
 }
 
 void PopUpButton::keyPressEvent(QKeyEvent* event) {

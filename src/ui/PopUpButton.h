@@ -13,7 +13,8 @@ namespace kelvar {
 /// shows can be set apart from the selection: an item, a free title, or nothing. A choice by the
 /// user runs the action, also when the same item is chosen again; what the program selects does
 /// not. There is no choice without the menu: keys that would change a combo box open it, and the
-/// wheel is left to whatever scrolls the button.
+/// wheel is left to whatever scrolls the button. A title that does not fit is cut in its middle;
+/// the tool tip then has the whole.
 class KELVAR_EXPORT PopUpButton : public QComboBox {
   Q_OBJECT
 
@@ -57,6 +58,7 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   void showPopup() override;
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
@@ -66,6 +68,8 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   void markSelection();
   void faceChanged();
   QIcon faceIcon() const;
+  /// The title as it fits.
+  QString elided() const;
 
   KVMenuRef menu_;
   bool usesItemFromMenu_ = true;

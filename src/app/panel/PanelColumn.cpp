@@ -79,9 +79,8 @@ void PanelColumn::makeDelegates() {
 
 void PanelColumn::makeColumn() {
   auto* const content = new QWidget;
-  auto* const column = new QVBoxLayout(content);
+  auto* const column = makeStack(kSpacing);
   column->setContentsMargins(0, kMargin, 0, kMargin);
-  column->setSpacing(kSpacing);
   title_ = makeLabel("selectionTitle", content);
   QFont bold = title_->font();
   bold.setWeight(QFont::DemiBold);
@@ -107,18 +106,24 @@ void PanelColumn::makeColumn() {
   column->addWidget(settings_);
   column->addStretch();
 
+  // What is above scrolls along: a long message leaves room for the rest.
+  above_ = makeStack(0);
+  auto* const scrolled = new QVBoxLayout(content);
+  scrolled->setContentsMargins(0, 0, 0, 0);
+  scrolled->setSpacing(0);
+  scrolled->addLayout(above_);
+  scrolled->addLayout(column, 1);
+
   scroll_ = new QScrollArea(this);
   scroll_->setWidget(content);
   scroll_->setWidgetResizable(true);
   scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setFrameShape(QFrame::NoFrame);
   scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  above_ = makeStack(0);
   below_ = makeStack(0);
   auto* const whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
   whole->setSpacing(0);
-  whole->addLayout(above_);
   whole->addWidget(scroll_, 1);
   whole->addLayout(below_);
 }

@@ -58,13 +58,37 @@ void ShapeOverlay::paint(QPainter* painter) const {
     if (!model.isSelected(shape.id)) paintShape(painter, shape);
   }
   for (const QString& id : model.selection()) paintShape(painter, *model.arrangement().shape(id));
+  paintProblems(painter);
+}
+
+QString ShapeOverlay::problemOf(const Arrangement::Shape& shape) const {
+  const QString objection = cornersObjection(shape.corners, {});
+  return objection.isEmpty() ? problems.value(shape.id) : objection;
+}
+
+/// One label a line of the view: the panel lists them all.
+void ShapeOverlay::paintProblems(QPainter* painter) const {
+  QList<double> taken;
+  for (const Arrangement::Shape& shape : model.arrangement().shapes) {
+    const QString problem = problemOf(shape);
+    if (problem.isEmpty()) continue;
+    const QRectF bounds = outline(shape).boundingRect();
+    const QPointF below(bounds.center().x(), bounds.bottom() + kBelow);
+    const bool isTaken = std::any_of(taken.begin(), taken.end(), [&](double y) {
+      return std::abs(y - below.y()) < 1.2 * kBelow;
+    });
+    if (isTaken) continue;
+    taken.append(below.y());
+    paintLabel(painter, shape.name + QStringLiteral(": ") + problem, below, painter->viewport(),
+               kWrong);
+  }
 }
 
 void ShapeOverlay::paintShape(QPainter* painter, const Arrangement::Shape& shape) const {
   const bool isSelected = model.isSelected(shape.id);
-  const QString objection = cornersObjection(shape.corners, {});
-  const QString problem = objection.isEmpty() ? problems.value(shape.id) : objection;
-  const QColor color = !problem.isEmpty() ? kWrong : isSelected ? accent : QColor(255, 255, 255);
+  const QColor color = !problemOf(shape).isEmpty() ? kWrong
+                       : isSelected                ? accent
+                                                   : QColor(255, 255, 255);
   QPen pen(color, isSelected ? 2 : 1.25);
   if (!shape.included) pen.setDashPattern({4, 3});
   const QPolygonF corners = outline(shape);
@@ -75,11 +99,6 @@ void ShapeOverlay::paintShape(QPainter* painter, const Arrangement::Shape& shape
   }
   strokeWithHalo(painter, closed(corners), pen);
   if (isSelected) paintHandles(painter, corners, color);
-  if (problem.isEmpty()) return;
-  const QString text = shape.name + QStringLiteral(": ") + problem;
-  const QRectF bounds = corners.boundingRect();
-  const QPointF below(bounds.center().x(), bounds.bottom() + kBelow);
-  paintLabel(painter, text, below, painter->viewport(), kWrong);
 }
 
 void ShapeOverlay::paintHandles(QPainter* painter, const QPolygonF& outline,

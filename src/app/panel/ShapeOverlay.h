@@ -42,6 +42,9 @@ struct ShapeOverlay {
 
  private:
   void paintShape(QPainter* painter, const Arrangement::Shape& shape) const;
+  /// Why it cannot be shown; empty when it can.
+  QString problemOf(const Arrangement::Shape& shape) const;
+  void paintProblems(QPainter* painter) const;
   void paintHandles(QPainter* painter, const QPolygonF& outline, const QColor& color) const;
 };
 

@@ -1,6 +1,7 @@
 #include "app/panel/VendorNews.h"
 
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QPushButton>
 #include <QResizeEvent>
 
@@ -16,6 +17,14 @@ constexpr qint64 kSecondsBetweenChecks = 24 * 60 * 60;
 
 QString information(const char* key) {
   return Bundle::objectForInfoDictionaryKey(QLatin1String(key)).toString();
+}
+
+/// The height of the message before holds no longer, and there may be nothing to open.
+void makeReadyFor(QWidget& banner, const QString& action) {
+  banner.setMinimumHeight(0);
+  banner.setMaximumHeight(QWIDGETSIZE_MAX);
+  auto* const button = banner.findChild<QWidget*>(QStringLiteral("softActionButton"));
+  if (button) button->setHidden(action.isEmpty());
 }
 
 }  // namespace
@@ -74,11 +83,17 @@ QWidget* VendorNews::makeLinks() {
   auto* const line = new QHBoxLayout(bar);
   line->setContentsMargins(8, 4, 8, 4);
   line->setSpacing(2);
+  const bool hasSite = KVExternalActionsHandler::hasSite();
   for (const auto& link : kLinks) {
     auto* const button = new QPushButton(QLatin1String(link.title));
     button->setObjectName(QLatin1String(link.name));
     button->setFlat(true);
-    button->setCursor(Qt::PointingHandCursor);
+    button->setEnabled(hasSite);
+    if (hasSite) {
+      button->setCursor(Qt::PointingHandCursor);
+    } else {
+      button->setToolTip(QStringLiteral("No web site is set. KELVAR_WEB_SITE names one."));
+    }
     connect(button, &QPushButton::clicked, this,
             [this, press = link.press] { (*links_.*press)(QVariant()); });
     line->addWidget(button);
@@ -112,11 +127,12 @@ void VendorNews::showFirstUnread() {
   for (const QVariant& value : stored.toList()) {
     const QVariantMap message = value.toMap();
     if (message.value(QStringLiteral("read")).toBool()) continue;
-    // The height of the message before holds no longer.
-    banner_->view()->setMinimumHeight(0);
-    banner_->view()->setMaximumHeight(QWIDGETSIZE_MAX);
-    banner_->showSoftMessage(message.value(QStringLiteral("message")).toString(),
-                             message.value(QStringLiteral("action")).toString(),
+    const QString action = message.value(QStringLiteral("action")).toString();
+    // Right before the banner is shown, so that nothing is laid out with the height in between.
+    MainQueue::async([banner = QPointer<QWidget>(banner_->view()), action] {
+      if (banner) makeReadyFor(*banner, action);
+    });
+    banner_->showSoftMessage(message.value(QStringLiteral("message")).toString(), action,
                              message.value(QStringLiteral("id")).toLongLong());
     return;
   }

@@ -93,6 +93,53 @@ TEST_F(News, MeasuresTheBannerAtTheWidthOfThePanel) {
                               kLongest));
 }
 
+TEST_F(News, AVeryLongMessageLeavesTheWindowItsSize) {
+  const QString text = QStringLiteral("word ").repeated(1000);
+  KVPersister().setObject(QVariantList{message(1, text.toLatin1(), false)},
+                          QLatin1String(ServerMessages::kKey));
+  VendorNews news(&column_);
+  column_.resize(320, 500);
+  column_.show();
+  news.start();
+  ASSERT_TRUE(bannerReads(text.toLatin1()));
+  QTest::qWait(50);
+  EXPECT_LT(column_.minimumSizeHint().height(), 300);
+  EXPECT_EQ(column_.height(), 500);
+  const QLabel& label = *shown<QLabel>("softMessageLabel");
+  EXPECT_GE(label.height(), label.heightForWidth(label.width()) - 1) << "all of it can be read";
+}
+
+TEST_F(News, OffersOnlyWhatOpensSomething) {
+  const auto offers = [&](const char* name) {
+    const auto* const button = shown<QAbstractButton>(name);
+    return button && button->isEnabled();
+  };
+  QVariantMap withAddress = message(2, "With an address", false);
+  withAddress[QStringLiteral("action")] = QStringLiteral("https://vendor.example/");
+  KVPersister().setObject(QVariantList{message(1, "Without one", false), withAddress},
+                          QLatin1String(ServerMessages::kKey));
+  for (const bool hasSite : {false, true}) {
+    if (hasSite) qputenv("KELVAR_WEB_SITE", "127.0.0.1:9");
+    PanelColumn column(&model_);
+    const VendorNews news(&column);
+    for (const char* link : {"homepageButton", "feedbackButton", "supportButton", "storeButton"}) {
+      const auto* const button = column.findChild<QAbstractButton*>(QLatin1String(link));
+      EXPECT_EQ(button->isEnabled(), hasSite) << link;
+      EXPECT_EQ(button->toolTip().contains(QStringLiteral("No web site")), !hasSite) << link;
+    }
+  }
+  qunsetenv("KELVAR_WEB_SITE");
+  VendorNews news(&column_);
+  column_.resize(320, 500);
+  column_.show();
+  news.start();
+  ASSERT_TRUE(bannerReads("Without one"));
+  EXPECT_FALSE(offers("softActionButton"));
+  QTest::mouseClick(shown<QAbstractButton>("softCloseButton"), Qt::LeftButton);
+  ASSERT_TRUE(bannerReads("With an address"));
+  EXPECT_TRUE(offers("softActionButton"));
+}
+
 TEST_F(News, TellsOfANewVersion) {
   const auto information = [](const char* key) {
     return Bundle::objectForInfoDictionaryKey(QLatin1String(key)).toString();
