@@ -2,6 +2,8 @@
 
 #include <QFontDatabase>
 #include <QHash>
+#include <algorithm>
+#include <initializer_list>
 
 namespace kelvar::render {
 namespace {
@@ -56,32 +58,99 @@ QHash<QString, QString> installedFamilies() {
   return families;
 }
 
-/// What stands in for families that are not installed, by how their plain names begin.
-QString standInFor(const QString& family, int weight, const QHash<QString, QString>& installed) {
-  const struct {
-    QLatin1StringView start;
-    QLatin1StringView family;
-  } table[] = {
-      {"sfmono"_L1, "monospace"_L1},      {"menlo"_L1, "monospace"_L1},
-      {"monaco"_L1, "monospace"_L1},      {"consolas"_L1, "monospace"_L1},
-      {"courier"_L1, "Courier"_L1},       {"sf"_L1, "Inter"_L1},
-      {"applesystem"_L1, "Inter"_L1},     {"system"_L1, "Inter"_L1},
-      {"interui"_L1, "Inter"_L1},         {"newyork"_L1, "serif"_L1},
-      {"helvetica"_L1, "Helvetica"_L1},   {"arial"_L1, "Arial"_L1},
-      {"times"_L1, "Times New Roman"_L1}, {"georgia"_L1, "Georgia"_L1},
-      {"palatino"_L1, "Palatino"_L1},     {"garamond"_L1, "serif"_L1},
-      {"didot"_L1, "serif"_L1},           {"baskerville"_L1, "serif"_L1},
-      {"playfair"_L1, "serif"_L1},        {"merriweather"_L1, "serif"_L1},
-      {"sourcecode"_L1, "monospace"_L1},  {"robotomono"_L1, "monospace"_L1},
+/// A family that documents name and few systems have: what comes nearest to it, the nearest first,
+/// and its own vertical metrics (of its `hhea` table), in ems; zeros where they are not known.
+struct StandIn {
+  QLatin1StringView start;  ///< How the family's plain name begins.
+  std::initializer_list<QLatin1StringView> families;
+  FontMetrics metrics = {};
+};
+
+/// Of the design's platform, of the metric twins of common fonts, and of kinds of letters. Rows
+/// that begin alike stand with the longer one first. The platform adds a fifth to the lines of its
+/// own Helvetica, Times and Courier.
+const StandIn kStandIns[] = {
+    {"sfmono"_L1, {"DejaVu Sans Mono"_L1}, {0.952, 0.241, 0}},
+    {"menlo"_L1, {"DejaVu Sans Mono"_L1}, {0.928, 0.236, 0}},
+    {"monaco"_L1, {"DejaVu Sans Mono"_L1}},
+    {"consolas"_L1, {"Inconsolata"_L1, "DejaVu Sans Mono"_L1}},
+    {"sourcecode"_L1, {"DejaVu Sans Mono"_L1}, {0.984, 0.273, 0}},
+    {"robotomono"_L1, {"DejaVu Sans Mono"_L1}, {1.048, 0.271, 0}},
+    {"couriernew"_L1, {"Liberation Mono"_L1, "Nimbus Mono PS"_L1}, {0.833, 0.300, 0}},
+    {"courier"_L1, {"Nimbus Mono PS"_L1, "Liberation Mono"_L1}, {0.754, 0.246, 0.2}},
+    {"sfcompact"_L1, {"Inter"_L1, "Roboto"_L1}, {0.952, 0.241, 0}},
+    {"sf"_L1, {"Inter"_L1, "Roboto"_L1}, {0.952, 0.241, 0}},
+    {"sanfrancisco"_L1, {"Inter"_L1, "Roboto"_L1}, {0.952, 0.241, 0}},
+    {"applesystem"_L1, {"Inter"_L1, "Roboto"_L1}, {0.952, 0.241, 0}},
+    {"system"_L1, {"Inter"_L1, "Roboto"_L1}, {0.952, 0.241, 0}},
+    {"interui"_L1, {"Inter"_L1}},
+    {"helveticaneue"_L1, {"Liberation Sans"_L1, "Nimbus Sans"_L1}, {0.952, 0.213, 0.028}},
+    {"helvetica"_L1, {"Liberation Sans"_L1, "Nimbus Sans"_L1}, {0.770, 0.230, 0.2}},
+    {"arial"_L1, {"Liberation Sans"_L1, "Nimbus Sans"_L1}, {0.905, 0.212, 0.033}},
+    {"timesnewroman"_L1, {"Liberation Serif"_L1, "Nimbus Roman"_L1}, {0.891, 0.216, 0.042}},
+    {"times"_L1, {"Liberation Serif"_L1, "Nimbus Roman"_L1}, {0.750, 0.250, 0.2}},
+    {"georgia"_L1, {"Gelasio"_L1, "DejaVu Serif"_L1}, {0.917, 0.219, 0}},
+    {"cambria"_L1, {"Caladea"_L1, "Liberation Serif"_L1}},
+    {"palatino"_L1, {"P052"_L1}},
+    {"bookantiqua"_L1, {"P052"_L1}},
+    {"bookman"_L1, {"URW Bookman"_L1}},
+    {"centurygothic"_L1, {"URW Gothic"_L1}},
+    {"century"_L1, {"C059"_L1}},
+    {"newyork"_L1, {"Liberation Serif"_L1}, {0.952, 0.241, 0}},
+    {"garamond"_L1, {"EB Garamond"_L1, "Liberation Serif"_L1}},
+    {"didot"_L1, {"C059"_L1, "Liberation Serif"_L1}},
+    {"baskerville"_L1, {"Liberation Serif"_L1}},
+    {"playfair"_L1, {"C059"_L1, "Liberation Serif"_L1}, {1.082, 0.251, 0}},
+    {"merriweather"_L1, {"DejaVu Serif"_L1}, {0.984, 0.273, 0}},
+    {"avantgarde"_L1, {"URW Gothic"_L1}},
+    {"futura"_L1, {"Jost"_L1, "URW Gothic"_L1}, {1.039, 0.260, 0.030}},
+    {"avenir"_L1, {"Nunito Sans"_L1, "Montserrat"_L1, "Inter"_L1}, {1.000, 0.366, 0}},
+    {"gotham"_L1, {"Montserrat"_L1, "Inter"_L1}},
+    {"proxima"_L1, {"Montserrat"_L1, "Inter"_L1}},
+    {"montserrat"_L1, {"Inter"_L1}, {0.968, 0.251, 0}},
+    {"verdana"_L1, {"DejaVu Sans"_L1}, {1.005, 0.210, 0}},
+    {"tahoma"_L1, {"DejaVu Sans"_L1}, {1.000, 0.207, 0}},
+    {"lucida"_L1, {"DejaVu Sans"_L1}},
+    {"calibri"_L1, {"Carlito"_L1, "Lato"_L1, "Open Sans"_L1}},
+    {"segoe"_L1, {"Open Sans"_L1, "Noto Sans"_L1}, {1.079, 0.251, 0}},
+    {"myriad"_L1, {"Open Sans"_L1, "Noto Sans"_L1}},
+    {"frutiger"_L1, {"Open Sans"_L1, "Noto Sans"_L1}},
+    {"amazonember"_L1, {"Open Sans"_L1, "Noto Sans"_L1}},
+    {"sourcesans"_L1, {"Open Sans"_L1, "Noto Sans"_L1}, {0.984, 0.273, 0}},
+    {"notosans"_L1, {"Open Sans"_L1}, {1.069, 0.293, 0}},
+    {"opensans"_L1, {"Noto Sans"_L1}, {1.069, 0.293, 0}},
+    {"lato"_L1, {"Carlito"_L1}, {0.987, 0.213, 0}},
+    {"roboto"_L1, {"Inter"_L1}, {0.927, 0.244, 0}},
+};
+
+/// What the stand-ins with two weights lack of one: stems of the grotesques grow by about a
+/// fortieth of an em with each hundred.
+double boldnessBetween(int weight) {
+  const int nearest = weight < QFont::DemiBold ? QFont::Normal : QFont::Bold;
+  return std::max(-0.03, 0.012 * (weight - nearest) / 100);
+}
+
+/// Sets the family, and the metrics where they are known.
+void standIn(const QString& family, const Style& style, const QHash<QString, QString>& installed,
+             ChosenFont* chosen) {
+  const auto take = [&](QLatin1StringView name) {
+    const QString found = installed.value(plain(name));
+    if (!found.isEmpty()) chosen->font.setFamily(found);
+    return !found.isEmpty();
   };
-  // The grotesques that stand in have only these.
-  const bool isCommonWeight = weight == QFont::Normal || weight == QFont::Bold;
-  for (const auto& [start, standIn] : table) {
-    const bool isGrotesque = standIn == "Helvetica"_L1 || standIn == "Arial"_L1;
-    if (family.startsWith(start) && (isCommonWeight || !isGrotesque)) return QString(standIn);
+  for (const StandIn& row : kStandIns) {
+    if (!family.startsWith(row.start)) continue;
+    chosen->metrics = row.metrics;
+    const bool isGrotesque = row.families.begin()[0] == "Liberation Sans"_L1;
+    if (isGrotesque && style.stretch < QFont::Unstretched) {
+      chosen->boldness = boldnessBetween(style.weight);
+      if (take("Liberation Sans Narrow"_L1) || take("Nimbus Sans Narrow"_L1)) return;
+    }
+    if (!std::any_of(row.families.begin(), row.families.end(), take)) continue;
+    if (isGrotesque) chosen->boldness = boldnessBetween(style.weight);
+    return;
   }
-  const QString inter = u"inter"_s;
-  return installed.contains(inter) ? installed[inter] : u"sans-serif"_s;
+  if (!take("Inter"_L1) && !take("Roboto"_L1)) chosen->font.setFamily(u"sans-serif"_s);
 }
 
 /// The family part of a PostScript name: what stands before the hyphen, without the marks that
@@ -107,8 +176,11 @@ ChosenFont choose(const QString& name) {
   if (found.isEmpty()) found = installed.value(plain(name));
   chosen.isInstalled = !found.isEmpty();
   const Style style = styleFrom(styleName.isEmpty() && !chosen.isInstalled ? name : styleName);
-  if (found.isEmpty()) found = standInFor(family, style.weight, installed);
-  chosen.font.setFamily(found);
+  if (chosen.isInstalled) {
+    chosen.font.setFamily(found);
+  } else {
+    standIn(family, style, installed, &chosen);
+  }
   chosen.font.setWeight(QFont::Weight(style.weight));
   chosen.font.setItalic(style.isItalic);
   chosen.font.setStretch(style.stretch);

@@ -5,17 +5,27 @@
 
 namespace kelvar::render {
 
+/// Heights above and below the baseline and between lines, in ems.
+struct FontMetrics {
+  double ascent = 0, descent = 0, leading = 0;
+  bool areKnown() const { return ascent > 0; }
+};
+
 /// A font for a PostScript name such as "Roboto-Medium", and how well it does.
 struct ChosenFont {
   QFont font;  ///< Unhinted, without a size.
   /// False when another family stands in.
   bool isInstalled = false;
+  /// Of the font that is missing, where another stands in and they are known.
+  FontMetrics metrics;
+  /// How far outlines are to be moved outwards for a weight that the stand-in lacks, in ems.
+  double boldness = 0;
 };
 
-/// The installed font of that name. Where there is none, one of the same kind: the system typeface
-/// of the design's platform becomes Inter, the common sans, serif and typewriter faces become what
-/// fontconfig has for them, everything else the default sans; weight, slant and width are kept.
-/// Needs an application with fonts. Answers are kept for the process's life; main thread.
+/// The installed font of that name. Where there is none, the nearest that is installed: metric
+/// twins of common fonts, Inter for the system typeface of the design's platform, others of the
+/// same kind of letters, Inter again for everything else; weight, slant and width are kept. Needs
+/// an application with fonts. Answers are kept for the process's life; main thread.
 ChosenFont chooseFont(const QString& postScriptName);
 
 }  // namespace kelvar::render

@@ -87,7 +87,12 @@ LayerStyle withBearableDashes(LayerStyle style, const QPainterPath& outline) {
 LayerPainter::LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures)
     : document_(document),
       withoutPictures_(withoutPictures),
-      documentVersion_(integerIn(document.meta(), "version")) {}
+      documentVersion_(integerIn(document.meta(), "version")) {
+  constexpr int kDisplayP3 = 2;
+  if (integerIn(document.document(), "colorSpace") == kDisplayP3) {
+    warn(u"The document's colors are of Display P3; they are drawn as if they were of sRGB."_s);
+  }
+}
 
 void LayerPainter::warn(const QString& sentence) {
   if (!warnings_.contains(sentence)) warnings_.append(sentence);
@@ -228,7 +233,11 @@ void LayerPainter::paintByItself(Subject* subject) {
     QPainter painter(&alone.pixels);
     painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
     for (const Paint& fill : subject->style.fills) {
-      if (fill.kind != Paint::Kind::Color) continue;
+      if (fill.kind != Paint::Kind::Color) {
+        warn(u"\"%1\" is tinted with no plain color; that is left out."_s.arg(
+            textIn(subject->layer, "name")));
+        continue;
+      }
       painter.setOpacity(fill.opacity);
       painter.fillRect(alone.pixels.rect(), fill.color);
     }
@@ -440,11 +449,31 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
 }
 
 TextShape LayerPainter::textOf(const SketchJson& layer) {
-  const TextShape shape = shapeText(readTextRuns(layer), readTextBox(layer));
+  const TextBox box = readTextBox(layer);
+  const bool frameTells = box.fitsText && box.behaviour == TextBox::Behaviour::AutoWidth;
+  if (!frameTells && !measures_) measures_ = measureFonts(document_);
+  const TextRuns runs = readTextRuns(layer);
+  const TextShape shape = shapeText(runs, box, measures_.value_or(FontMeasures()));
+  warnOfText(layer, runs, shape);
+  return shape;
+}
+
+void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs,
+                              const TextShape& shape) {
   for (const QString& font : shape.missingFonts) {
     warn(u"The font %1 is not installed; another stands in."_s.arg(font));
   }
-  return shape;
+  const QString name = textIn(layer, "name");
+  if (shape.lacksCharacters) {
+    warn(u"Some characters of \"%1\" are in no font here, or are pictures."_s.arg(name));
+  }
+  if (flagIn(layer, "automaticallyDrawOnUnderlyingPath")) {
+    warn(u"\"%1\" runs along the path below it; it is drawn straight."_s.arg(name));
+  }
+  if (std::any_of(runs.runs.begin(), runs.runs.end(),
+                  [](const TextRun& run) { return run.style.hasVariations; })) {
+    warn(u"Of the font variations of \"%1\" only the weight is drawn."_s.arg(name));
+  }
 }
 
 void LayerPainter::paintText(const Subject& subject) {

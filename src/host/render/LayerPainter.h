@@ -2,9 +2,11 @@
 
 #include <QSet>
 #include <QStringList>
+#include <optional>
 
 #include "host/SketchDocument.h"
 #include "host/SketchJson.h"
+#include "host/render/FontMeasures.h"
 #include "host/render/LayerStyle.h"
 #include "host/render/ShadowPainter.h"
 #include "host/render/Surface.h"
@@ -64,6 +66,7 @@ class LayerPainter {
   QPainterPath maskOutline(const SketchJson& layer);
   Caster casterOf(const Subject& subject, const QPainterPath& outline) const;
   TextShape textOf(const SketchJson& layer);
+  void warnOfText(const SketchJson& layer, const TextRuns& runs, const TextShape& shape);
   QRectF reachOf(const SketchJson& layer);
   QRectF reachOfContents(const SketchJson& container);
   QRectF reachOfInstance(const SketchJson& instance);
@@ -79,6 +82,7 @@ class LayerPainter {
   QStringList openSymbols_;
   int layersLeft_ = kMostLayers;
   bool leavesOutPictures_ = false;
+  std::optional<FontMeasures> measures_;
 };
 
 }  // namespace kelvar::render

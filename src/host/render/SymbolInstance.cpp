@@ -101,9 +101,10 @@ void setStyle(SketchJson* layer, const SketchJson& style) {
   if (attributes.is_object() && text.is_string()) setText(layer, text, attributes);
 }
 
-void setColor(SketchJson* layer, const char* list, qsizetype index, const SketchJson& color) {
+void setColor(SketchJson* layer, const char* list, int index, const SketchJson& color) {
   SketchJson& parts = (*layer)["style"][list];
-  if (parts.is_array() && size_t(index) < parts.size() && parts[size_t(index)].is_object()) {
+  if (parts.is_array() && index >= 0 && size_t(index) < parts.size() &&
+      parts[size_t(index)].is_object()) {
     parts[size_t(index)]["color"] = color;
   }
 }
@@ -114,6 +115,19 @@ void setAttribute(SketchJson* layer, const char* key, const SketchJson& value) {
   SketchJson attributes = leadingAttributes(*layer);
   attributes[key] = value;
   setText(layer, text, attributes);
+}
+
+void setTint(SketchJson* layer, const SketchJson& color) {
+  SketchJson fill = {{"_class", "fill"}, {"isEnabled", true}, {"fillType", 0}};
+  fill["color"] = color;
+  (*layer)["style"]["fills"] = SketchJson::array({fill});
+}
+
+void setAlignment(SketchJson* layer, const SketchJson& alignment) {
+  SketchJson paragraph = memberOf(leadingAttributes(*layer), "paragraphStyle");
+  if (!paragraph.is_object()) paragraph = {{"_class", "paragraphStyle"}};
+  paragraph["alignment"] = alignment;
+  setAttribute(layer, "paragraphStyle", paragraph);
 }
 
 void setTextSize(SketchJson* layer, const SketchJson& size) {
@@ -134,6 +148,7 @@ class Expansion {
     if (change.way.size() > 1) return handDown(change, layer);
     const SketchJson& value = *change.value;
     const QString& property = change.property;
+    if (property == u"flowDestination") return;  // Nothing to be seen.
     if (property == u"stringValue") {
       if (value.is_string()) setText(layer, value, SketchJson(leadingAttributes(*layer)));
     } else if (property == u"symbolID") {
@@ -145,9 +160,7 @@ class Expansion {
     } else if (property == u"isVisible") {
       (*layer)["isVisible"] = value;
     } else if (!setDetail(layer, property, value)) {
-      const QString warning =
-          u"The override \"%1\" of \"%2\" is left out."_s.arg(property, textIn(*layer, "name"));
-      if (!warnings_->contains(warning)) warnings_->append(warning);
+      warn(u"The override \"%1\" of \"%2\" is left out."_s.arg(property, textIn(*layer, "name")));
     }
     (*layer)[kHasForeignFrame] = true;
   }
@@ -181,16 +194,31 @@ class Expansion {
     if (!styleID.is_string() || styleID.get<std::string>().empty()) return;
     const SketchJson& style =
         document_.sharedStyle(QString::fromStdString(styleID.get<std::string>()));
-    if (style.is_object()) setStyle(layer, style);
+    if (style.is_object()) return setStyle(layer, style);
+    warn(u"The shared style that overrides the one of \"%1\" is missing."_s.arg(
+        textIn(*layer, "name")));
+  }
+
+  void warn(const QString& sentence) {
+    if (!warnings_->contains(sentence)) warnings_->append(sentence);
   }
 
   /// Single values, such as "color:fill-0".
   static bool setDetail(SketchJson* layer, const QString& property, const SketchJson& value) {
-    const qsizetype index = property.section(u'-', 1).toInt();
-    if (property.startsWith(u"color:fill-")) {
-      setColor(layer, "fills", index, value);
-    } else if (property.startsWith(u"color:border-")) {
-      setColor(layer, "borders", index, value);
+    constexpr std::pair<QLatin1StringView, const char*> kColored[] = {
+        {"color:fill-"_L1, "fills"},
+        {"color:border-"_L1, "borders"},
+        {"color:shadow-"_L1, "shadows"},
+        {"color:innerShadow-"_L1, "innerShadows"}};
+    for (const auto& [start, list] : kColored) {
+      if (!property.startsWith(start)) continue;
+      setColor(layer, list, property.mid(start.size()).toInt(), value);
+      return true;
+    }
+    if (property == u"color:tint") {
+      setTint(layer, value);
+    } else if (property == u"textHorizontalAlignment") {
+      setAlignment(layer, value);
     } else if (property == u"textColor") {
       setAttribute(layer, "MSAttributedStringColorAttribute", value);
     } else if (property == u"textSize") {

@@ -37,7 +37,9 @@ class Axis {
 
  private:
   double newLengthOf(const SketchJson& layer, double length) const {
-    if (!flagIn(layer, "isVisible", true)) return 0;
+    if (!flagIn(layer, "isVisible", true)) {
+      return flagIn(layer, "preservesSpaceWhenHidden") ? length : 0;
+    }
     if (classOf(layer) != u"text" || !flagIn(layer, kHasForeignFrame)) return length;
     const TextBox box = readTextBox(layer);
     const bool grows = isDown_ ? box.behaviour != TextBox::Behaviour::Fixed

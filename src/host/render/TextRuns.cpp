@@ -12,6 +12,8 @@ namespace {
 using namespace Qt::StringLiterals;
 using Alignment = ParagraphStyle::Alignment;
 
+constexpr double kFarthestTab = 1e5;
+
 Alignment alignmentFrom(int number) {
   return number >= 0 && number <= int(Alignment::Natural) ? Alignment(number) : Alignment::Natural;
 }
@@ -35,7 +37,12 @@ void setParagraph(const QVariantMap& paragraph, CharacterStyle* style) {
   style->paragraph = {.alignment = alignmentFrom(paragraph.value(u"NSAlignment"_s, 4).toInt()),
                       .leastLineHeight = paragraph[u"NSMinLineHeight"_s].toDouble(),
                       .mostLineHeight = paragraph[u"NSMaxLineHeight"_s].toDouble(),
-                      .spacing = paragraph[u"NSParagraphSpacing"_s].toDouble()};
+                      .spacing = paragraph[u"NSParagraphSpacing"_s].toDouble(),
+                      .tabs = {}};
+  for (const QVariant& tab : paragraph[u"NSTabStops"_s].toList()) {
+    style->paragraph.tabs.append(
+        std::clamp(tab.toMap()[u"NSLocation"_s].toDouble(), 0.0, kFarthestTab));
+  }
 }
 
 /// Parts of a colour stand as text, "0.5 0.5 0.5 1", and end with a zero.
@@ -75,6 +82,14 @@ CharacterStyle archivedStyle(const QVariantMap& attributes) {
   const int letters = attributes[u"MSAttributedStringTextTransformAttribute"_s].toInt();
   if (letters == 1 || letters == 2) style.letters = CharacterStyle::Case(letters);
   return style;
+}
+
+/// Axes by the numbers that their tags are.
+void setVariations(const SketchJson& variations, CharacterStyle* style) {
+  if (!variations.is_object()) return;
+  constexpr auto kWeight = "2003265652";  // "wght"
+  style->weight = std::clamp(integerIn(variations, kWeight), 0, 1000);
+  style->hasVariations = variations.size() > size_t(variations.contains(kWeight));
 }
 
 /// The next number of seven bits a byte, the lowest first; the top bit says that more follow.
@@ -144,6 +159,8 @@ CharacterStyle readCharacterStyle(const SketchJson& attributes) {
   if (const QString name = textIn(fontAttributes, "name"); !name.isEmpty()) style.font = name;
   if (const double size = numberIn(fontAttributes, "size"); size > 0) style.size = size;
 
+  setVariations(memberOf(fontAttributes, "variation"), &style);
+
   const SketchJson& color = memberOf(attributes, "MSAttributedStringColorAttribute");
   const SketchJson& oldColor = memberOf(attributes, "NSColor");
   if (color.is_object()) {
@@ -161,7 +178,8 @@ CharacterStyle readCharacterStyle(const SketchJson& attributes) {
     style.paragraph = {.alignment = alignmentFrom(integerIn(paragraph, "alignment", 4)),
                        .leastLineHeight = numberIn(paragraph, "minimumLineHeight"),
                        .mostLineHeight = numberIn(paragraph, "maximumLineHeight"),
-                       .spacing = numberIn(paragraph, "paragraphSpacing")};
+                       .spacing = numberIn(paragraph, "paragraphSpacing"),
+                       .tabs = {}};
   }
   style.kerning = numberIn(attributes, "kerning", numberIn(attributes, "NSKern"));
   style.baselineOffset = numberIn(attributes, "baselineOffset");

@@ -14,6 +14,8 @@ struct ParagraphStyle {
   Alignment alignment = Alignment::Natural;
   double leastLineHeight = 0, mostLineHeight = 0;
   double spacing = 0;
+  /// Tab stops from the left; the platform's own where there are none.
+  QList<double> tabs = {};
 };
 
 /// How characters look.
@@ -22,6 +24,10 @@ struct CharacterStyle {
   /// The PostScript name, such as "Roboto-Medium".
   QString font = QStringLiteral("Helvetica");
   double size = 12;
+  /// Of a variable font, where it says; else the font's name does.
+  int weight = 0;
+  /// Whether the font is varied in other ways.
+  bool hasVariations = false;
   QColor color = Qt::black;
   /// Added after each character.
   double kerning = 0;

@@ -10,6 +10,7 @@
 
 #include "host/SketchJson.h"
 #include "host/render/FontChooser.h"
+#include "host/render/GlyphWeight.h"
 #include "host/render/Resizing.h"
 
 namespace kelvar::render {
@@ -23,6 +24,8 @@ using Alignment = ParagraphStyle::Alignment;
 constexpr double kZoom = 16;
 constexpr double kMostSize = 4000;
 constexpr double kEndless = 1'000'000;
+/// The platform's own tab stops.
+constexpr double kTabDistance = 28;
 /// Widths of a font's versions differ by less than this part.
 constexpr double kMostSpacing = 0.05;
 
@@ -49,6 +52,11 @@ LineMetrics metricsOf(const QRawFont& font, double size, bool asOnWindows) {
   return {std::round(ascent), std::round(descent), std::max(0.0, std::round(leading))};
 }
 
+LineMetrics metricsOf(const FontMetrics& known, double size) {
+  return {std::round(known.ascent * size), std::round(known.descent * size),
+          std::round(known.leading * size)};
+}
+
 /// A run with its font, as laid out.
 struct FontRun {
   qsizetype start = 0, length = 0;
@@ -56,6 +64,8 @@ struct FontRun {
   QFont font;
   LineMetrics metrics;
   double underlinePosition = 0, lineThickness = 0, xHeight = 0;
+  double boldness = 0;  ///< Moves outlines outwards.
+  double spacing = 0;   ///< After each character, beside its kerning.
 };
 
 QString withCase(const QString& text, CharacterStyle::Case letters) {
@@ -83,8 +93,8 @@ QRectF inkIn(const SketchJson& layer) {
 
 class Typesetter {
  public:
-  Typesetter(const TextRuns& runs, const TextBox& box) : box_(box) {
-    for (const TextRun& run : runs.runs) addRun(run, runs.text);
+  Typesetter(const TextRuns& runs, const TextBox& box, const FontMeasures& measures) : box_(box) {
+    for (const TextRun& run : runs.runs) addRun(run, runs.text, measures);
     text_.replace(QChar::CarriageReturn, QChar::LineFeed);
   }
 
@@ -92,7 +102,7 @@ class Typesetter {
   TextShape set(double extraSpacing = 0) {
     shape_.areas.clear();
     lines_.clear();
-    for (FontRun& run : runs_) space(&run, run.style.kerning + extraSpacing);
+    for (FontRun& run : runs_) space(&run, run.style.kerning + run.spacing + extraSpacing);
     double y = 0;
     for (qsizetype start = 0; start <= text_.size();) {
       qsizetype end = text_.indexOf(QChar::LineFeed, start);
@@ -105,6 +115,21 @@ class Typesetter {
     moveDown(y);
     fitInk();
     return shape_;
+  }
+
+  /// Changes widths by as little as gives the text as many lines as its frame says that it had;
+  /// not at all where that would take too much.
+  TextShape setInLines(const TextShape& first) {
+    const qsizetype wanted = recordedLines();
+    if (wanted == 0 || wanted == lines_.size()) return first;
+    const double before = widths_, step = lines_.size() > wanted ? -0.01 : 0.01;
+    const int mostSteps = shape_.missingFonts.isEmpty() ? 4 : 12;
+    for (int i = 1; i <= mostSteps; ++i) {
+      widths_ = before * (1 + i * step);
+      const TextShape shape = set();
+      if (lines_.size() == wanted) return shape;
+    }
+    return first;
   }
 
   /// What to add after each character for the widest line to be as wide as the frame, which was
@@ -131,19 +156,38 @@ class Typesetter {
     Alignment alignment;
   };
 
-  void addRun(const TextRun& run, const QString& text) {
+  /// 0 where the frame does not tell.
+  qsizetype recordedLines() const {
+    if (box_.behaviour != TextBox::Behaviour::AutoHeight || !box_.fitsText || lines_.isEmpty()) {
+      return 0;
+    }
+    const double lines = box_.size.height() * double(lines_.size()) / shape_.size.height();
+    const double whole = std::round(lines);
+    const bool isWhole = std::abs(lines - whole) < 0.2 && whole < 1000;
+    return isWhole ? qsizetype(whole) : 0;
+  }
+
+  void addRun(const TextRun& run, const QString& text, const FontMeasures& measures) {
     const ChosenFont chosen = chooseFont(run.style.font);
     if (!chosen.isInstalled && !shape_.missingFonts.contains(run.style.font)) {
       shape_.missingFonts.append(run.style.font);
     }
     const double size = std::clamp(run.style.size, 1 / kZoom, kMostSize);
     FontRun fontRun{run.start, run.length, run.style, chosen.font, {}};
+    if (run.style.weight > 0) fontRun.font.setWeight(QFont::Weight(run.style.weight));
     fontRun.font.setPixelSize(std::max(1, int(std::lround(size * kZoom))));
     const QRawFont raw = QRawFont::fromFont(fontRun.font);
-    fontRun.metrics = metricsOf(raw, size, box_.hasOldLineSpacing);
+    fontRun.metrics = chosen.metrics.areKnown() ? metricsOf(chosen.metrics, size)
+                                                : metricsOf(raw, size, box_.hasOldLineSpacing);
     fontRun.underlinePosition = raw.underlinePosition() / kZoom;
     fontRun.lineThickness = std::max(raw.lineThickness() / kZoom, size / 20);
     fontRun.xHeight = raw.xHeight() / kZoom;
+    fontRun.boldness = chosen.boldness * size;
+    if (breaksLines() || !box_.fitsText) {
+      const FontMeasure measure = measures.value(run.style.font);
+      fontRun.spacing = measure.spacing * size;
+      if (runs_.isEmpty()) widths_ = measure.stretch;
+    }
     runs_.append(fontRun);
     text_ += withCase(text.mid(run.start, run.length), run.style.letters);
   }
@@ -186,6 +230,10 @@ class Typesetter {
     layout.setFormats(formats);
     QTextOption option;
     option.setUseDesignMetrics(true);
+    option.setTabStopDistance(kTabDistance * kZoom);
+    QList<qreal> tabs;
+    for (const double tab : first.style.paragraph.tabs) tabs.append(tab * kZoom);
+    if (!tabs.isEmpty()) option.setTabArray(tabs);
     option.setWrapMode(breaksLines() ? QTextOption::WrapAtWordBoundaryOrAnywhere
                                      : QTextOption::ManualWrap);
     option.setAlignment(first.style.paragraph.alignment == Alignment::Justified && breaksLines()
@@ -209,7 +257,8 @@ class Typesetter {
     while (true) {
       QTextLine line = layout->createLine();
       if (!line.isValid()) break;
-      line.setLineWidth(breaksLines() ? std::max(1.0, box_.size.width() * kZoom + 1) : kEndless);
+      line.setLineWidth(breaksLines() ? std::max(1.0, box_.size.width() / widths_ * kZoom + 1)
+                                      : kEndless);
     }
     layout->endLayout();
   }
@@ -252,7 +301,7 @@ class Typesetter {
               TextShape::Area area{{}, run.style.color};
               const double y = baseline - run.style.baselineOffset;
               for (const QGlyphRun& glyphs : line.glyphRuns(int(at - paragraph), int(length))) {
-                addGlyphRun(glyphs, line.ascent() + line.y(), y, &area.path);
+                addGlyphRun(glyphs, line.ascent() + line.y(), y, run.boldness, &area.path);
               }
               addLinesAlong(line, run, at - paragraph, length, y, &area.path);
               area.path.setFillRule(Qt::WindingFill);
@@ -260,16 +309,19 @@ class Typesetter {
             });
   }
 
-  static void addGlyphRun(const QGlyphRun& glyphs, double layoutBaseline, double baseline,
-                          QPainterPath* path) {
+  void addGlyphRun(const QGlyphRun& glyphs, double layoutBaseline, double baseline, double boldness,
+                   QPainterPath* path) {
     const QRawFont font = glyphs.rawFont();
     const QList<quint32> indexes = glyphs.glyphIndexes();
     const QList<QPointF> positions = glyphs.positions();
+    const bool isColored = !font.fontTable("CBDT").isEmpty() || !font.fontTable("COLR").isEmpty();
     for (qsizetype i = 0; i < indexes.size(); ++i) {
       const double x = positions[i].x() / kZoom;
       const double y = baseline + (positions[i].y() - layoutBaseline) / kZoom;
       const QTransform toText(1 / kZoom, 0, 0, 1 / kZoom, x, y);
-      path->addPath(toText.map(font.pathForGlyph(indexes[i])));
+      const QPainterPath glyph = font.pathForGlyph(indexes[i]);
+      if (indexes[i] == 0 || (isColored && glyph.isEmpty())) shape_.lacksCharacters = true;
+      path->addPath(toText.map(reweighted(glyph, boldness * kZoom, font.capHeight())));
     }
   }
 
@@ -293,7 +345,7 @@ class Typesetter {
     const bool isStretched = box_.fitsText && !shape_.missingFonts.isEmpty() && !breaksLines() &&
                              widest > 0 && box_.size.width() > 0;
     const double stretch =
-        isStretched ? std::clamp((box_.size.width() - 0.5) / widest, 0.6, 1.5) : 1;
+        isStretched ? std::clamp((box_.size.width() - 0.5) / widest, 0.6, 1.5) : widths_;
     shape_.size.setWidth(widest * stretch);
     for (const Line& line : lines_) {
       const double spare = box_.size.width() - line.width * stretch;
@@ -312,8 +364,15 @@ class Typesetter {
     if (shape_.missingFonts.isEmpty() || !box_.fitsText || box_.ink.isEmpty()) return;
     const QRectF ink = shape_.outline().boundingRect();
     if (ink.isEmpty()) return;
-    // It was measured in whole units.
-    const QRectF wanted = box_.ink.adjusted(0.25, 0.25, -0.25, -0.25);
+    // It was measured in whole units: what could have been measured so may stay.
+    const auto side = [](double got, double whole, double inwards) {
+      const double in = (got - whole) * inwards;
+      return in >= 0 && in < 1 ? got : whole + 0.25 * inwards;
+    };
+    const QRectF wanted(
+        QPointF(side(ink.left(), box_.ink.left(), 1), side(ink.top(), box_.ink.top(), 1)),
+        QPointF(side(ink.right(), box_.ink.right(), -1),
+                side(ink.bottom(), box_.ink.bottom(), -1)));
     const double across = wanted.width() / ink.width(), down = wanted.height() / ink.height();
     const auto isBearable = [](double factor) { return factor > 0.5 && factor < 2; };
     if (!isBearable(across) || !isBearable(down)) return;
@@ -332,6 +391,7 @@ class Typesetter {
   }
 
   const TextBox& box_;
+  double widths_ = 1;  ///< The host's over those of the font at hand.
   QString text_;
   QList<FontRun> runs_;
   QList<Line> lines_;
@@ -362,11 +422,11 @@ QPainterPath TextShape::outline() const {
   return outline;
 }
 
-TextShape shapeText(const TextRuns& runs, const TextBox& box) {
-  Typesetter typesetter(runs, box);
+TextShape shapeText(const TextRuns& runs, const TextBox& box, const FontMeasures& measures) {
+  Typesetter typesetter(runs, box, measures);
   const TextShape shape = typesetter.set();
   const double spacing = typesetter.spacingToFit();
-  return spacing == 0 ? shape : typesetter.set(spacing);
+  return spacing == 0 ? typesetter.setInLines(shape) : typesetter.set(spacing);
 }
 
 }  // namespace kelvar::render

@@ -7,6 +7,7 @@
 #include <QSizeF>
 #include <QStringList>
 
+#include "host/render/FontMeasures.h"
 #include "host/render/TextRuns.h"
 
 namespace kelvar::render {
@@ -43,6 +44,8 @@ struct TextShape {
   QSizeF size;
   /// PostScript names for which another font stands in.
   QStringList missingFonts;
+  /// Whether some characters are in no font, or are pictures there.
+  bool lacksCharacters = false;
 
   QPainterPath outline() const;
 };
@@ -50,8 +53,9 @@ struct TextShape {
 /// Sets the text: lines are broken, aligned and placed as the design's platform does it, glyphs are
 /// unhinted and stand at fractions of a pixel. Where the frame was made to fit the text but the
 /// font has other widths here, characters are spaced to fill it; where a font is missing, the
-/// stand-in's glyphs are stretched, to what the host measured of them if that is known. Needs an
-/// application with fonts.
-TextShape shapeText(const TextRuns& runs, const TextBox& box);
+/// stand-in's glyphs are stretched, to what the host measured of them if that is known. Where the
+/// frame does not tell, `measures` do, and a text that the host broke into more lines or fewer has
+/// its widths changed a little to break alike. Needs an application with fonts.
+TextShape shapeText(const TextRuns& runs, const TextBox& box, const FontMeasures& measures = {});
 
 }  // namespace kelvar::render

@@ -417,6 +417,8 @@ TEST(LayerPainter, SymbolInstances) {
       {"a style in a nested instance",
        {instance({change("N/Q_layerStyle", "STYLE")})},
        {{15, 15, kGreen}, {2, 5, kRed}}},
+      {"a color", {instance({change("B_color:fill-0", color(kGreen))})}, {{2, 5, kGreen}}},
+      {"a tint", {instance({change("N_color:tint", color(kGreen))})}, {{15, 15, kGreen}}},
       {"the old form",
        {with(instance({}), {{"overrides", {{"0", {{"N", {{"symbolID", "U"}}}}}}}})},
        {{15, 5, kGreen}}},
@@ -488,6 +490,38 @@ TEST(LayerPainter, NamesWhatIsNotSupported) {
                                   kelvar::render::layer("hologram", frame(0, 0, 10, 10)),
                                   rectangle(1e300, 0, 10, 10, filled(kRed))}) {
     EXPECT_EQ(draw({layer}, 40, 40).warnings.size(), 1) << layer.dump();
+  }
+  TinyDocument wide;
+  wide.document["colorSpace"] = 2;
+  EXPECT_EQ(drawDocument(wide, 40, 40).warnings.size(), 1);
+  EXPECT_EQ(drawInstances({instance({change("B_layerStyle", "LOST")})}).warnings.size(), 1);
+  EXPECT_EQ(drawInstances({instance({change("B_volume", "11")})}).warnings.size(), 1);
+  EXPECT_EQ(drawInstances({instance({change("B_flowDestination", "back")})}).warnings.size(), 0);
+}
+
+TEST(LayerPainter, NamesWhatIsNotSupportedOfTexts) {
+  const auto text = [](const char* string, const SketchJson& members, const SketchJson& axes) {
+    SketchJson run = {{"_class", "stringAttribute"}, {"location", 0}, {"length", 2}};
+    SketchJson& font = run["attributes"]["MSAttributedStringFontAttribute"]["attributes"];
+    font = {{"name", "Roboto-Regular"}, {"size", 12}};
+    if (axes.is_object()) font["variation"] = axes;
+    SketchJson layer = kelvar::render::layer("text", frame(0, 0, 40, 20));
+    layer["attributedString"] = {{"_class", "attributedString"}, {"string", string}};
+    layer["attributedString"]["attributes"] = SketchJson::array({run});
+    return with(layer, members);
+  };
+  const struct {
+    SketchJson layer;
+    int warnings;
+  } cases[] = {
+      {text("ab", {{"textBehaviour", 1}}, {}), 0},
+      {text("ab", {{"automaticallyDrawOnUnderlyingPath", true}}, {}), 1},
+      {text("ab", {{"textBehaviour", 1}}, {{"2003265652", 700}}), 0},
+      {text("ab", {{"textBehaviour", 1}}, {{"2003265652", 700}, {"1128354636", 1}}), 1},
+      {text("\xF3\xBF\xBF\xBD", {{"textBehaviour", 1}}, {}), 1},  // In no font.
+  };
+  for (const auto& [layer, warnings] : cases) {
+    EXPECT_EQ(draw({layer}, 40, 40).warnings.size(), warnings) << layer.dump();
   }
 }
 

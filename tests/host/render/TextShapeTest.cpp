@@ -148,6 +148,47 @@ TEST_F(TextShapeTest, FillsTheFrameThatTheHostMeasured) {
   EXPECT_NEAR(got.width(), 399.5, 0.1);
   EXPECT_NEAR(got.height(), 89.5, 0.1);
   EXPECT_EQ(shapeText(missing, {.size = {0, 0}, .ink = {}}).missingFonts.size(), 1);
+  // What could have been measured so is left alone.
+  const QRectF natural = widthIn(missing, 420, {});
+  const QRectF near = widthIn(missing, 420, QRectF(natural.toAlignedRect()));
+  EXPECT_NEAR(near.x(), natural.x(), 1e-6);
+  EXPECT_NEAR(near.width(), natural.width(), 1e-6);
+}
+
+TEST_F(TextShapeTest, KeepsTheLinesThatTheHostBroke) {
+  const TextRuns text = runs(QStringLiteral("Hamburg Hamburg"), style());
+  const double one =
+      shapeText(runs(QStringLiteral("Hamburg Hamburg"), style()), {.size = {0, 0}, .ink = {}})
+          .size.width();
+  const auto linesIn = [&](double width, int recorded, const FontMeasures& measures = {}) {
+    const TextBox box{
+        .size = {width, 117.0 * recorded}, .behaviour = Behaviour::AutoHeight, .ink = {}};
+    return int(std::round(shapeText(text, box, measures).size.height() / 117));
+  };
+  EXPECT_EQ(linesIn(one * 0.98, 1), 1);
+  EXPECT_EQ(linesIn(one * 0.98, 2), 2);
+  EXPECT_EQ(linesIn(one * 1.02, 2), 2);
+  EXPECT_EQ(linesIn(one * 0.7, 1), 2);  // Its frame was changed since.
+  const FontMeasures wide{{QStringLiteral("Roboto-Regular"), {.spacing = 0.1}}};
+  EXPECT_EQ(linesIn(one * 1.1, 1), 1);
+  EXPECT_EQ(linesIn(one * 1.1, 2, wide), 2);
+}
+
+/// The strokes of "I" and "o", by the area that they cover, at unchanged heights.
+TEST_F(TextShapeTest, MakesWeightsThatStandInsLack) {
+  const auto shapeOf = [&](const char* font) {
+    CharacterStyle style = this->style();
+    style.font = QString::fromLatin1(font);
+    return shapeText(runs(QStringLiteral("I"), style), {.size = {0, 0}, .ink = {}})
+        .outline()
+        .boundingRect();
+  };
+  const QRectF plain = shapeOf("HelveticaNeue"), light = shapeOf("HelveticaNeue-Light"),
+               medium = shapeOf("HelveticaNeue-Medium");
+  EXPECT_NEAR(plain.width() - light.width(), 2.4, 0.05);
+  EXPECT_NEAR(medium.width() - plain.width(), 2.4, 0.05);
+  EXPECT_NEAR(light.height(), plain.height(), 0.3);
+  EXPECT_NEAR(light.bottom(), plain.bottom(), 0.1);
 }
 
 TEST_F(TextShapeTest, ChoosesFonts) {
@@ -161,9 +202,10 @@ TEST_F(TextShapeTest, ChoosesFonts) {
                {"RobotoCondensed-Light", "Roboto Condensed", 300, false, true},
                {"SFProText-Semibold", "Inter", 600, false, false},
                {".SFNSText", "Inter", 400, false, false},
-               {"HelveticaNeue-Bold", "Helvetica", 700, false, false},
-               {"HelveticaNeue-Light", "Inter", 300, false, false},
-               {"TimesNewRomanPS-BoldItalicMT", "Times New Roman", 700, true, false}};
+               {"HelveticaNeue-Bold", "Liberation Sans", 700, false, false},
+               {"HelveticaNeue-Light", "Liberation Sans", 300, false, false},
+               {"Nowhere-Bold", "Inter", 700, false, false},
+               {"TimesNewRomanPS-BoldItalicMT", "Liberation Serif", 700, true, false}};
   for (const auto& [name, family, weight, isItalic, isInstalled] : cases) {
     const ChosenFont chosen = chooseFont(QString::fromLatin1(name));
     EXPECT_EQ(chosen.font.family(), QString::fromLatin1(family)) << name;
