@@ -15,7 +15,7 @@ struct ChosenFont {
 /// The installed font of that name. Where there is none, one of the same kind: the system typeface
 /// of the design's platform becomes Inter, the common sans, serif and typewriter faces become what
 /// fontconfig has for them, everything else the default sans; weight, slant and width are kept.
-/// Needs an application with fonts. Answers are kept for the process's life; main thread.
+/// Needs an application with fonts. Answers are kept for the thread's life.
 ChosenFont chooseFont(const QString& postScriptName);
 
 }  // namespace kelvar::render
