@@ -7,6 +7,7 @@
 
 #include "app/Failure.h"
 #include "app/Output.h"
+#include "platform/Bundle.h"
 
 namespace kelvar::app {
 
@@ -14,6 +15,7 @@ SketchDocumentRef openDocument(const std::string& path) {
   QString error;
   const SketchDocumentRef document = SketchDocument::open(QString::fromStdString(path), &error);
   if (!document) throw Failure(Failure::kFailed, error);
+  Bundle::setHostInformation(document->hostInformation());
   return document;
 }
 

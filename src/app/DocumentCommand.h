@@ -6,8 +6,8 @@
 
 namespace kelvar::app {
 
-/// What the commands that change Sketch documents have in common. Throws a `Failure` where the
-/// document cannot be read.
+/// The document that a command is about, whose host is from then on the host. Throws a `Failure`
+/// where it cannot be read.
 SketchDocumentRef openDocument(const std::string& path);
 
 /// A line on standard error for each thing that was not drawn as the document wants it.

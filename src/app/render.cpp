@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "app/DocumentCommand.h"
 #include "app/Failure.h"
 #include "app/Output.h"
 #include "host/ArtboardRenderer.h"
@@ -108,9 +109,7 @@ void report(const Image& picture, const QStringList& warnings) {
 void run(const Arguments& arguments) {
   check(arguments);
   QString error;
-  const SketchDocumentRef document =
-      SketchDocument::open(QString::fromStdString(arguments.document), &error);
-  if (!document) fail(error);
+  const SketchDocumentRef document = openDocument(arguments.document);
   ArtboardRenderer renderer(document);
   const ImageRef picture = arguments.preview ? renderer.renderPreview(&error)
                                              : renderer.render(*chosenLayer(*document, arguments),

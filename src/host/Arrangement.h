@@ -54,7 +54,7 @@ struct KELVAR_EXPORT Arrangement {
   /// No corner lies farther than this from the picture's top-left corner along either axis.
   static constexpr double kFarthest = 1e6;
 
-  /// The photo's file; empty for none.
+  /// The file of what the shapes are on: a photo, or in a window a document. Empty for none.
   QString photo;
   QList<Design> designs;
   /// The later lie over the earlier.

@@ -14,7 +14,8 @@ namespace kelvar {
 ///
 /// Made for a document and used as often as needed; a document that changed in between is drawn as
 /// it is now. Text needs fonts: where there is no application object at all, one without a screen
-/// is made for the time of a call. Main thread.
+/// is made for the time of a call, which then has to be on the main thread. Otherwise any one
+/// thread for a document.
 class KELVAR_EXPORT ArtboardRenderer {
  public:
   /// The longest side of a document's own picture of itself, in pixels.

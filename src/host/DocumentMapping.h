@@ -13,7 +13,7 @@ namespace kelvar {
 /// before. The document is changed in memory; whoever owns it saves it.
 ///
 /// Every failure is a sentence in `*error`. After one, layers may have been filled already: throw
-/// the document away. Main thread, since artboards are drawn.
+/// the document away. On a thread that an `ArtboardRenderer` could be on.
 class KELVAR_EXPORT DocumentMapping {
  public:
   explicit DocumentMapping(SketchDocumentRef document) : document_(std::move(document)) {}

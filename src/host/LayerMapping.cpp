@@ -86,6 +86,15 @@ QByteArray packed(const Image& picture) {
   return writePng(picture.pixels(), &buffer) ? buffer.data() : QByteArray();
 }
 
+/// Removes the topmost fill where it is the picture that was mapped before.
+void removePicture(SketchDocument& document, const SketchLayer& layer, SketchJson* fills) {
+  const auto before = LayerSettings::of(layer);
+  if (!before || before->image.isNull() || fills->empty()) return;
+  if (textIn(memberOf(fills->back(), "image"), "_ref") != before->image) return;
+  fills->erase(fills->size() - 1);
+  document.dropWhenUnused(before->image);
+}
+
 }  // namespace
 
 LayerMapping::LayerMapping(SketchLayerRef layer, const LayerSettings& settings)
@@ -173,16 +182,11 @@ bool LayerMapping::fill(SketchDocument& document, const ImageRef& picture, QStri
     *error = QStringLiteral("the picture for \"%1\" cannot be packed").arg(layer_->name());
     return false;
   }
-  const std::optional<LayerSettings> before = LayerSettings::of(*layer_);
   SketchJson& style = layer_->edit()["style"];
   if (!style.is_object()) style = emptyStyle(integerIn(document.meta(), "version"));
   SketchJson& fills = style["fills"];
   if (!fills.is_array()) fills = SketchJson::array();
-  if (before && !fills.empty() && !before->image.isNull() &&
-      textIn(memberOf(fills.back(), "image"), "_ref") == before->image) {
-    fills.erase(fills.size() - 1);
-    document.dropWhenUnused(before->image);
-  }
+  removePicture(document, *layer_, &fills);
   for (SketchJson& below : fills) {
     if (below.is_object()) below["isEnabled"] = false;
   }
@@ -190,6 +194,17 @@ bool LayerMapping::fill(SketchDocument& document, const ImageRef& picture, QStri
   fills.push_back(imageFill(settings_.image));
   settings_.rememberOn(*layer_);
   return true;
+}
+
+void LayerMapping::clear(SketchDocument& document, SketchLayer& layer) {
+  if (!LayerSettings::of(layer)) return;
+  if (const size_t before = listIn(memberOf(layer.json(), "style"), "fills").size(); before > 0) {
+    SketchJson& fills = layer.edit()["style"]["fills"];
+    removePicture(document, layer, &fills);
+    const bool isRemoved = fills.size() < before;
+    if (isRemoved && !fills.empty() && fills.back().is_object()) fills.back()["isEnabled"] = true;
+  }
+  LayerSettings::forgetOn(layer);
 }
 
 }  // namespace kelvar

@@ -40,6 +40,9 @@ class KELVAR_EXPORT LayerMapping {
   /// that was mapped before; switches those below it off; remembers the settings on the layer.
   /// False, and `*error` says why, when it cannot be packed.
   bool fill(SketchDocument& document, const ImageRef& picture, QString* error);
+  /// Takes the picture that was mapped off the layer again, switches the fill below it on, and
+  /// forgets the settings. A layer onto which nothing was mapped stays as it is.
+  static void clear(SketchDocument& document, SketchLayer& layer);
 
  private:
   SketchLayerRef layer_;

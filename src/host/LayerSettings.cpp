@@ -42,4 +42,6 @@ void LayerSettings::rememberOn(SketchLayer& layer) const {
   layer.setUserInfo(kKey, map);
 }
 
+void LayerSettings::forgetOn(SketchLayer& layer) { layer.setUserInfo(kKey, {}); }
+
 }  // namespace kelvar

@@ -25,6 +25,7 @@ struct KELVAR_EXPORT LayerSettings {
   /// None when nothing was mapped onto the layer. What cannot be read is as by default.
   static std::optional<LayerSettings> of(const SketchLayer& layer);
   void rememberOn(SketchLayer& layer) const;
+  static void forgetOn(SketchLayer& layer);
 
   bool operator==(const LayerSettings&) const = default;
 };

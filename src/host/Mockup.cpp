@@ -3,11 +3,11 @@
 namespace kelvar {
 
 ImageRef Mockup::exportPicture(const Arrangement& arrangement, QString* error) {
-  const Drawing drawing = draw(arrangement, Shapes::Included);
+  const Drawing drawing = draw(arrangement, Purpose::Export);
   *error = drawing.problem;
   if (!drawing.picture) return nullptr;
   for (const Arrangement::Shape& shape : arrangement.shapes) {
-    if (!shape.included || !drawing.shapeProblems.contains(shape.id)) continue;
+    if (!drawing.shapeProblems.contains(shape.id)) continue;
     *error = QStringLiteral("\"%1\" cannot be shown: %2")
                  .arg(shape.name, drawing.shapeProblems.value(shape.id));
     return nullptr;

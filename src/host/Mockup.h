@@ -15,8 +15,9 @@ namespace kelvar {
 /// Made on one thread and then used on another, on one at a time.
 class KELVAR_EXPORT Mockup {
  public:
-  /// Which shapes are drawn.
-  enum class Shapes { All, Included };
+  /// What is drawn for: to be worked on, or to be given away, and then without what does not
+  /// belong there.
+  enum class Purpose { Window, Export };
 
   /// A drawn arrangement.
   struct Drawing {
@@ -36,19 +37,19 @@ class KELVAR_EXPORT Mockup {
   virtual bool canChangeShapes() const = 0;
 
   /// Whatever can be drawn of it.
-  virtual Drawing draw(const Arrangement& arrangement, Shapes shapes) = 0;
+  virtual Drawing draw(const Arrangement& arrangement, Purpose purpose) = 0;
 
-  /// The design by itself, at a size that its own format suggests. Null and a sentence where it
-  /// cannot be read.
-  virtual ImageRef designPicture(const Arrangement::Design& design, QString* error) = 0;
+  /// The design by itself. What has to be drawn for it is no longer than `side` pixels; what is
+  /// read is as large as it is. Null and a sentence where it cannot be had.
+  virtual ImageRef designPicture(const Arrangement::Design& design, int side, QString* error) = 0;
 
   /// Lets go of what is kept of the design, so that the next drawing reads it again.
   virtual void refresh(const Arrangement::Design& design) = 0;
 
   virtual bool save(const Arrangement& arrangement, const QString& path, QString* error) = 0;
 
-  /// The picture of all shapes that are included. Null and a sentence when any of them cannot be
-  /// shown as it should be: nobody is to find out later that one was left out.
+  /// The picture to be given away. Null and a sentence when any shape cannot be shown as it should
+  /// be: nobody is to find out later that one was left out.
   ImageRef exportPicture(const Arrangement& arrangement, QString* error);
 };
 

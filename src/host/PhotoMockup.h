@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QDateTime>
-#include <QList>
-
+#include "host/KeptPictures.h"
 #include "host/Mockup.h"
 
 namespace kelvar {
@@ -17,34 +15,17 @@ class KELVAR_EXPORT PhotoMockup : public Mockup {
 
   Arrangement arrangement() const override { return arrangement_; }
   bool canChangeShapes() const override { return true; }
-  Drawing draw(const Arrangement& arrangement, Shapes shapes) override;
-  ImageRef designPicture(const Arrangement::Design& design, QString* error) override;
+  Drawing draw(const Arrangement& arrangement, Purpose purpose) override;
+  ImageRef designPicture(const Arrangement::Design& design, int side, QString* error) override;
   void refresh(const Arrangement::Design& design) override;
   bool save(const Arrangement& arrangement, const QString& path, QString* error) override;
 
  private:
-  /// A file's picture, and what told that it had not changed.
-  struct Kept {
-    QString file;
-    ImageRef picture;
-    bool isVector = false;
-    /// The size asked for, of a vector.
-    QSizeF vectorSize;
-    QDateTime changed;
-    qint64 bytes = -1;
-  };
-
-  /// `vectorSize` empty: at the natural size.
-  ImageRef read(const QString& file, const QSizeF& vectorSize, QString* error);
-  void keep(const Kept& fresh);
-  /// The file's picture as it last was, or null.
-  ImageRef lastPicture(const QString& file) const;
   void drawShape(const Arrangement& arrangement, const Arrangement::Shape& shape, QImage* pixels,
                  Drawing* drawing);
 
   Arrangement arrangement_;
-  /// The least recently used first.
-  QList<Kept> kept_;
+  KeptPictures kept_;
 };
 
 }  // namespace kelvar

@@ -288,6 +288,11 @@ QStringList SketchDocument::fileNames() const {
   return names;
 }
 
+void SketchDocument::dropWhenUnused(const QString& image) {
+  replacedImages_.insert(image);
+  images_.remove(image);
+}
+
 void SketchDocument::setFile(const QString& name, const QByteArray& bytes) {
   changedFiles_.insert(name, bytes);
   images_.remove(name);

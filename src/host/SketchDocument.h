@@ -75,7 +75,7 @@ class KELVAR_EXPORT SketchDocument : public Object {
   /// Adds or replaces a file that is neither JSON of the document nor a page.
   void setFile(const QString& name, const QByteArray& bytes);
   /// Leaves a picture out of what is saved, unless something still refers to it by then.
-  void dropWhenUnused(const QString& image) { replacedImages_.insert(image); }
+  void dropWhenUnused(const QString& image);
 
  private:
   struct JsonFile {

@@ -7,7 +7,8 @@ namespace kelvar {
 
 /// Text needs fonts, and fonts need an application with a platform, without which Qt ends the
 /// process. Where there is no application at all, one without a screen serves for the time being;
-/// beside a plain QCoreApplication there is no place for one. Main thread.
+/// beside a plain QCoreApplication there is no place for one. Main thread, or any
+/// other while there is an application.
 class FontsAtHand {
  public:
   FontsAtHand() {

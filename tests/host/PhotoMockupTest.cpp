@@ -50,12 +50,12 @@ ImageRef read(const QString& path) {
 
 TEST_F(Photo, DrawsTheShapesOverEachOther) {
   PhotoMockup mockup(arrangement_);
-  const QImage both = mockup.draw(arrangement_, Mockup::Shapes::All).picture->pixels();
+  const QImage both = mockup.draw(arrangement_, Mockup::Purpose::Window).picture->pixels();
   const ImageRef first =
       arrangement_.shapes[0].mapping().layOnto(read(path("a.png")), read(path("photo.png")));
   EXPECT_EQ(both, arrangement_.shapes[1].mapping().layOnto(read(path("b.png")), first)->pixels());
   arrangement_.shapes[1].included = false;
-  EXPECT_EQ(mockup.draw(arrangement_, Mockup::Shapes::All).picture->pixels(), both);
+  EXPECT_EQ(mockup.draw(arrangement_, Mockup::Purpose::Window).picture->pixels(), both);
   QString error;
   EXPECT_EQ(mockup.exportPicture(arrangement_, &error)->pixels(), first->pixels());
 }
@@ -63,7 +63,7 @@ TEST_F(Photo, DrawsTheShapesOverEachOther) {
 TEST_F(Photo, ReadsAgainWhatHasChanged) {
   PhotoMockup mockup(arrangement_);
   const auto draw = [&] {
-    return mockup.draw(arrangement_, Mockup::Shapes::All).picture->pixels();
+    return mockup.draw(arrangement_, Mockup::Purpose::Window).picture->pixels();
   };
   const QImage before = draw();
   EXPECT_EQ(draw(), before);
@@ -91,10 +91,10 @@ TEST_F(Photo, ReadsAgainWhatHasChanged) {
 
 TEST_F(Photo, KeepsADesignThatHasGone) {
   PhotoMockup mockup(arrangement_);
-  const QImage before = mockup.draw(arrangement_, Mockup::Shapes::All).picture->pixels();
+  const QImage before = mockup.draw(arrangement_, Mockup::Purpose::Window).picture->pixels();
   ASSERT_TRUE(QFile::remove(path("a.png")));
   mockup.refresh(arrangement_.designs.first());
-  const Mockup::Drawing drawing = mockup.draw(arrangement_, Mockup::Shapes::All);
+  const Mockup::Drawing drawing = mockup.draw(arrangement_, Mockup::Purpose::Window);
   EXPECT_EQ(drawing.picture->pixels(), before);
   EXPECT_EQ(drawing.shapeProblems.keys(), QStringList(one_));
   EXPECT_TRUE(drawing.shapeProblems.first().contains(path("a.png")));
@@ -118,7 +118,7 @@ TEST_F(Photo, SaysWhatCannotBeMapped) {
   };
   for (const auto& [corners, sentence] : cases) {
     arrangement_.shapes[0].corners = corners;
-    const Mockup::Drawing drawing = mockup.draw(arrangement_, Mockup::Shapes::All);
+    const Mockup::Drawing drawing = mockup.draw(arrangement_, Mockup::Purpose::Window);
     EXPECT_TRUE(drawing.picture);
     EXPECT_TRUE(drawing.shapeProblems.value(one_).contains(QString::fromLatin1(sentence)))
         << drawing.shapeProblems.value(one_).toStdString();
@@ -128,7 +128,7 @@ TEST_F(Photo, SaysWhatCannotBeMapped) {
 TEST_F(Photo, NeedsAPhoto) {
   arrangement_.photo = path("missing.jpg");
   PhotoMockup mockup(arrangement_);
-  const Mockup::Drawing drawing = mockup.draw(arrangement_, Mockup::Shapes::All);
+  const Mockup::Drawing drawing = mockup.draw(arrangement_, Mockup::Purpose::Window);
   EXPECT_FALSE(drawing.picture);
   EXPECT_TRUE(drawing.problem.contains(QStringLiteral("missing.jpg")));
 }

@@ -8,11 +8,13 @@ namespace {
 BackgroundDrawing::Result drawNow(const std::shared_ptr<Mockup>& mockup,
                                   const Arrangement& arrangement) {
   BackgroundDrawing::Result result{mockup, arrangement, {}, {}, {}, {}};
-  Arrangement bare = arrangement;
-  bare.shapes.clear();
-  const Mockup::Drawing ground = mockup->draw(bare, Mockup::Shapes::All);
-  const Mockup::Drawing drawing = mockup->draw(arrangement, Mockup::Shapes::All);
-  if (ground.picture) result.ground = ground.picture->pixels();
+  if (mockup->canChangeShapes()) {
+    Arrangement bare = arrangement;
+    bare.shapes.clear();
+    const Mockup::Drawing ground = mockup->draw(bare, Mockup::Purpose::Window);
+    if (ground.picture) result.ground = ground.picture->pixels();
+  }
+  const Mockup::Drawing drawing = mockup->draw(arrangement, Mockup::Purpose::Window);
   if (drawing.picture) result.picture = PicturePyramid(drawing.picture->pixels());
   result.problem = drawing.problem;
   result.shapeProblems = drawing.shapeProblems;

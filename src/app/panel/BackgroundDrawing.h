@@ -23,7 +23,7 @@ class BackgroundDrawing {
     std::shared_ptr<Mockup> mockup;
     Arrangement arrangement;
     PicturePyramid picture;
-    /// The picture without any design.
+    /// The picture without any design, where shapes can be changed.
     QImage ground;
     QString problem;
     QMap<QString, QString> shapeProblems;

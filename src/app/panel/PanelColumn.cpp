@@ -134,6 +134,11 @@ void PanelColumn::addBelow(QWidget* widget) { below_->addWidget(widget); }
 
 KVViewController& PanelColumn::row() const { return width() < kWide ? *narrowRow_ : *wideRow_; }
 
+void PanelColumn::setCanMakeShapes(bool can) {
+  canMakeShapes_ = can;
+  modelDidChange();
+}
+
 void PanelColumn::setThumbnails(const QMap<QString, ImageRef>& thumbnails) {
   thumbnails_ = thumbnails;
   fillCells();
@@ -190,6 +195,10 @@ void PanelColumn::modelDidChange() {
 QString PanelColumn::emptyHint() const {
   const Arrangement& arrangement = model_->arrangement();
   if (arrangement.photo.isEmpty()) return QStringLiteral("The shapes' settings come here.");
+  if (arrangement.shapes.isEmpty() && !canMakeShapes_) {
+    return QStringLiteral(
+        "This artboard has no shape with four corners, which is what a design is laid onto.");
+  }
   if (arrangement.shapes.isEmpty()) {
     return QStringLiteral(
         "No shapes yet. Click the four corners of a screen, a wall or a label in the photo, the "

@@ -31,6 +31,8 @@ class PanelColumn : public QWidget {
   /// Picture files were dropped on the chooser of a shape.
   std::function<void(const QStringList& files, const QString& shape)> didDropFiles;
 
+  /// Whether shapes are made here, or are there from the start.
+  void setCanMakeShapes(bool can);
   /// By the design's id, what menus and choosers show.
   void setThumbnails(const QMap<QString, ImageRef>& thumbnails);
   /// Of the selected shapes' part of the picture.
@@ -86,6 +88,7 @@ class PanelColumn : public QWidget {
   QMap<QString, ImageRef> thumbnails_;
   QMap<QString, QString> problems_;
   ImageRef preview_;
+  bool canMakeShapes_ = true;
   bool isBusy_ = false;
   /// What had the focus when it was disabled.
   QPointer<QWidget> focusBefore_;

@@ -14,6 +14,7 @@
 #include <cmath>
 
 #include "host/PhotoMockup.h"
+#include "platform/Bundle.h"
 #include "platform/ImageFile.h"
 
 namespace kelvar::app {
@@ -29,6 +30,8 @@ const char* const kPictures = "*.png *.jpg *.jpeg *.webp *.svg";
 bool isArrangementFile(const QString& file) {
   return file.endsWith(QStringLiteral(".json"), Qt::CaseInsensitive);
 }
+
+QString nameOf(const QString& file) { return QFileInfo(file).fileName(); }
 
 /// `picture` within `side` points on a screen of that resolution.
 ImageRef inPoints(const QImage& picture, double ratio) {
@@ -99,7 +102,7 @@ QWidget* PanelWindow::makeLeft() {
 /// What stands in the place of a photo until there is one.
 QWidget* PanelWindow::makeWelcome() {
   auto* const welcome = new QWidget(photoView_);
-  auto* const open = new QPushButton(QStringLiteral("Open a Photo…"));
+  auto* const open = new QPushButton(QStringLiteral("Open a Photo or a Document…"));
   open->setObjectName(QStringLiteral("openButton"));
   connect(open, &QPushButton::clicked, this, [this] { chooseFileToOpen(); });
   auto* const hint = new QLabel(QStringLiteral("or drop one here, or a saved arrangement"));
@@ -245,7 +248,13 @@ void PanelWindow::makeToolBar() {
   for (const char* name : {"Save", "Export"}) add(name);
 }
 
-void PanelWindow::open(const QString& file) {
+bool PanelWindow::isDocumentFile(const QString& file) {
+  return file.endsWith(QStringLiteral(".sketch"), Qt::CaseInsensitive);
+}
+
+void PanelWindow::open(const QString& file, const DocumentMockup::Choice& choice) {
+  say(QStringLiteral("Opening %1…").arg(nameOf(file)));
+  if (isDocumentFile(file)) return openDocument(file, choice);
   Arrangement arrangement;
   arrangement.photo = QFileInfo(file).absoluteFilePath();
   if (isArrangementFile(file)) {
@@ -254,10 +263,32 @@ void PanelWindow::open(const QString& file) {
     if (!read) return fail(error);
     arrangement = *read;
   }
-  opening_ = std::make_shared<PhotoMockup>(arrangement);
+  startOpening(std::make_shared<PhotoMockup>(arrangement), file);
+}
+
+void PanelWindow::openDocument(const QString& file, const DocumentMockup::Choice& choice) {
+  reading_ = file;
+  struct Answer {
+    std::shared_ptr<DocumentMockup> document;
+    QString error;
+  };
+  const auto read = [file, choice] {
+    Answer answer;
+    answer.document = DocumentMockup::open(file, choice, &answer.error);
+    return answer;
+  };
+  drawing_.run(read, [this, file](const Answer& answer) {
+    if (reading_ != file) return;
+    if (!answer.document) return fail(answer.error);
+    startOpening(answer.document, file);
+  });
+}
+
+void PanelWindow::startOpening(const std::shared_ptr<Mockup>& mockup, const QString& file) {
+  reading_.clear();
+  opening_ = mockup;
   openingFile_ = file;
-  drawing_.draw(opening_, arrangement);
-  say(QStringLiteral("Opening %1…").arg(QFileInfo(file).fileName()));
+  drawing_.draw(mockup, mockup->arrangement());
 }
 
 void PanelWindow::drawingDidFinish(const BackgroundDrawing::Result& result) {
@@ -280,17 +311,23 @@ void PanelWindow::opened(const BackgroundDrawing::Result& result) {
   errorBar_->hide();
   welcome_->hide();
   mockup_ = result.mockup;
-  file_ = isArrangementFile(openingFile_) ? openingFile_ : QString();
+  document_ = std::dynamic_pointer_cast<DocumentMockup>(mockup_);
+  hasRemapped_ = false;
+  Bundle::setHostInformation(document_ ? document_->hostInformation() : QVariantMap());
+  file_ = document_ || isArrangementFile(openingFile_) ? openingFile_ : QString();
   requested_ = result.arrangement;
   thumbnails_.clear();
   photoView_->setCanChangeShapes(mockup_->canChangeShapes());
+  column_->setCanMakeShapes(mockup_->canChangeShapes());
   showDrawing(result);
   model_.open(result.arrangement);
+  if (document_) model_.select(document_->chosenShapes() + std::exchange(selectionBefore_, {}));
   photoView_->fit();
   photoView_->setDrawing(result.arrangement.shapes.isEmpty());
   photoView_->setFocus();
   loadThumbnails();
   if (!waitingDesigns_.isEmpty()) addDesigns(std::exchange(waitingDesigns_, {}));
+  if (didOpen) didOpen();
 }
 
 void PanelWindow::showDrawing(const BackgroundDrawing::Result& result) {
@@ -316,7 +353,11 @@ void PanelWindow::modelDidChange() {
   requestDrawing();
   showPreview();
   updateActions();
-  QStringList files{model_.arrangement().photo};
+  watchFiles();
+}
+
+void PanelWindow::watchFiles() {
+  QStringList files{document_ ? file_ : model_.arrangement().photo};
   for (const Arrangement::Design& design : model_.arrangement().designs) files.append(design.file);
   files.removeAll(QString());
   files.sort();
@@ -336,22 +377,24 @@ void PanelWindow::updateActions() {
   const auto enable = [&](const char* name, bool enabled) {
     if (QAction* const action = actions_.value(QLatin1String(name))) action->setEnabled(enabled);
   };
-  for (const char* name : {"Add Designs", "Save", "Save As", "Export", "New Shape", "Select All",
-                           "Zoom In", "Zoom Out", "Actual Pixels", "Fit"}) {
+  for (const char* name : {"Add Designs", "Save", "Save As", "Export", "Select All", "Zoom In",
+                           "Zoom Out", "Actual Pixels", "Fit"}) {
     enable(name, hasMockup);
   }
   enable("Undo", model_.canUndo());
   enable("Redo", model_.canRedo());
-  enable("Delete Shape", !model_.selection().isEmpty());
+  const bool canChangeShapes = hasMockup && mockup_->canChangeShapes();
+  enable("New Shape", canChangeShapes);
+  enable("Delete Shape", canChangeShapes && !model_.selection().isEmpty());
   if (QAction* const shape = actions_.value(QStringLiteral("New Shape"))) {
     shape->setChecked(photoView_->isDrawing());
   }
   zoomButton_->setText(QStringLiteral("%1%").arg(
       std::round(photoView_->viewport().zoom() * devicePixelRatioF() * 100)));
   const QString file = file_.isEmpty() ? model_.arrangement().photo : file_;
-  setWindowTitle(hasMockup ? QFileInfo(file).fileName() + QStringLiteral("[*] – Kelvar")
+  setWindowTitle(hasMockup ? nameOf(file) + QStringLiteral("[*] – Kelvar")
                            : QStringLiteral("Kelvar"));
-  setWindowModified(hasMockup && model_.isModified());
+  setWindowModified(hasMockup && isModified());
 }
 
 void PanelWindow::addDesigns(const QStringList& files, const QString& shape) {
@@ -368,7 +411,7 @@ void PanelWindow::addDesigns(const QStringList& files, const QString& shape) {
     const auto read = [mockup = mockup_, file, side] {
       Answer answer;
       const QString path = QFileInfo(file).absoluteFilePath();
-      const ImageRef picture = mockup->designPicture({{}, {}, path}, &answer.error);
+      const ImageRef picture = mockup->designPicture({{}, {}, path}, side, &answer.error);
       if (picture) answer.picture = PicturePyramid::within(picture->pixels(), side);
       return answer;
     };
@@ -396,7 +439,7 @@ void PanelWindow::loadThumbnails() {
   for (const Arrangement::Design& design : model_.arrangement().designs) {
     const auto read = [mockup = mockup_, design, side] {
       QString error;
-      const ImageRef picture = mockup->designPicture(design, &error);
+      const ImageRef picture = mockup->designPicture(design, side, &error);
       return picture ? PicturePyramid::within(picture->pixels(), side) : QImage();
     };
     drawing_.run(read, [this, mockup = mockup_, id = design.id](const QImage& picture) {
@@ -417,16 +460,72 @@ void PanelWindow::refreshSelected() {
     return 0;
   };
   drawing_.run(refresh, [](int) {});
-  drawing_.draw(mockup_, requested_);
-  column_->setBusy(true);
-  loadThumbnails();
+  drawAnew();
 }
 
-void PanelWindow::filesDidChange(const QStringList&) {
+void PanelWindow::filesDidChange(const QStringList& files) {
   if (!mockup_) return;
+  const bool isDocument = document_ && files.contains(file_);
+  if (isDocument) documentDidChangeOnDisk();
+  if (files.size() > (isDocument ? 1 : 0)) drawAnew();
+}
+
+/// The same arrangement, of designs that are no longer the same.
+void PanelWindow::drawAnew() {
+  hasRemapped_ = document_ != nullptr;
   drawing_.draw(mockup_, requested_);
   column_->setBusy(true);
   loadThumbnails();
+  updateActions();
+}
+
+void PanelWindow::documentDidChangeOnDisk() {
+  if (!QFileInfo::exists(file_)) {
+    return say(QStringLiteral("%1 is gone; Save writes it again").arg(nameOf(file_)));
+  }
+  // In its turn: it may be our own change, that is being written.
+  const auto compare = [document = document_, file = file_] {
+    return document->hasChangedOnDisk(file);
+  };
+  drawing_.run(compare, [this, document = document_](bool hasChanged) {
+    if (!hasChanged || document != document_) return;
+    isModified() ? askWhichToKeep() : reload();
+  });
+}
+
+void PanelWindow::reload() {
+  selectionBefore_ = model_.selection();
+  open(file_, {.artboard = document_->artboard()});
+}
+
+void PanelWindow::askWhichToKeep() {
+  if (diskQuestion_) return;
+  diskQuestion_ = new QMessageBox(
+      QMessageBox::Warning, QStringLiteral("Kelvar"),
+      QStringLiteral("%1 has changed on disk, and you have changed it here.").arg(nameOf(file_)),
+      QMessageBox::NoButton, this);
+  diskQuestion_->setInformativeText(
+      QStringLiteral("Reload it, and your changes here are gone. Keep yours, and the next Save "
+                     "replaces what is on disk."));
+  diskQuestion_->setAttribute(Qt::WA_DeleteOnClose);
+  const auto* const reloads =
+      diskQuestion_->addButton(QStringLiteral("Reload"), QMessageBox::DestructiveRole);
+  QPushButton* const keeps =
+      diskQuestion_->addButton(QStringLiteral("Keep Mine"), QMessageBox::AcceptRole);
+  // Closing the question decides nothing: it comes again with the next Save.
+  diskQuestion_->setEscapeButton(
+      diskQuestion_->addButton(QStringLiteral("Decide Later"), QMessageBox::RejectRole));
+  diskQuestion_->setDefaultButton(keeps);
+  connect(diskQuestion_, &QMessageBox::buttonClicked, this, [=, this](const QAbstractButton* b) {
+    if (b == reloads) reload();
+    if (b != keeps) return;
+    const auto disregard = [document = document_] {
+      document->disregardDisk();
+      return 0;
+    };
+    drawing_.run(disregard, [](int) {});
+  });
+  diskQuestion_->open();
 }
 
 void PanelWindow::fail(const QString& sentence) {
@@ -439,7 +538,7 @@ void PanelWindow::fail(const QString& sentence) {
 void PanelWindow::say(const QString& sentence) { status_->setText(sentence); }
 
 void PanelWindow::dropFiles(const QStringList& files, const QString& shape) {
-  const bool opens = !mockup_ || isArrangementFile(files.first());
+  const bool opens = !mockup_ || isArrangementFile(files.first()) || isDocumentFile(files.first());
   if (!opens) return addDesigns(files, shape);
   whenUnsavedAreSettled([this, files] { open(files.first()); });
 }
@@ -447,8 +546,9 @@ void PanelWindow::dropFiles(const QStringList& files, const QString& shape) {
 void PanelWindow::chooseFileToOpen() {
   whenUnsavedAreSettled([this] {
     auto* const dialog =
-        new QFileDialog(this, QStringLiteral("Open a Photo or an Arrangement"), {},
-                        QStringLiteral("Photos and arrangements (%1 *.json);;All files (*)")
+        new QFileDialog(this, QStringLiteral("Open a Photo or a Document"), {},
+                        QStringLiteral("Photos, documents and arrangements (%1 *.sketch *.json);;"
+                                       "All files (*)")
                             .arg(QLatin1String(kPictures)));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
@@ -477,17 +577,26 @@ void PanelWindow::save() {
 
 void PanelWindow::saveAs(const QString& file) {
   const Arrangement arrangement = model_.arrangement();
-  const auto write = [mockup = mockup_, arrangement, file] {
+  struct Answer {
+    bool hasChangedOnDisk = false;
     QString error;
-    return mockup->save(arrangement, file, &error) ? QString() : error;
   };
-  drawing_.run(write, [this, arrangement, file](const QString& error) {
+  const auto write = [mockup = mockup_, document = document_, arrangement, file] {
+    Answer answer;
+    answer.hasChangedOnDisk = document && document->hasChangedOnDisk(file);
+    if (!answer.hasChangedOnDisk) mockup->save(arrangement, file, &answer.error);
+    return answer;
+  };
+  drawing_.run(write, [this, mockup = mockup_, arrangement, file](const Answer& answer) {
     const std::function<void()> then = std::exchange(afterSaving_, nullptr);
-    if (!error.isEmpty()) return fail(error);
+    if (!answer.error.isEmpty()) return fail(answer.error);
+    if (mockup != mockup_) return;
+    if (answer.hasChangedOnDisk) return askWhichToKeep();
     file_ = file;
+    hasRemapped_ = false;
     errorBar_->hide();
     model_.markSaved(arrangement);
-    say(QStringLiteral("Saved %1").arg(QFileInfo(file).fileName()));
+    say(QStringLiteral("Saved %1").arg(nameOf(file)));
     if (then) then();
   });
 }
@@ -503,19 +612,22 @@ void PanelWindow::exportTo(const QString& file) {
   drawing_.run(write, [this, file](const QString& error) {
     if (!error.isEmpty()) return fail(error);
     errorBar_->hide();
-    say(QStringLiteral("Exported %1").arg(QFileInfo(file).fileName()));
+    say(QStringLiteral("Exported %1").arg(nameOf(file)));
   });
 }
 
 void PanelWindow::chooseFileToSave() {
-  auto* const dialog = new QFileDialog(this, QStringLiteral("Save the Arrangement"), {},
-                                       QStringLiteral("Arrangements (*.json)"));
+  auto* const dialog = document_ ? new QFileDialog(this, QStringLiteral("Save the Document"), {},
+                                                   QStringLiteral("Sketch documents (*.sketch)"))
+                                 : new QFileDialog(this, QStringLiteral("Save the Arrangement"), {},
+                                                   QStringLiteral("Arrangements (*.json)"));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
-  dialog->setDefaultSuffix(QStringLiteral("json"));
-  const QFileInfo photo(model_.arrangement().photo);
-  dialog->setDirectory(photo.absolutePath());
-  dialog->selectFile(photo.completeBaseName() + QStringLiteral(".json"));
+  const QString suffix = document_ ? QStringLiteral("sketch") : QStringLiteral("json");
+  dialog->setDefaultSuffix(suffix);
+  const QFileInfo from(document_ ? file_ : model_.arrangement().photo);
+  dialog->setDirectory(from.absolutePath());
+  dialog->selectFile(from.completeBaseName() + u'.' + suffix);
   connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& f) { saveAs(f); });
   connect(dialog, &QFileDialog::rejected, this, [this] { afterSaving_ = nullptr; });
   dialog->open();
@@ -540,11 +652,12 @@ void PanelWindow::chooseFileToExport() {
 }
 
 void PanelWindow::whenUnsavedAreSettled(std::function<void()> then) {
-  if (!mockup_ || !model_.isModified()) return then();
-  auto* const box =
-      new QMessageBox(QMessageBox::Question, QStringLiteral("Kelvar"),
-                      QStringLiteral("Save the changes to this arrangement?"),
-                      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+  if (!mockup_ || !isModified()) return then();
+  auto* const box = new QMessageBox(
+      QMessageBox::Question, QStringLiteral("Kelvar"),
+      QStringLiteral("Save the changes to this %1?")
+          .arg(document_ ? QStringLiteral("document") : QStringLiteral("arrangement")),
+      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setDefaultButton(QMessageBox::Save);
   connect(box, &QMessageBox::finished, this, [this, then](int button) {
@@ -557,9 +670,10 @@ void PanelWindow::whenUnsavedAreSettled(std::function<void()> then) {
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {
-  if (!mockup_ || !model_.isModified()) return event->accept();
+  if (!mockup_ || !isModified()) return event->accept();
   event->ignore();
   whenUnsavedAreSettled([this] {
+    hasRemapped_ = false;
     model_.markSaved(model_.arrangement());
     close();
   });

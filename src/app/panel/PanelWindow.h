@@ -1,17 +1,19 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <functional>
 
 #include "app/panel/BackgroundDrawing.h"
 #include "app/panel/FileWatch.h"
 #include "app/panel/PanelColumn.h"
 #include "app/panel/PhotoView.h"
-#include "host/Mockup.h"
+#include "host/DocumentMockup.h"
 #include "host/PanelModel.h"
 
 class QFrame;
 class QLabel;
+class QMessageBox;
 class QSplitter;
 class QToolButton;
 
@@ -28,8 +30,13 @@ class PanelWindow : public QMainWindow {
   /// shows it too.
   std::function<void(const QString& sentence)> didFail;
 
-  /// Opens a photo or an arrangement file, in place of what is open if that succeeds.
-  void open(const QString& file);
+  /// Called when something has been opened.
+  std::function<void()> didOpen;
+
+  /// Opens a photo, an arrangement file or a Sketch document, of which `choice` says what is shown
+  /// and selected, in place of what is open if that succeeds.
+  void open(const QString& file, const DocumentMockup::Choice& choice = {});
+  static bool isDocumentFile(const QString& file);
   /// For the menu of designs; chosen for `shape` where one is named. Waits for a mockup to be open.
   void addDesigns(const QStringList& files, const QString& shape = {});
   void saveAs(const QString& file);
@@ -60,6 +67,8 @@ class PanelWindow : public QMainWindow {
   void modelDidChange();
   void requestDrawing();
   void drawingDidFinish(const BackgroundDrawing::Result& result);
+  void openDocument(const QString& file, const DocumentMockup::Choice& choice);
+  void startOpening(const std::shared_ptr<Mockup>& mockup, const QString& file);
   void opened(const BackgroundDrawing::Result& result);
   void showDrawing(const BackgroundDrawing::Result& result);
   void showPreview();
@@ -67,6 +76,12 @@ class PanelWindow : public QMainWindow {
   void loadThumbnails();
   void refreshSelected();
   void filesDidChange(const QStringList& files);
+  void watchFiles();
+  void drawAnew();
+  void documentDidChangeOnDisk();
+  void reload();
+  void askWhichToKeep();
+  bool isModified() const { return model_.isModified() || hasRemapped_; }
   void updateActions();
   void fail(const QString& sentence);
   void say(const QString& sentence);
@@ -82,16 +97,25 @@ class PanelWindow : public QMainWindow {
 
   PanelModel model_;
   std::shared_ptr<Mockup> mockup_;
+  /// The mockup, where it is a document.
+  std::shared_ptr<DocumentMockup> document_;
+  /// Whether designs were mapped anew onto the document without a change of the model.
+  bool hasRemapped_ = false;
+  /// The document that is being read.
+  QString reading_;
   /// What is being opened, and from which file.
   std::shared_ptr<Mockup> opening_;
   QString openingFile_;
-  /// The arrangement file; empty before the first save.
+  /// The arrangement file or the document; empty before the first save.
   QString file_;
   /// What was last asked to be drawn.
   Arrangement requested_;
   QStringList waitingDesigns_;
+  /// Selected again after a reload.
+  QStringList selectionBefore_;
   QMap<QString, ImageRef> thumbnails_;
   FileWatch watch_;
+  QPointer<QMessageBox> diskQuestion_;
   /// Runs once when what is being saved is saved.
   std::function<void()> afterSaving_;
 

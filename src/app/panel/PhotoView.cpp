@@ -89,7 +89,7 @@ void PhotoView::stateChanged() {
 }
 
 ShapeOverlay PhotoView::overlay() const {
-  return {*model_, viewport_, problems_, palette().color(QPalette::Highlight)};
+  return {*model_, viewport_, problems_, palette().color(QPalette::Highlight), canChangeShapes_};
 }
 
 void PhotoView::paintEvent(QPaintEvent* event) {
@@ -120,7 +120,7 @@ void PhotoView::paintHint(QPainter* painter) const {
     text = QStringLiteral("Click where the design's %1 corner goes (%2 of 4)")
                .arg(QLatin1String(kCorners[placed_.size()]))
                .arg(placed_.size() + 1);
-  } else if (model_->arrangement().shapes.isEmpty()) {
+  } else if (canChangeShapes_ && model_->arrangement().shapes.isEmpty()) {
     text = QStringLiteral("Press N to draw a shape");
   }
   if (text.isEmpty()) return;
@@ -215,12 +215,12 @@ void PhotoView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void PhotoView::dragTo(const QPointF& to) {
-  if (drag_ == Drag::Pan) {
+  if (drag_ == Drag::Pan || (drag_ == Drag::Shapes && !canChangeShapes_)) {
     viewport_.panBy(to - lastAt_);
     stateChanged();
   } else if (drag_ == Drag::Corner) {
     model_->setCorner(corner_.shape, corner_.index, rounded(viewport_.toPicture(to + grip_)));
-  } else if (drag_ == Drag::Shapes && canChangeShapes_ && model_->isSelected(pressedShape_)) {
+  } else if (drag_ == Drag::Shapes && model_->isSelected(pressedShape_)) {
     // By whole steps from the last one, so that nothing is lost to rounding.
     const QPointF by = rounded((to - lastAt_) / viewport_.zoom());
     model_->moveSelected(by);
@@ -361,7 +361,7 @@ bool PhotoView::nudge(int key, double step) {
 /// The next corner of the first selected shape becomes the one that the arrow keys move; after the
 /// last one, they move the whole.
 void PhotoView::nextCorner() {
-  if (model_->selection().isEmpty()) return;
+  if (model_->selection().isEmpty() || !canChangeShapes_) return;
   corner_ = {model_->selection().first(), corner_.index + 1};
   if (corner_.index == 4) corner_ = {};
   showsLoupe_ = !corner_.shape.isEmpty();

@@ -111,6 +111,7 @@ void ShapeOverlay::paintHandles(QPainter* painter, const QPolygonF& outline,
     painter->setBrush(color);
     // Filled where the design's top-left corner goes.
     painter->drawEllipse(outline[i], kHandleRadius - 1, kHandleRadius - 1);
+    if (i == 0 && !canChange) break;
     if (i == 0) continue;
     painter->setBrush(Qt::white);
     painter->drawEllipse(outline[i], kHandleRadius - 2.5, kHandleRadius - 2.5);

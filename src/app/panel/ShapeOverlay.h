@@ -20,6 +20,8 @@ struct ShapeOverlay {
   /// By the shape's id, why it cannot be shown.
   const QMap<QString, QString>& problems;
   QColor accent;
+  /// Whether the corners can be dragged.
+  bool canChange = true;
 
   void paint(QPainter* painter) const;
   /// The outline so far of a shape that is being made, and where it would go on.

@@ -3,6 +3,7 @@
 #include <QLoggingCategory>
 #include <csignal>
 #include <cstdio>
+#include <utility>
 
 #include "app/Failure.h"
 #include "app/panel/PanelWindow.h"
@@ -13,14 +14,16 @@ namespace {
 using kelvar::app::Failure;
 
 constexpr const char* kExplanation = R"(
-Opens a window in which designs are laid onto four-cornered shapes in a photo: click the corners of
-a screen, a wall or a label, and choose a design for it.
+Opens a window in which designs are laid onto four-cornered shapes: in a photo, click the corners of
+a screen, a wall or a label, and choose a design for it; in a Sketch document, select a shape with
+four corners, and choose one of the document's artboards.
 
 Examples:
   kelvar panel desk.jpg --design app.png --design site.svg
   kelvar panel mockup.json
+  kelvar panel phone.sketch --artboard Mockup --layer Glass
 
-What is saved there, `kelvar map --arrangement FILE -o OUT` draws without a window.
+What is saved there, `kelvar map --arrangement FILE -o OUT` or `kelvar render` draws without a window.
 Exit status: 0 done, 1 what was named cannot be opened, 2 misuse.)";
 
 bool verbose = false;
@@ -32,7 +35,15 @@ void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString
 struct Arguments {
   std::string file;
   std::vector<std::string> designs;
+  std::string artboard;
+  std::vector<std::string> layers;
 };
+
+kelvar::DocumentMockup::Choice choiceOf(const Arguments& arguments) {
+  kelvar::DocumentMockup::Choice choice{.artboard = QString::fromStdString(arguments.artboard)};
+  for (const std::string& layer : arguments.layers) choice.layers << QString::fromStdString(layer);
+  return choice;
+}
 
 int show(int argc, char** argv, const Arguments& arguments) {
   QApplication application(argc, argv);
@@ -46,7 +57,12 @@ int show(int argc, char** argv, const Arguments& arguments) {
   };
   window.show();
   kelvar::app::VendorNews news(&window.column());
-  news.start();
+  // What the servers are told of the host is that of the document.
+  bool hasStarted = false;
+  window.didOpen = [&] {
+    if (!std::exchange(hasStarted, true)) news.start();
+  };
+  if (arguments.file.empty()) window.didOpen();
   QStringList designs;
   for (const std::string& design : arguments.designs) designs << QString::fromStdString(design);
   window.addDesigns(designs);
@@ -54,7 +70,8 @@ int show(int argc, char** argv, const Arguments& arguments) {
   QMetaObject::invokeMethod(
       &window,
       [&] {
-        if (!arguments.file.empty()) window.open(QString::fromStdString(arguments.file));
+        if (arguments.file.empty()) return;
+        window.open(QString::fromStdString(arguments.file), choiceOf(arguments));
       },
       Qt::QueuedConnection);
   return QApplication::exec();
@@ -72,12 +89,25 @@ int main(int argc, char** argv) {
   program.set_version_flag("--version", "kelvar " KELVAR_VERSION);
   program.add_flag("--verbose", verbose, "Say on standard error what is being done");
   program.add_option("FILE", arguments.file,
-                     "A photo (PNG, JPEG, WebP or SVG), or an arrangement saved before (.json)");
+                     "A photo (PNG, JPEG, WebP or SVG), a Sketch document (.sketch), or an "
+                     "arrangement saved before (.json)");
   program.add_option("--design", arguments.designs, "A design for the menu; may be given often")
       ->type_name("DESIGN")
       ->allow_extra_args(false);
+  program.add_option("--artboard", arguments.artboard, "The artboard of the document to show")
+      ->type_name("NAME|ID");
+  program
+      .add_option("--layer", arguments.layers,
+                  "A shape of the document to select; may be given often")
+      ->type_name("NAME|ID")
+      ->allow_extra_args(false);
   try {
     program.parse(argc, argv);
+    const bool choosesInDocument = !arguments.artboard.empty() || !arguments.layers.empty();
+    if (choosesInDocument &&
+        !kelvar::app::PanelWindow::isDocumentFile(QString::fromStdString(arguments.file))) {
+      throw CLI::ValidationError("--artboard and --layer are of a Sketch document (.sketch)");
+    }
   } catch (const CLI::Success& success) {
     return program.exit(success);
   } catch (const CLI::ParseError& error) {

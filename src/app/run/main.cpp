@@ -14,6 +14,7 @@
 
 #include "app/Failure.h"
 #include "host/SketchDocument.h"
+#include "platform/Bundle.h"
 #include "runtime/Conversion.h"
 #include "scripting/PluginBundle.h"
 #include "scripting/ScriptRuntime.h"
@@ -138,6 +139,7 @@ QVariantMap documentContext(const Arguments& arguments) {
   const auto document =
       kelvar::SketchDocument::open(QString::fromStdString(arguments.document), &error);
   if (!document) fail(error);
+  kelvar::Bundle::setHostInformation(document->hostInformation());
   QVariantList selection;
   for (const std::string& each : arguments.selection) {
     const QString name = QString::fromStdString(each);

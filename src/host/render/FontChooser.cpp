@@ -192,7 +192,7 @@ ChosenFont choose(const QString& name) {
 }  // namespace
 
 ChosenFont chooseFont(const QString& postScriptName) {
-  static QHash<QString, ChosenFont> chosen;
+  static thread_local QHash<QString, ChosenFont> chosen;
   const auto found = chosen.constFind(postScriptName);
   if (found != chosen.constEnd()) return *found;
   return *chosen.insert(postScriptName, choose(postScriptName));

@@ -25,7 +25,7 @@ struct ChosenFont {
 /// The installed font of that name. Where there is none, the nearest that is installed: metric
 /// twins of common fonts, Inter for the system typeface of the design's platform, others of the
 /// same kind of letters, Inter again for everything else; weight, slant and width are kept. Needs
-/// an application with fonts. Answers are kept for the process's life; main thread.
+/// an application with fonts. Answers are kept for the thread's life.
 ChosenFont chooseFont(const QString& postScriptName);
 
 }  // namespace kelvar::render

@@ -3,152 +3,17 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <QAbstractItemView>
-#include <QAction>
 #include <QCheckBox>
-#include <QDialogButtonBox>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QProcess>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QToolBar>
 #include <QUrl>
 #include <csignal>
 
-#include "host/Pictures.h"
-#include "ui/PopUpButton.h"
+#include "app/panel/Window.h"
 
 namespace kelvar::app {
 namespace {
-
-constexpr int kLongest = 10000;
-
-/// A window over pictures in a folder of its own, used as people do: with the mouse and the keys.
-class Window : public testing::Test {
- protected:
-  void SetUp() override {
-    // Where file dialogs note what they showed last.
-    qputenv("XDG_CONFIG_HOME", dir_.path().toUtf8());
-    noise(400, 300).save(path("photo.png"));
-    noise(60, 90, 5).save(path("app.png"));
-    noise(90, 60, 9).save(path("site.png"));
-    window_.resize(1100, 700);
-    window_.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
-    view_ = window_.findChild<QWidget*>(QStringLiteral("photoView"));
-  }
-
-  QString path(const char* name) const { return dir_.filePath(QString::fromLatin1(name)); }
-
-  QByteArray bytes(const char* name) const {
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
-
-  const PanelModel& model() const { return window_.model(); }
-
-  bool wait(const std::function<bool()>& until) { return QTest::qWaitFor(until, kLongest); }
-
-  /// With the photo open and the designs in the menu.
-  void open() {
-    window_.open(path("photo.png"));
-    window_.addDesigns({path("app.png"), path("site.png")});
-    ASSERT_TRUE(wait([&] { return model().arrangement().designs.size() == 2 && settled(); }));
-  }
-
-  bool settled() { return window_.hasMockup() && !window_.isBusy(); }
-
-  /// In the view, where a pixel of the photo is.
-  QPoint at(double x, double y) const {
-    return static_cast<PhotoView*>(view_)->viewport().toView({x, y}).toPoint();
-  }
-
-  void click(const QPoint& point, Qt::KeyboardModifiers keys = {}) {
-    QTest::mouseClick(view_, Qt::LeftButton, keys, point);
-  }
-
-  /// A shortcut of the window, which has to be the active one: nobody manages windows here.
-  void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
-    activate(&window_);
-    QTest::keyClick(&window_, key, modifiers);
-  }
-
-  void activate(QWidget* window) {
-    window->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-  }
-
-  void drag(const QPoint& from, const QPoint& to) {
-    QTest::mousePress(view_, Qt::LeftButton, {}, from);
-    for (int i = 1; i <= 4; ++i) QTest::mouseMove(view_, from + (to - from) * i / 4);
-    QTest::mouseRelease(view_, Qt::LeftButton, {}, to);
-  }
-
-  void drawShape(const std::array<QPoint, 4>& corners) {
-    if (!static_cast<PhotoView*>(view_)->isDrawing()) key(Qt::Key_N);
-    for (const QPoint& corner : corners) click(at(corner.x(), corner.y()));
-  }
-
-  /// The one that is in sight: the row has two layouts, and there is a chooser a shape.
-  template <class T>
-  T* control(const char* name) {
-    for (T* found : window_.findChildren<T*>(QLatin1String(name))) {
-      if (found->isVisible()) return found;
-    }
-    return nullptr;
-  }
-
-  void press(const char* name) {
-    auto* const button = control<QAbstractButton>(name);
-    ASSERT_TRUE(button) << name;
-    ASSERT_TRUE(wait([&] { return settled() && button->isEnabled(); })) << name;
-    QTest::mouseClick(button, Qt::LeftButton);
-  }
-
-  /// Opens the pop-up and takes the item with the keys.
-  void choose(PopUpButton* button, int steps) {
-    ASSERT_TRUE(button);
-    ASSERT_TRUE(wait([&] { return settled() && button->isEnabled(); }));
-    QTest::mouseClick(button, Qt::LeftButton);
-    QWidget* const list = button->view();
-    ASSERT_TRUE(wait([&] { return list->isVisible(); }));
-    QTest::keyClick(list, Qt::Key_Home);
-    for (int i = 0; i < steps; ++i) QTest::keyClick(list, Qt::Key_Down);
-    QTest::keyClick(list, Qt::Key_Return);
-    ASSERT_TRUE(wait([&] { return !list->isVisible(); }));
-  }
-
-  /// Names a file in the dialog that the action opens.
-  void throughDialog(const char* action, const QString& file) {
-    window_.findChild<QAction*>(QLatin1String(action))->trigger();
-    QFileDialog* dialog = nullptr;
-    ASSERT_TRUE(wait([&] { return (dialog = window_.findChild<QFileDialog*>()) != nullptr; }));
-    activate(dialog);
-    auto* const name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    ASSERT_TRUE(name) << "the dialog is Qt's own here";
-    name->setText(file);
-    const auto accept = dialog->acceptMode() == QFileDialog::AcceptOpen ? QDialogButtonBox::Open
-                                                                        : QDialogButtonBox::Save;
-    QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(accept), Qt::LeftButton);
-    ASSERT_TRUE(wait([&] { return !window_.findChild<QFileDialog*>(); }));
-  }
-
-  QString error() {
-    auto* const label = control<QLabel>("errorLabel");
-    return label ? label->text() : QString();
-  }
-
-  QTemporaryDir dir_;
-  PanelWindow window_;
-  QWidget* view_ = nullptr;
-};
 
 const std::array<QPoint, 4> kLeft{QPoint(40, 50), {180, 70}, {170, 240}, {30, 220}};
 const std::array<QPoint, 4> kRight{QPoint(220, 60), {370, 40}, {380, 250}, {230, 200}};
@@ -451,17 +316,11 @@ TEST_F(Window, TakesDroppedPictures) {
 TEST_F(Window, AsksBeforeChangesAreLost) {
   open();
   drawShape(kLeft);
-  const auto answer = [&](QMessageBox::StandardButton button) {
-    QMessageBox* box = nullptr;
-    ASSERT_TRUE(wait([&] { return (box = window_.findChild<QMessageBox*>()) != nullptr; }));
-    QTest::mouseClick(box->button(button), Qt::LeftButton);
-    ASSERT_TRUE(wait([&] { return !window_.findChild<QMessageBox*>(); }));
-  };
   window_.close();
-  answer(QMessageBox::Cancel);
+  answer(QStringLiteral("Cancel"));
   EXPECT_TRUE(window_.isVisible());
   window_.close();
-  answer(QMessageBox::Discard);
+  answer(QStringLiteral("Discard"));
   EXPECT_FALSE(window_.isVisible());
 }
 

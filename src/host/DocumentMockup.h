@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QHash>
+#include <QVariantMap>
+
+#include "host/DocumentMapping.h"
+#include "host/KeptPictures.h"
+#include "host/Mockup.h"
+
+namespace kelvar {
+
+class MockupLayer;
+
+/// The four-cornered layers of one artboard of a Sketch document, which take the document's
+/// artboards, its bitmaps, and picture files as designs.
+///
+/// What is chosen for a layer is mapped onto it in memory when it is next drawn or saved, and
+/// remembered on it. A layer for which the arrangement says what it said at the opening is again,
+/// member for member, what it was. Shapes are told apart by the layers' identifiers.
+class KELVAR_EXPORT DocumentMockup : public Mockup {
+ public:
+  /// Names or identifiers of what is to be shown and selected.
+  struct Choice {
+    /// Empty: that of the layers, or else the first with a shape in perspective.
+    QString artboard{};
+    QStringList layers{};
+  };
+
+  /// Null and a sentence when there is no such document, artboard or layer.
+  static std::shared_ptr<DocumentMockup> open(const QString& path, const Choice& choice,
+                                              QString* error);
+  ~DocumentMockup() override;
+
+  Arrangement arrangement() const override { return opened_; }
+  bool canChangeShapes() const override { return false; }
+  /// In the window two pixels a point where that is no huge picture; in exports as many as the
+  /// finest of the shapes asks for. All shapes are in both.
+  Drawing draw(const Arrangement& arrangement, Purpose purpose) override;
+  ImageRef designPicture(const Arrangement::Design& design, int side, QString* error) override;
+  /// An artboard is mapped again as it is now.
+  void refresh(const Arrangement::Design& design) override;
+  /// Refuses a document in which any shape would not show its design.
+  bool save(const Arrangement& arrangement, const QString& path, QString* error) override;
+
+  /// The shapes that were asked for.
+  const QStringList& chosenShapes() const { return chosen_; }
+  QString artboard() const { return artboard_->objectID(); }
+  /// See `Bundle`.
+  QVariantMap hostInformation() const { return document_->hostInformation(); }
+
+  /// Whether somebody else has changed the file at `path` since it was read or written here. A file
+  /// that is none of ours has not changed, and nothing is lost with one that has gone.
+  bool hasChangedOnDisk(const QString& path) const;
+  /// What is on disk now may be replaced.
+  void disregardDisk();
+
+ private:
+  /// What the document shows on a layer.
+  struct Shown {
+    Arrangement::Shape shape;
+    /// The design file's picture, where it comes from one.
+    ImageRef picture;
+    /// Why it cannot be shown, or else why it may not be up to date.
+    QString problem;
+    QString doubt;
+  };
+
+  DocumentMockup() = default;
+  bool choose(const Choice& choice, QString* error);
+  SketchLayerRef mostLikelyArtboard() const;
+  void readDesigns();
+  void readShapes();
+  /// Brings the document up to date.
+  void apply(const Arrangement& arrangement);
+  /// The picture file's picture; null for other designs, and where it never could be read.
+  ImageRef filePicture(const Arrangement& arrangement, const Arrangement::Shape& shape,
+                       QString* problem);
+  /// Puts the design of the shape onto the layer. Why it cannot, or none.
+  QString show(const Arrangement::Shape& shape, const ImageRef& filePicture);
+  QString keepPicture(const MockupLayer& layer, const Arrangement::Shape& shape) const;
+  double exportScale(const Arrangement& arrangement) const;
+
+  QString path_;
+  /// Of the file as it was read or written last.
+  QByteArray digest_;
+  SketchDocumentRef document_;
+  SketchLayerRef artboard_;
+  double windowScale_ = 1;
+  Arrangement opened_;
+  QStringList chosen_;
+  /// By the identifier of the design: artboards and bitmaps.
+  QHash<QString, SketchLayerRef> designLayers_;
+  QHash<QString, std::shared_ptr<MockupLayer>> layers_;
+  QHash<QString, Shown> shown_;
+  /// Shapes whose designs are mapped anew even where all is as it was opened.
+  QSet<QString> refreshed_;
+  KeptPictures pictures_;
+  bool isPreviewOld_ = false;
+};
+
+}  // namespace kelvar

@@ -1,0 +1,179 @@
+#include <gtest/gtest.h>
+
+#include <QProcess>
+
+#include "app/panel/Window.h"
+#include "host/LayerSettings.h"
+#include "platform/Bundle.h"
+
+namespace kelvar::app {
+namespace {
+
+/// The window over the example document, whose mockup has one shape, "Glass".
+class DocumentWindow : public Window {
+ protected:
+  void SetUp() override {
+    Window::SetUp();
+    ASSERT_EQ(QProcess::execute(QStringLiteral(KELVAR_EXAMPLE_DOCUMENT), {path("doc.sketch")}), 0);
+  }
+
+  void openDocument() {
+    window_.open(path("doc.sketch"));
+    ASSERT_TRUE(wait([&] { return settled(); })) << error().toStdString();
+  }
+
+  /// In the middle of the glass; the window has two pixels a point.
+  void clickGlass() { click(at(1200, 880)); }
+
+  Arrangement::Shape glass() const { return model().arrangement().shapes.value(0); }
+
+  int map(const QStringList& options, const char* output) {
+    const QStringList arguments{QStringLiteral("map"),        QStringLiteral("artboard:Screen"),
+                                QStringLiteral("--document"), path("doc.sketch"),
+                                QStringLiteral("--layer"),    QStringLiteral("Glass"),
+                                QStringLiteral("-o"),         path(output)};
+    return QProcess::execute(QStringLiteral(KELVAR_PROGRAM), arguments + options);
+  }
+
+  void replaceDocument(const char* by) {
+    QFile file(path("doc.sketch"));
+    const QByteArray other = bytes(by);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(other) == other.size());
+  }
+
+  /// A change of one's own: the glass shows the screen.
+  void chooseScreen() {
+    clickGlass();
+    choose(control<PopUpButton>("popupButton"), 0);
+    ASSERT_TRUE(wait([&] { return settled(); }));
+    ASSERT_TRUE(model().isModified());
+  }
+
+  /// "" for a document in which nothing is remembered.
+  QString remembered(const char* name) const {
+    QString problem;
+    const auto document = SketchDocument::open(path(name), &problem);
+    if (!document) return problem;
+    const auto settings = LayerSettings::of(*document->layersNamed(QStringLiteral("Glass"))[0]);
+    if (!settings) return {};
+    return QStringLiteral("%1 %2").arg(settings->rotation).arg(settings->isFlipped);
+  }
+};
+
+TEST_F(DocumentWindow, MapsAnArtboardAsTheCommandLineDoes) {
+  const QByteArray before = bytes("doc.sketch");
+  throughDialog("Open", path("doc.sketch"));
+  ASSERT_TRUE(wait([&] { return settled(); })) << error().toStdString();
+  EXPECT_EQ(Bundle::hostInformation().value(QStringLiteral("CFBundleShortVersionString")),
+            QStringLiteral("97.1"));
+  clickGlass();
+  ASSERT_EQ(model().selection(), QStringList(glass().id));
+  EXPECT_EQ(glass().name, QStringLiteral("Glass"));
+  choose(control<PopUpButton>("popupButton"), 0);
+  press("layerRotateButton");
+  ASSERT_TRUE(wait([&] { return settled(); }));
+  throughDialog("Export", path("out.png"));
+  ASSERT_TRUE(wait([&] { return QFile::exists(path("out.png")); })) << error().toStdString();
+  throughDialog("Save As", path("saved.sketch"));
+  ASSERT_TRUE(wait([&] { return !model().isModified(); })) << error().toStdString();
+
+  EXPECT_EQ(remembered("saved.sketch"), QStringLiteral("1 0"));
+  const QStringList rotated{QStringLiteral("--rotation"), QStringLiteral("1")};
+  ASSERT_EQ(map(rotated, "mapped.sketch"), 0);
+  EXPECT_EQ(bytes("saved.sketch"), bytes("mapped.sketch"));
+  ASSERT_EQ(map(rotated, "mapped.png"), 0);
+  EXPECT_EQ(bytes("out.png"), bytes("mapped.png"));
+  EXPECT_EQ(bytes("doc.sketch"), before);
+
+  key(Qt::Key_Z, Qt::ControlModifier);
+  window_.findChild<QAction*>(QStringLiteral("Save"))->trigger();
+  ASSERT_TRUE(wait([&] { return !model().isModified(); })) << error().toStdString();
+  ASSERT_EQ(map({}, "plain.sketch"), 0);
+  EXPECT_EQ(bytes("saved.sketch"), bytes("plain.sketch")) << "one step back";
+  EXPECT_EQ(bytes("doc.sketch"), before);
+}
+
+TEST_F(DocumentWindow, LeavesShapesWhereTheyAre) {
+  openDocument();
+  clickGlass();
+  const Arrangement before = model().arrangement();
+  const QPointF corner = glass().corners[0];
+  drag(at(corner.x(), corner.y()), at(corner.x(), corner.y()) + QPoint(30, 30));
+  drag(at(1200, 880), at(1200, 880) + QPoint(20, 20));
+  for (const Qt::Key pressed : {Qt::Key_N, Qt::Key_C, Qt::Key_Right, Qt::Key_Delete}) key(pressed);
+  EXPECT_EQ(model().arrangement(), before);
+  EXPECT_FALSE(static_cast<PhotoView*>(view_)->isDrawing());
+}
+
+TEST_F(DocumentWindow, ReloadsWhatChangedOnDisk) {
+  ASSERT_EQ(map({QStringLiteral("--flip")}, "flipped.sketch"), 0);
+  openDocument();
+  clickGlass();
+  replaceDocument("flipped.sketch");
+  EXPECT_TRUE(wait([&] { return glass().flipped && settled(); })) << error().toStdString();
+  EXPECT_EQ(model().selection(), QStringList(glass().id));
+  EXPECT_FALSE(window_.findChild<QMessageBox*>());
+}
+
+TEST_F(DocumentWindow, AsksWhichOfTwoChangesToKeep) {
+  ASSERT_EQ(map({QStringLiteral("--flip")}, "flipped.sketch"), 0);
+  openDocument();
+  chooseScreen();
+  replaceDocument("flipped.sketch");
+  answer(QStringLiteral("Decide Later"));
+  EXPECT_FALSE(glass().flipped);
+  ASSERT_TRUE(wait([&] { return !window_.findChild<QMessageBox*>(); }));
+  window_.saveAs(path("doc.sketch"));
+  answer(QStringLiteral("Keep Mine"));
+  EXPECT_EQ(bytes("doc.sketch"), bytes("flipped.sketch")) << "asked, not replaced";
+  ASSERT_TRUE(wait([&] { return !window_.findChild<QMessageBox*>(); }));
+  window_.saveAs(path("doc.sketch"));
+  ASSERT_TRUE(wait([&] { return !model().isModified(); })) << error().toStdString();
+  EXPECT_EQ(remembered("doc.sketch"), QStringLiteral("0 0"));
+
+  press("layerRotateButton");
+  replaceDocument("flipped.sketch");
+  answer(QStringLiteral("Reload"));
+  EXPECT_TRUE(wait([&] { return glass().flipped && settled(); })) << error().toStdString();
+  EXPECT_FALSE(model().isModified());
+}
+
+TEST_F(DocumentWindow, KeepsItsChangesWhenTheDiskHasADamagedFile) {
+  openDocument();
+  chooseScreen();
+  const Arrangement mine = model().arrangement();
+  replaceDocument("photo.png");
+  answer(QStringLiteral("Reload"));
+  EXPECT_TRUE(wait([&] { return error().contains(QStringLiteral("ZIP")); }));
+  EXPECT_EQ(model().arrangement(), mine);
+  ASSERT_TRUE(QFile::remove(path("doc.sketch")));
+  window_.saveAs(path("doc.sketch"));
+  ASSERT_TRUE(wait([&] { return !model().isModified(); })) << error().toStdString();
+  EXPECT_EQ(remembered("doc.sketch"), QStringLiteral("0 0"));
+}
+
+TEST_F(DocumentWindow, SaysWhatIsWrongWithTheCommandLine) {
+  const QString doc = path("doc.sketch");
+  const struct {
+    QStringList arguments;
+    int status;
+    const char* sentence;
+  } cases[] = {
+      {{path("missing.sketch")}, 1, "missing.sketch"},
+      {{doc, QStringLiteral("--layer"), QStringLiteral("Nobody")}, 1, "no layer \"Nobody\""},
+      {{doc, QStringLiteral("--artboard"), QStringLiteral("Nobody")}, 1, "no artboard \"Nobody\""},
+      {{path("photo.png"), QStringLiteral("--layer"), QStringLiteral("Glass")}, 2, "--layer"},
+  };
+  for (const auto& [arguments, status, sentence] : cases) {
+    QProcess process;
+    process.start(QStringLiteral(KELVAR_PROGRAM), QStringList(QStringLiteral("panel")) + arguments);
+    EXPECT_TRUE(process.waitForFinished(kLongest)) << sentence;
+    const QByteArray errors = process.readAllStandardError();
+    EXPECT_EQ(process.exitCode(), status) << errors.constData();
+    EXPECT_TRUE(errors.contains(sentence)) << errors.constData();
+    EXPECT_EQ(errors.count('\n'), 1) << errors.constData();
+  }
+}
+
+}  // namespace
+}  // namespace kelvar::app

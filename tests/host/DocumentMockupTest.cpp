@@ -1,0 +1,200 @@
+#include "host/DocumentMockup.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+#include "host/LayerSettings.h"
+#include "host/SketchParts.h"
+#include "platform/WholeFile.h"
+
+namespace kelvar {
+namespace {
+
+using parts::group;
+using parts::layer;
+using parts::named;
+
+SketchJson board(const std::string& name, const std::vector<SketchJson>& layers, double red = 0) {
+  return group("artboard", name, {0, 0, 20, 20}, layers,
+               {{"hasBackgroundColor", true},
+                {"includeBackgroundColorInExport", true},
+                {"backgroundColor", parts::color(red, 0, 0)}});
+}
+
+SketchJson square(const std::string& name, const SketchJson& more = SketchJson::object()) {
+  return layer("rectangle", name, {5, 5, 10, 10}, more);
+}
+
+const std::vector<SketchJson> kLayers{
+    board("Design", {square("Flat")}, 1),
+    board("Stage",
+          {square("Target", parts::filled(parts::color(0, 1, 0))),
+           square("Turned", {{"rotation", 30}}), square("Hidden", {{"isVisible", false}})})};
+
+/// A document on disk with the layers.
+class Documents : public testing::Test {
+ protected:
+  QString path(const char* name) const { return dir_.filePath(QString::fromLatin1(name)); }
+
+  void write(const char* name, const std::vector<SketchJson>& layers) {
+    QString error;
+    ASSERT_TRUE(WholeFile::write(path(name), parts::packed(parts::files(layers)), &error));
+  }
+
+  std::shared_ptr<DocumentMockup> open(const char* name,
+                                       const DocumentMockup::Choice& choice = {}) {
+    error_.clear();
+    return DocumentMockup::open(path(name), choice, &error_);
+  }
+
+  SketchDocumentRef saved(DocumentMockup& mockup, const Arrangement& arrangement,
+                          const char* name) {
+    EXPECT_TRUE(mockup.save(arrangement, path(name), &error_)) << qPrintable(error_);
+    return SketchDocument::open(path(name), &error_);
+  }
+
+  static QRgb middle(const Mockup::Drawing& drawing) {
+    EXPECT_TRUE(drawing.picture) << qPrintable(drawing.problem);
+    const QImage pixels = drawing.picture->pixels();
+    return pixels.pixel(pixels.width() / 2, pixels.height() / 2);
+  }
+
+  QTemporaryDir dir_;
+  QString error_;
+};
+
+const auto kTarget = QStringLiteral("Target-id");
+const auto kDesign = QStringLiteral("Design-id");
+
+TEST_F(Documents, ShowsWhatIsMeant) {
+  write("doc.sketch", kLayers);
+  const auto likely = open("doc.sketch");
+  ASSERT_TRUE(likely) << qPrintable(error_);
+  EXPECT_EQ(likely->artboard(), QStringLiteral("Stage-id")) << "it has a shape that is turned";
+  const Arrangement arrangement = likely->arrangement();
+  ASSERT_EQ(arrangement.shapes.size(), 2) << "the hidden one is none";
+  EXPECT_EQ(arrangement.shapes[0].corners[2], QPointF(30, 30)) << "two pixels a point";
+  EXPECT_EQ(arrangement.designs.size(), 2);
+
+  const struct {
+    DocumentMockup::Choice choice;
+    const char* artboard;
+    const char* sentence;
+  } cases[] = {
+      {{.artboard = QStringLiteral("Design")}, "Design-id", ""},
+      {{.layers = {QStringLiteral("Flat")}}, "Design-id", ""},
+      {{.layers = {QStringLiteral("Flat"), kTarget}}, "", "\"Target\" cannot be seen on"},
+      {{.layers = {QStringLiteral("Hidden")}}, "", "\"Hidden\" cannot be seen on"},
+      {{.layers = {QStringLiteral("Nobody")}}, "", "no layer \"Nobody\""},
+      {{.artboard = QStringLiteral("Nobody")}, "", "no artboard \"Nobody\""},
+  };
+  for (const auto& [choice, artboard, sentence] : cases) {
+    const auto mockup = open("doc.sketch", choice);
+    EXPECT_EQ(mockup ? mockup->artboard() : QString(), QString::fromLatin1(artboard));
+    EXPECT_EQ(mockup == nullptr, *sentence != 0) << sentence;
+    EXPECT_TRUE(error_.contains(QString::fromLatin1(sentence))) << qPrintable(error_);
+  }
+}
+
+TEST_F(Documents, GoesBackToWhatWasOpened) {
+  write("doc.sketch", kLayers);
+  const auto mockup = open("doc.sketch");
+  ASSERT_TRUE(mockup) << qPrintable(error_);
+  const Arrangement before = mockup->arrangement();
+  Arrangement mapped = before;
+  mapped.shape(kTarget)->design = kDesign;
+  EXPECT_EQ(middle(mockup->draw(mapped, Mockup::Purpose::Window)), 0xffff0000);
+  EXPECT_EQ(middle(mockup->draw(before, Mockup::Purpose::Window)), 0xff00ff00);
+  const auto plain = saved(*mockup, before, "plain.sketch");
+  const QString page = QStringLiteral("pages/one.json");
+  EXPECT_EQ(plain->file(page), SketchDocument::open(path("doc.sketch"), &error_)->file(page));
+  EXPECT_TRUE(plain->fileNames().filter(QStringLiteral("images/")).isEmpty());
+
+  mapped.shape(kTarget)->quality = 2;
+  mapped.shape(kTarget)->included = false;
+  const auto settings = LayerSettings::of(*named(saved(*mockup, mapped, "a.sketch"), "Target"));
+  ASSERT_TRUE(settings);
+  EXPECT_EQ(settings->artboard, kDesign);
+  EXPECT_EQ(settings->quality, 3);
+  EXPECT_FALSE(settings->isIncludedInArtboards);
+  EXPECT_EQ(mockup->draw(mapped, Mockup::Purpose::Export).picture->pixels().width(), 60);
+
+  // In another session: none is none again, with the fill that was there before.
+  const auto again = open("a.sketch");
+  ASSERT_TRUE(again) << qPrintable(error_);
+  EXPECT_EQ(again->arrangement().shapes, mapped.shapes);
+  Arrangement none = again->arrangement();
+  none.shape(kTarget)->design.clear();
+  EXPECT_EQ(middle(again->draw(none, Mockup::Purpose::Window)), 0xff00ff00);
+  const auto cleared = saved(*again, none, "b.sketch");
+  EXPECT_FALSE(LayerSettings::of(*named(cleared, "Target")));
+  EXPECT_TRUE(cleared->fileNames().filter(QStringLiteral("images/")).isEmpty());
+}
+
+TEST_F(Documents, MapsAnewWhatIsRefreshed) {
+  SketchJson target = square("Target", {{"rotation", 1}});
+  target["userInfo"]["io.kelvarlabs.kelvar"] = {{"artboard", "Design-id"}, {"quality", 1.5}};
+  write("doc.sketch", {board("Design", {}, 1), board("Stage", {target})});
+  const auto mockup = open("doc.sketch");
+  ASSERT_TRUE(mockup) << qPrintable(error_);
+  const Arrangement arrangement = mockup->arrangement();
+  EXPECT_EQ(middle(mockup->draw(arrangement, Mockup::Purpose::Window)), 0xff000000)
+      << "as the document has it";
+  mockup->refresh(*arrangement.design(kDesign));
+  EXPECT_EQ(middle(mockup->draw(arrangement, Mockup::Purpose::Window)), 0xffff0000);
+  const auto document = saved(*mockup, arrangement, "out.sketch");
+  EXPECT_EQ(LayerSettings::of(*named(document, "Target"))->quality, 1.5)
+      << "between two positions, and nobody chose another";
+}
+
+TEST_F(Documents, RefusesToSaveWhatItCannotShow) {
+  SketchJson target = square("Target", {{"rotation", 1}});
+  target["userInfo"]["io.kelvarlabs.kelvar"] = {{"image", "images/of-elsewhere.png"}};
+  write("doc.sketch", {board("Stage", {target})});
+  const auto mockup = open("doc.sketch");
+  ASSERT_TRUE(mockup) << qPrintable(error_);
+  Arrangement same = mockup->arrangement();
+  same.shape(kTarget)->included = false;
+  const auto document = saved(*mockup, same, "out.sketch");
+  EXPECT_FALSE(LayerSettings::of(*named(document, "Target"))->isIncludedInArtboards);
+
+  Arrangement circle = same, turned = same, gone = same;
+  circle.shape(kTarget)->design = QStringLiteral("Stage-id");
+  circle.shape(kTarget)->included = true;
+  turned.shape(kTarget)->rotation = 1;
+  gone.shape(kTarget)->design = gone.addDesign(path("gone.png"));
+  const struct {
+    const Arrangement& arrangement;
+    const char* sentence;
+  } cases[] = {{circle, "in a circle"}, {turned, "only as it was mapped"}, {gone, "gone.png"}};
+  for (const auto& [arrangement, sentence] : cases) {
+    const auto problems = mockup->draw(arrangement, Mockup::Purpose::Window).shapeProblems;
+    EXPECT_TRUE(problems.value(kTarget).contains(QLatin1String(sentence))) << sentence;
+    EXPECT_FALSE(mockup->save(arrangement, path("bad.sketch"), &error_)) << sentence;
+    EXPECT_TRUE(error_.contains(QLatin1String(sentence))) << qPrintable(error_);
+    EXPECT_FALSE(mockup->exportPicture(arrangement, &error_)) << sentence;
+  }
+  EXPECT_FALSE(QFile::exists(path("bad.sketch")));
+  EXPECT_TRUE(mockup->draw(same, Mockup::Purpose::Window).shapeProblems.isEmpty());
+}
+
+TEST_F(Documents, NoticesWhatOthersWrite) {
+  write("doc.sketch", kLayers);
+  const auto mockup = open("doc.sketch");
+  ASSERT_TRUE(mockup) << qPrintable(error_);
+  const auto hasChanged = [&] { return mockup->hasChangedOnDisk(path("doc.sketch")); };
+  EXPECT_FALSE(hasChanged());
+  write("doc.sketch", {board("Other", {})});
+  EXPECT_TRUE(hasChanged());
+  EXPECT_FALSE(mockup->hasChangedOnDisk(path("other.sketch")));
+  mockup->disregardDisk();
+  EXPECT_FALSE(hasChanged());
+  write("doc.sketch", kLayers);
+  EXPECT_TRUE(hasChanged());
+  saved(*mockup, mockup->arrangement(), "doc.sketch");
+  EXPECT_FALSE(hasChanged()) << "it is our own";
+}
+
+}  // namespace
+}  // namespace kelvar
