@@ -27,13 +27,16 @@ add_public_headers(kelvar src/platform/*.h
                    src/host/*.h)
 target_sources(kelvar PUBLIC FILE_SET HEADERS FILES ${public_headers})
 add_public_headers(kelvar-ui src/ui/*.h)
+add_public_headers(kelvar-scripting src/scripting/*.h)
 
 install(TARGETS kelvar EXPORT KelvarTargets
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
 install(TARGETS kelvar-ui EXPORT KelvarUiTargets
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
+install(TARGETS kelvar-scripting EXPORT KelvarScriptingTargets
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
 install(TARGETS kelvar-program kelvar-panel kelvar-run)
-install(TARGETS kelvar-network kelvar-scripting kelvar-zip LIBRARY NAMELINK_SKIP)
+install(TARGETS kelvar-network kelvar-zip LIBRARY NAMELINK_SKIP)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Kelvar)
 include(CMakePackageConfigHelpers)
@@ -44,6 +47,7 @@ install(FILES ${PROJECT_BINARY_DIR}/KelvarConfig.cmake
               ${PROJECT_BINARY_DIR}/KelvarConfigVersion.cmake DESTINATION ${package_dir})
 install(EXPORT KelvarTargets NAMESPACE Kelvar:: DESTINATION ${package_dir})
 install(EXPORT KelvarUiTargets NAMESPACE Kelvar:: DESTINATION ${package_dir})
+install(EXPORT KelvarScriptingTargets NAMESPACE Kelvar:: DESTINATION ${package_dir})
 
 # The prefix is found from where the file lies, so that `cmake --install --prefix` can move it.
 file(RELATIVE_PATH prefix_from_pc

@@ -201,6 +201,10 @@ interface KVImageTransform extends NSObject {
   setRotation_(rotation: number): void;
   flipped(): boolean;
   setFlipped_(flipped: boolean): void;
+  sampling(): string;
+  setSampling_(sampling: string): void;
+  extent(): NSSize;
+  setExtent_(extent: NSSize): void;
   tl(): NSPoint;
   setTl_(tl: NSPoint): void;
   tr(): NSPoint;
@@ -447,7 +451,7 @@ interface KVOpenURLActionAllocated {
 declare const KVOpenURLAction: {
   alloc(): KVOpenURLActionAllocated;
   new(): KVOpenURLAction;
-  openURL_(l: string): KVOpenURLAction;
+  openURL_(l: any): KVOpenURLAction;
 };
 
 interface KVBashAction extends KVAction {
@@ -552,28 +556,20 @@ declare const TrackerManager: {
   sharedInstance(): TrackerManager;
 };
 
-interface KVDocumentMapping {
-}
-
-interface KVDocumentMappingAllocated {
-}
-
-declare const KVDocumentMapping: {
-  alloc(): KVDocumentMappingAllocated;
-  mapArtboard_ontoLayer_inDocument_settings_(artboard: SketchLayer, layer: SketchLayer, document: SketchDocument, settings: Record<string, any>): void;
-  settingsOfLayer_(layer: SketchLayer): any;
-  refreshDocument_(document: SketchDocument): any[];
-  saveDocument_toFile_(document: SketchDocument, file: string): void;
-};
-
 interface SketchDocument extends NSObject {
   path(): string;
   pages(): any[];
   artboards(): any[];
   currentPage(): SketchLayer;
-  layersNamed_(named: string): any[];
+  mappedLayers(): any[];
   appVersion(): string;
   build(): string;
+  layersNamed_(named: string): any[];
+  settingsOfLayer_(layer: SketchLayer): any;
+  imageOfArtboard_forTransform_(artboard: SketchLayer, transform: KVImageTransform): NSImage;
+  fillLayer_withImage_settings_(layer: SketchLayer, image: NSImage, settings: Record<string, any>): void;
+  save(): void;
+  saveAs_(as: string): void;
 }
 
 interface SketchDocumentAllocated {
@@ -589,7 +585,9 @@ interface SketchLayer extends NSObject {
   kind(): string;
   objectID(): string;
   frame(): KVRect;
+  setFrame_(frame: KVRect): void;
   isVisible(): boolean;
+  setIsVisible_(visible: boolean): void;
   rotation(): number;
   isFlippedHorizontal(): boolean;
   isFlippedVertical(): boolean;
@@ -638,6 +636,31 @@ declare const NSURL: {
   alloc(): NSURLAllocated;
   URLWithString_(string: string): any;
   fileURLWithPath_(path: string): NSURL;
+};
+
+interface NSColor extends NSObject {
+  redComponent(): number;
+  greenComponent(): number;
+  blueComponent(): number;
+  alphaComponent(): number;
+}
+
+interface NSColorAllocated {
+}
+
+declare const NSColor: {
+  alloc(): NSColorAllocated;
+  colorWithRed_green_blue_alpha_(red: number, green: number, blue: number, alpha: number): NSColor;
+};
+
+interface NSBezierPath extends NSObject {
+}
+
+interface NSBezierPathAllocated {
+}
+
+declare const NSBezierPath: {
+  alloc(): NSBezierPathAllocated;
 };
 
 interface NSView extends NSObject {
@@ -792,6 +815,8 @@ interface KVPopupCellDelegate {
 declare function KVRectMake(make: number, argument2: number, argument3: number, argument4: number): KVRect;
 declare function KVRectFromCGRect(rect: NSRect): KVRect;
 declare function CGRectAspectFittingSize(size: NSSize, argument2: NSRect): NSRect;
+declare function NSPointFromString(string: string): NSPoint;
+declare function NSStringFromPoint(point: NSPoint): string;
 declare function NSMakePoint(point: number, argument2: number): NSPoint;
 declare function NSMakeSize(size: number, argument2: number): NSSize;
 declare function NSMakeRect(rect: number, argument2: number, argument3: number, argument4: number): NSRect;

@@ -1,5 +1,8 @@
 #include "actions/KVOpenURLAction.h"
 
+#include <QUrl>
+#include <stdexcept>
+
 #include "platform/Workspace.h"
 #include "runtime/ClassInfo.h"
 
@@ -8,13 +11,23 @@ namespace {
 
 const ClassInfo::Registration kRegistered(&KVOpenURLAction::theClass);
 
+/// Scripts may have the address as a string or as an object.
+std::shared_ptr<KVOpenURLAction> openAddress(const QVariant& address) {
+  if (address.typeId() == QMetaType::QUrl) {
+    return KVOpenURLAction::openURL(address.toUrl().toString(QUrl::FullyEncoded));
+  }
+  const std::optional<QString> string = fromVariant<QString>(address);
+  if (!string) throw std::invalid_argument("openURL: takes a string or an address");
+  return KVOpenURLAction::openURL(*string);
+}
+
 }  // namespace
 
 const ClassInfo& KVOpenURLAction::theClass() {
   static const ClassInfo kClass =
       Description<KVOpenURLAction, KVAction>("KVOpenURLAction")
           .initialiser("init", [] { return std::make_shared<KVOpenURLAction>(); })
-          .classOperation("openURL:", &KVOpenURLAction::openURL);
+          .classOperation("openURL:", openAddress);
   return kClass;
 }
 

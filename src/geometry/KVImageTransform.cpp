@@ -1,6 +1,7 @@
 #include "geometry/KVImageTransform.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "geometry/WarpedImage.h"
 #include "platform/PixelGrid.h"
@@ -10,6 +11,20 @@ namespace kelvar {
 namespace {
 
 const ClassInfo::Registration kRegistered(&KVImageTransform::theClass);
+
+const auto kBest = QStringLiteral("best");
+const auto kBilinear = QStringLiteral("bilinear");
+
+QString samplingName(const KVImageTransform& self) {
+  return self.sampling() == warp::Sampling::Best ? kBest : kBilinear;
+}
+
+void setSamplingName(KVImageTransform& self, const QString& name) {
+  if (name != kBest && name != kBilinear) {
+    throw std::invalid_argument("sampling is \"best\" or \"bilinear\"");
+  }
+  self.setSampling(name == kBest ? warp::Sampling::Best : warp::Sampling::Bilinear);
+}
 
 }  // namespace
 
@@ -22,6 +37,8 @@ const ClassInfo& KVImageTransform::theClass() {
           .property("scale", &Self::scale, &Self::setScale)
           .property("rotation", &Self::rotation, &Self::setRotation)
           .property("flipped", &Self::flipped, &Self::setFlipped)
+          .property("sampling", samplingName, setSamplingName)
+          .property("extent", &Self::extent, &Self::setExtent)
           .property("tl", &Self::tl, &Self::setTl)
           .property("tr", &Self::tr, &Self::setTr)
           .property("br", &Self::br, &Self::setBr)
@@ -61,6 +78,11 @@ KVImageTransform::Placement KVImageTransform::placement() const {
   for (size_t i = 0; i < 4; ++i) {
     const QPointF point = pointFromString(list[qsizetype(i)]) * f;
     placement.quad[i] = {point.x(), point.y()};
+  }
+  if (!extent_.isEmpty()) {
+    placement.width = ceilToPixel(extent_.width() * f);
+    placement.height = ceilToPixel(extent_.height() * f);
+    return placement;
   }
   const auto byX = [](auto a, auto b) { return a.x < b.x; };
   const auto byY = [](auto a, auto b) { return a.y < b.y; };

@@ -35,6 +35,11 @@ class KELVAR_EXPORT KVImageTransform : public Object {
   warp::Sampling sampling() const { return sampling_; }
   void setSampling(warp::Sampling sampling) { sampling_ = sampling; }
 
+  /// What the output covers, in the corners' units: from (0, 0), where they are measured from, to
+  /// here, whatever of it the quad leaves empty. Empty, as at first, it is the quad's bounding box.
+  QSizeF extent() const { return extent_; }
+  void setExtent(const QSizeF& extent) { extent_ = extent; }
+
   QPointF tl() const { return tl_; }
   void setTl(const QPointF& tl) { tl_ = tl; }
   QPointF tr() const { return tr_; }
@@ -49,8 +54,9 @@ class KELVAR_EXPORT KVImageTransform : public Object {
   PointList points() const;
 
   /// Where the output lies: its size in whole pixels, which may be more than can be held, and the
-  /// scaled `points` in its pixels, y down from its top edge. It covers their bounding box, widened
-  /// to whole pixels on a grid that is anchored at the lowest point and at whole x.
+  /// scaled `points` in its pixels, y down from its top edge. Without an extent it covers their
+  /// bounding box, widened to whole pixels on a grid that is anchored at the lowest point and at
+  /// whole x; with one the scaled extent, widened downwards and to the right.
   struct Placement {
     double width = 0;
     double height = 0;
@@ -75,6 +81,7 @@ class KELVAR_EXPORT KVImageTransform : public Object {
   uint64_t rotation_ = 0;
   bool flipped_ = false;
   warp::Sampling sampling_ = warp::Sampling::Bilinear;
+  QSizeF extent_{0, 0};
   QPointF tl_, tr_, br_, bl_;
 };
 

@@ -80,27 +80,30 @@ SketchLayerRef DocumentMapping::artboard(const QString& nameOrID, QString* error
 bool DocumentMapping::map(const SketchLayerRef& layer, LayerSettings settings, const Design& design,
                           QString* error) {
   settings.artboard = QString();
-  return fill(layer, settings, design, error);
+  return walk(layer, settings, design, error);
 }
 
 bool DocumentMapping::mapArtboard(const SketchLayerRef& layer, LayerSettings settings,
                                   const SketchLayerRef& artboard, QString* error) {
-  const QStringList circle = settings.isIncludedInArtboards
-                                 ? MappedArtboards(*document_).circle(artboard, layer)
-                                 : QStringList();
-  if (!circle.isEmpty()) {
-    *error = QStringLiteral("the artboards would show each other in a circle: \"%1\"")
-                 .arg(circle.join(QStringLiteral("\" shows \"")));
-    return false;
-  }
+  if (!refuseCircle(layer, settings, artboard, error)) return false;
   settings.artboard = artboard->objectID();
   const auto design = [&](const QSizeF& size, QString* problem) {
     return draw(*artboard, size, problem);
   };
-  return fill(layer, settings, design, error);
+  return walk(layer, settings, design, error);
 }
 
-bool DocumentMapping::fill(const SketchLayerRef& layer, const LayerSettings& settings,
+bool DocumentMapping::refuseCircle(const SketchLayerRef& layer, const LayerSettings& settings,
+                                   const SketchLayerRef& artboard, QString* error) const {
+  if (!settings.isIncludedInArtboards) return true;
+  const QStringList circle = MappedArtboards(*document_).circle(artboard, layer);
+  if (circle.isEmpty()) return true;
+  *error = QStringLiteral("the artboards would show each other in a circle: \"%1\"")
+               .arg(circle.join(QStringLiteral("\" shows \"")));
+  return false;
+}
+
+bool DocumentMapping::walk(const SketchLayerRef& layer, const LayerSettings& settings,
                            const Design& design, QString* error) {
   LayerMapping mapping(layer, settings);
   const QString objection = mapping.objection();
@@ -117,6 +120,23 @@ bool DocumentMapping::fill(const SketchLayerRef& layer, const LayerSettings& set
     return false;
   }
   return mapping.fill(*document_, picture, error);
+}
+
+bool DocumentMapping::fill(const SketchLayerRef& layer, const LayerSettings& settings,
+                           const ImageRef& picture, QString* error) {
+  QString objection = LayerMapping::objectionTo(layer);
+  if (objection.isNull() && !(picture && picture->isValid())) {
+    objection = QStringLiteral("there is no picture for it");
+  }
+  if (!objection.isNull()) {
+    *error = aboutLayer(*layer, objection);
+    return false;
+  }
+  if (!settings.artboard.isNull()) {
+    const SketchLayerRef design = artboard(settings.artboard, error);
+    if (!design || !refuseCircle(layer, settings, design, error)) return false;
+  }
+  return LayerMapping(layer, settings).fill(*document_, picture, error);
 }
 
 ImageRef DocumentMapping::draw(const SketchLayer& artboard, const QSizeF& size, QString* error) {

@@ -40,6 +40,15 @@ class KELVAR_EXPORT DocumentMapping {
   bool mapArtboard(const SketchLayerRef& layer, LayerSettings settings,
                    const SketchLayerRef& artboard, QString* error);
 
+  /// The last step of either, for a picture that was made elsewhere in the same way: fills the
+  /// layer with it and remembers the settings.
+  bool fill(const SketchLayerRef& layer, const LayerSettings& settings, const ImageRef& picture,
+            QString* error);
+
+  /// The artboard as it serves as a design of this size in pixels, without the pictures of layers
+  /// that are not included in artboards. Null when it cannot be drawn.
+  ImageRef draw(const SketchLayer& artboard, const QSizeF& size, QString* error);
+
   /// Maps every artboard again onto the layers that remember one, each after those that it shows.
   /// The layers, in that order.
   bool refresh(QList<SketchLayerRef>* layers, QString* error);
@@ -52,9 +61,10 @@ class KELVAR_EXPORT DocumentMapping {
 
  private:
   bool refreshLayer(const SketchLayerRef& layer, QString* error);
-  bool fill(const SketchLayerRef& layer, const LayerSettings& settings, const Design& design,
+  bool walk(const SketchLayerRef& layer, const LayerSettings& settings, const Design& design,
             QString* error);
-  ImageRef draw(const SketchLayer& artboard, const QSizeF& size, QString* error);
+  bool refuseCircle(const SketchLayerRef& layer, const LayerSettings& settings,
+                    const SketchLayerRef& artboard, QString* error) const;
   void keepWarnings(const QStringList& warnings);
 
   SketchDocumentRef document_;

@@ -6,8 +6,6 @@
 
 #include "geometry/KVImage.h"
 #include "geometry/KVLayerIterator.h"
-#include "geometry/KVShape.h"
-#include "host/Mapping.h"
 #include "host/SketchJson.h"
 #include "platform/ImageFile.h"
 #include "platform/PngWriter.h"
@@ -147,33 +145,32 @@ QString LayerMapping::objection() const {
       .arg(ImageFile::kMaxBytes >> 20);
 }
 
-QSizeF LayerMapping::vectorSize() const {
-  const Mapping mapping{
-      .path = points_, .rotation = settings_.rotation, .flipped = settings_.isFlipped};
-  return Mapping::vectorSize(mapping.quadOnPhoto());
+KVShape LayerMapping::shape() const {
+  return {KVRectMake(0, 0, pixelSize_.width(), pixelSize_.height()), points_};
 }
 
-ImageRef LayerMapping::picture(const ImageRef& design, warp::Sampling sampling, int threads) const {
-  const KVShape shape(KVRectMake(0, 0, pixelSize_.width(), pixelSize_.height()), points_);
+Mapping LayerMapping::mapping() const {
+  const KVShape shape = this->shape();
   const QRectF frame = shape.scaledCroppingRect()->CGRect();
-  // The ground has room for the points, wherever they lie about the frame, and for the frame.
-  const QSizeF ground =
-      shape.scaledSize().expandedTo({frame.x() + frame.width(), frame.y() + frame.height()});
-  if (!isHoldable(ground.width(), ground.height())) return std::make_shared<Image>();
-  const QSize pixels(int(std::ceil(ground.width())), int(std::ceil(ground.height())));
-  QImage empty(pixels, QImage::Format_ARGB32_Premultiplied);
-  if (empty.isNull()) return std::make_shared<Image>();
-  empty.fill(Qt::transparent);
-  const Mapping mapping{.path = shape.normalizedPoints(),
-                        .rotation = settings_.rotation,
-                        .flipped = settings_.isFlipped,
-                        .sampling = sampling,
-                        .threads = threads};
-  const ImageRef laid = mapping.layOnto(design, std::make_shared<Image>(empty));
-  if (!laid->isValid()) return laid;
+  return {.path = shape.normalizedPoints(),
+          .rotation = settings_.rotation,
+          .flipped = settings_.isFlipped,
+          .extent = shape.scaledSize().expandedTo(
+              {frame.x() + frame.width(), frame.y() + frame.height()})};
+}
+
+QSizeF LayerMapping::vectorSize() const { return Mapping::vectorSize(mapping().placement().quad); }
+
+ImageRef LayerMapping::picture(const ImageRef& design, warp::Sampling sampling, int threads) const {
+  Mapping mapping = this->mapping();
+  mapping.sampling = sampling;
+  mapping.threads = threads;
+  const ImageRef warped = mapping.createOutput(design);
+  if (!warped->isValid()) return warped;
+  const QSizeF ground = warped->size();
   const ImageRef filled =
-      KVImage::fillImage(laid, KVRectMake(0, 0, pixels.width(), pixels.height()), 1, false);
-  return KVImage::cropImage(filled, shape.scaledCroppingRect());
+      KVImage::fillImage(warped, KVRectMake(0, 0, ground.width(), ground.height()), 1, false);
+  return KVImage::cropImage(filled, shape().scaledCroppingRect());
 }
 
 bool LayerMapping::fill(SketchDocument& document, const ImageRef& picture, QString* error) {

@@ -1,14 +1,18 @@
 #pragma once
 
-#include "geometry/PointList.h"
-#include "geometry/warp/Warp.h"
+#include "geometry/KVShape.h"
 #include "host/LayerSettings.h"
+#include "host/Mapping.h"
 #include "host/SketchDocument.h"
 
 namespace kelvar {
 
 /// A design on its way onto a layer of a document: corner points, shape, warp, fill into the
 /// layer's bounds, crop, and the layer's fill.
+///
+/// Scripts walk the same way with the same classes, as in plugin/Kelvar.sketchplugin, and get the
+/// same bytes: what is computed here in between has to stay what a script can ask those classes
+/// for.
 ///
 /// The picture covers the layer's frame, whose sides are rounded up to whole pixels: stretched over
 /// the frame again, the design's corners lie on the layer's corners whatever the frame's fractions.
@@ -45,6 +49,10 @@ class KELVAR_EXPORT LayerMapping {
   static void clear(SketchDocument& document, SketchLayer& layer);
 
  private:
+  KVShape shape() const;
+  /// Of the shape, on a ground that has room for the shape and for the frame.
+  Mapping mapping() const;
+
   SketchLayerRef layer_;
   LayerSettings settings_;
   /// The frame's size and the points, in the picture's pixels.

@@ -47,6 +47,7 @@ KVImageTransform Mapping::transform(const ImageRef& design) const {
   transform.setScale(scale);
   transform.setRotation(rotation);
   transform.setFlipped(flipped);
+  transform.setExtent(extent);
   transform.setSampling(sampling);
   return transform;
 }

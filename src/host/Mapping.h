@@ -21,6 +21,8 @@ struct KELVAR_EXPORT Mapping {
   uint64_t rotation = 0;
   /// Whether the design's left and right are swapped.
   bool flipped = false;
+  /// What `createOutput` covers; see `KVImageTransform::extent`.
+  QSizeF extent{0, 0};
   warp::Sampling sampling = warp::Sampling::Bilinear;
   /// Threads to use, 0 for one each processor. The result does not depend on it.
   int threads = 0;

@@ -7,12 +7,9 @@
 #include "platform/Log.h"
 #include "platform/WholeFile.h"
 #include "platform/ZipArchive.h"
-#include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
-
-const ClassInfo::Registration kRegistered(&SketchDocument::theClass);
 
 const auto kDocumentFile = QStringLiteral("document.json");
 const auto kMetaFile = QStringLiteral("meta.json");
@@ -46,30 +43,7 @@ void removeReferenced(const SketchJson& value, QSet<QString>* names) {
   for (const SketchJson& part : value) removeReferenced(part, names);
 }
 
-QVariantList listOf(const QList<SketchLayerRef>& layers) {
-  QVariantList list;
-  for (const SketchLayerRef& layer : layers) list.append(toVariant(layer));
-  return list;
-}
-
 }  // namespace
-
-const ClassInfo& SketchDocument::theClass() {
-  static const ClassInfo kClass =
-      Description<SketchDocument>("SketchDocument")
-          .property("path", &SketchDocument::path)
-          .property("pages", [](const SketchDocument& self) { return listOf(self.pages()); })
-          .property("artboards",
-                    [](const SketchDocument& self) { return listOf(self.artboards()); })
-          .property("currentPage", &SketchDocument::currentPage)
-          .operation("layersNamed:",
-                     [](const SketchDocument& self, const QString& name) {
-                       return listOf(self.layersNamed(name));
-                     })
-          .property("appVersion", &SketchDocument::appVersion)
-          .property("build", &SketchDocument::build);
-  return kClass;
-}
 
 SketchDocument::SketchDocument()
     : document_{kDocumentFile, std::make_shared<SketchJson>(), std::make_shared<bool>(false)},

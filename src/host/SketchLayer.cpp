@@ -20,8 +20,8 @@ const ClassInfo& SketchLayer::theClass() {
           .property("name", &SketchLayer::name, &SketchLayer::setName)
           .property("kind", &SketchLayer::kind)
           .property("objectID", &SketchLayer::objectID)
-          .property("frame", &SketchLayer::frame)
-          .property("isVisible", &SketchLayer::isVisible)
+          .property("frame", &SketchLayer::frame, &SketchLayer::setFrame)
+          .property("isVisible", &SketchLayer::isVisible, &SketchLayer::setIsVisible)
           .property("rotation", &SketchLayer::rotation)
           .property("isFlippedHorizontal", &SketchLayer::isFlippedHorizontal)
           .property("isFlippedVertical", &SketchLayer::isFlippedVertical)
@@ -76,6 +76,16 @@ QString SketchLayer::objectID() const { return textIn(*json_, "do_objectID"); }
 QRectF SketchLayer::frameRect() const { return rectIn(*json_, "frame"); }
 KVRectRef SketchLayer::frame() const { return KVRectFromCGRect(frameRect()); }
 bool SketchLayer::isVisible() const { return flagIn(*json_, "isVisible", true); }
+void SketchLayer::setFrame(const KVRectRef& frame) {
+  const QRectF rect = rectOrZero(frame);
+  SketchJson& json = edit()["frame"];
+  if (!json.is_object()) json = {{"_class", "rect"}};
+  json["x"] = rect.x();
+  json["y"] = rect.y();
+  json["width"] = rect.width();
+  json["height"] = rect.height();
+}
+void SketchLayer::setIsVisible(bool isVisible) { edit()["isVisible"] = isVisible; }
 double SketchLayer::rotation() const { return numberIn(*json_, "rotation"); }
 bool SketchLayer::isFlippedHorizontal() const { return flagIn(*json_, "isFlippedHorizontal"); }
 bool SketchLayer::isFlippedVertical() const { return flagIn(*json_, "isFlippedVertical"); }

@@ -41,8 +41,11 @@ class KELVAR_EXPORT SketchLayer : public Object {
   QString objectID() const;
   /// In the coordinates of the layer around it.
   KVRectRef frame() const;
+  /// Moves and resizes the layer alone: what lies within it stays as it is.
+  void setFrame(const KVRectRef& frame);
   QRectF frameRect() const;
   bool isVisible() const;
+  void setIsVisible(bool isVisible);
   /// Degrees, counter-clockwise on screen.
   double rotation() const;
   bool isFlippedHorizontal() const;

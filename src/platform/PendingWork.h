@@ -6,7 +6,8 @@
 
 namespace kelvar {
 
-/// Counts what is under way and will come back to the main thread: requests and queued work. A
+/// Counts what is under way and will come back to the main thread: requests, queued work and work
+/// that was put off. A
 /// program that only waits for such work may end when there is none. Safe from any thread.
 class KELVAR_EXPORT PendingWork {
  public:

@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "platform/Log.h"
+#include "platform/PendingWork.h"
 
 namespace kelvar {
 namespace {
@@ -32,7 +33,7 @@ class QtRunLoop : public RunLoop {
     const int milliseconds = int(std::clamp(seconds * 1000, 0.0, longest));
     const auto context = std::make_shared<QObject>();
     QTimer::singleShot(milliseconds, Qt::PreciseTimer, context.get(),
-                       [work = std::move(work)] { perform(work); });
+                       [work = std::move(work), pending = PendingWork::begin()] { perform(work); });
     return context;
   }
 };

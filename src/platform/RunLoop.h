@@ -17,7 +17,8 @@ class KELVAR_EXPORT RunLoop {
   using Delayed = std::shared_ptr<void>;
 
   /// That of the thread that calls, over Qt's event loop: what is put off is done only while that
-  /// runs. An exception that comes out of it ends there, in a log line.
+  /// runs, and counts as `PendingWork`. An exception that comes out of it ends there, in a log
+  /// line.
   static RunLoopRef current();
 
   virtual ~RunLoop();

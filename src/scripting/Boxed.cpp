@@ -24,6 +24,11 @@ class Handle : public Boxed {
   const QVariant value_;
 };
 
+template <float (QColor::*part)() const>
+double component(const Handle<QColor>& self) {
+  return double((self.value().value<QColor>().*part)());
+}
+
 template <>
 const ClassInfo& Handle<BezierPath>::theClass() {
   static const ClassInfo kClass = Description<Handle>("NSBezierPath");
@@ -36,8 +41,13 @@ const ClassInfo& Handle<QImage>::theClass() {
 }
 template <>
 const ClassInfo& Handle<QColor>::theClass() {
-  static const ClassInfo kClass = Description<Handle>("NSColor").classOperation(
-      "colorWithRed:green:blue:alpha:", &QColor::fromRgbF);
+  static const ClassInfo kClass =
+      Description<Handle>("NSColor")
+          .classOperation("colorWithRed:green:blue:alpha:", &QColor::fromRgbF)
+          .property("redComponent", component<&QColor::redF>)
+          .property("greenComponent", component<&QColor::greenF>)
+          .property("blueComponent", component<&QColor::blueF>)
+          .property("alphaComponent", component<&QColor::alphaF>);
   return kClass;
 }
 

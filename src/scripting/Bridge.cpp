@@ -63,7 +63,7 @@ Bridge::Bridge(JSGlobalContextRef context, Enter enter)
 }
 
 void Bridge::close() {
-  letGo();
+  for (const JSObjectRef face : std::exchange(kept_, {})) JSValueUnprotect(context_, face);
   for (const Link& link : links_) JSWeakRelease(group_, link.script);
   links_.clear();
   for (const auto& [object, weak] : objects_) JSWeakRelease(group_, weak);
@@ -267,7 +267,8 @@ Bridge::Function Bridge::method(const ClassInfo& info, Kind kind, const QString&
     }
     if (kind == Kind::Initialiser) return initialise(info, *operation, call);
     if (kind == Kind::ClassOperation) return invoke(info, *operation, call, nullptr);
-    return invoke(info, *operation, call, objectBehind(call.self, info, name).get());
+    // The script may let go of the object while it is at work.
+    return invoke(info, *operation, call, objectBehind(call.self, info, name));
   };
 }
 
@@ -278,7 +279,7 @@ ObjectRef Bridge::objectBehind(JSObjectRef self, const ClassInfo& info, const QS
 }
 
 JSValueRef Bridge::invoke(const ClassInfo& info, const ClassInfo::Operation& operation,
-                          const Call& call, Object* self) {
+                          const Call& call, const ObjectRef& self) {
   const size_t count = operation.parameters.size();
   if (call.arguments.size() != count) {
     throw Failure(u"%1 takes %2 argument%3, not %4"_s.arg(written(info, operation.selector))
@@ -286,8 +287,6 @@ JSValueRef Bridge::invoke(const ClassInfo& info, const ClassInfo::Operation& ope
                       .arg(count == 1 ? u""_s : u"s"_s)
                       .arg(call.arguments.size()));
   }
-  // The script may let go of the object while it is at work.
-  const ObjectRef alive = self ? self->shared_from_this() : nullptr;
   QVariantList arguments;
   arguments.reserve(qsizetype(count));
   bool hasDelegate = false;
@@ -301,9 +300,11 @@ JSValueRef Bridge::invoke(const ClassInfo& info, const ClassInfo::Operation& ope
           kindOf(call.arguments[i])));
     }
   }
-  const std::optional<QVariant> result = operation.call(self, arguments);
+  const std::optional<QVariant> result = operation.call(self.get(), arguments);
   if (hasDelegate && self) hold(call.self, operation.selector, call.arguments[0]);
-  if (self) keepIfDelegating(call.self);
+  // The face and the caller hold it themselves.
+  constexpr long kOwn = 2;
+  if (self && delegating_.contains(self.get())) keep(call.self, self.use_count() > kOwn);
   if (operation.result.type == QMetaType::fromType<void>()) return undefined();
   return operation.result.theDelegate ? delegateToScript(*result, operation.result)
                                       : toScript(*result);
@@ -370,6 +371,7 @@ void Bridge::dropGone() {
 
 void Bridge::tidy() {
   dropGone();
+  keepWhatIsAtWork();
   for (auto link = links_.begin(); link != links_.end();) {
     if (JSWeakGetObject(link->script)) {
       refresh(*link++);

@@ -23,7 +23,8 @@ namespace kelvar {
 ///
 /// An object has one face in the script, which holds a reference to it for as long as the script
 /// can reach the face. A script object that serves as a delegate is held by the face of the object
-/// to which it was given. Main thread.
+/// to which it was given, and that face lives also while something of ours holds the object, such
+/// as a request whose answer it waits for. Main thread.
 class Bridge {
  public:
   /// What goes wrong in one of ours reaches the script as an `Error` with this message.
@@ -76,12 +77,9 @@ class Bridge {
   JSValueRef call(JSObjectRef function, JSObjectRef self,
                   const std::vector<JSValueRef>& arguments) const;
 
-  /// Between two turns: lets go of objects whose faces are gone and sees which operations delegates
-  /// implement now.
+  /// Between two turns: lets go of objects whose faces are gone, sees which operations delegates
+  /// implement now, and which objects still have something to tell theirs.
   void tidy();
-  /// Objects with a delegate live on once they were asked to do something, until this is called:
-  /// the script need not hold them while an answer is on its way.
-  void letGo();
 
  private:
   /// Behind a face.
@@ -126,7 +124,7 @@ class Bridge {
                   Candidates candidates);
   ObjectRef objectBehind(JSObjectRef self, const ClassInfo& info, const QString& name) const;
   JSValueRef invoke(const ClassInfo& info, const ClassInfo::Operation& operation, const Call& call,
-                    Object* self);
+                    const ObjectRef& self);
   JSValueRef initialise(const ClassInfo& info, const ClassInfo::Operation& operation,
                         const Call& call);
 
@@ -148,7 +146,8 @@ class Bridge {
   JSValueRef delegateToScript(const QVariant& delegate, const ValueType& type) const;
   JSObjectRef implementation(JSObjectRef script, const QString& selector) const;
   void hold(JSObjectRef face, const QString& selector, JSValueRef delegate);
-  void keepIfDelegating(JSObjectRef face);
+  void keep(JSObjectRef face, bool isNeeded);
+  void keepWhatIsAtWork();
   void dropGone();
 
   const JSGlobalContextRef context_;
@@ -163,7 +162,7 @@ class Bridge {
   std::list<Link> links_;
   std::list<std::pair<Bridge*, const ClassInfo*>> classes_;
   size_t facesMade_ = 0;
-  /// Objects that were given a delegate.
+  /// Objects that were given a delegate, and their faces that live on without the script.
   QSet<const Object*> delegating_;
   QSet<JSObjectRef> kept_;
 

@@ -70,15 +70,24 @@ void Bridge::hold(JSObjectRef face, const QString& selector, JSValueRef delegate
   delegating_.insert(heldBy(face)->object.get());
 }
 
-void Bridge::keepIfDelegating(JSObjectRef face) {
-  if (delegating_.isEmpty() || kept_.contains(face)) return;
-  if (!delegating_.contains(heldBy(face)->object.get())) return;
-  JSValueProtect(context_, face);
-  kept_.insert(face);
+void Bridge::keep(JSObjectRef face, bool isNeeded) {
+  if (isNeeded == kept_.contains(face)) return;
+  if (isNeeded) {
+    JSValueProtect(context_, face);
+    kept_.insert(face);
+  } else {
+    JSValueUnprotect(context_, face);
+    kept_.remove(face);
+  }
 }
 
-void Bridge::letGo() {
-  for (const JSObjectRef face : std::exchange(kept_, {})) JSValueUnprotect(context_, face);
+/// Nobody but its face holds an object that waits for nothing.
+void Bridge::keepWhatIsAtWork() {
+  for (const Object* const each : delegating_) {
+    const auto known = objects_.find(const_cast<Object*>(each));
+    const JSObjectRef face = known == objects_.end() ? nullptr : JSWeakGetObject(known->second);
+    if (face) keep(face, heldBy(face)->object.use_count() > 1);
+  }
 }
 
 }  // namespace kelvar

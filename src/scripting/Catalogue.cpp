@@ -1,5 +1,6 @@
 #include "scripting/Catalogue.h"
 
+#include <QColor>
 #include <QPointF>
 
 #include "actions/CMD.h"
@@ -18,10 +19,12 @@
 #include "geometry/KVLayerIterator.h"
 #include "geometry/KVRect.h"
 #include "geometry/KVShape.h"
+#include "geometry/PointList.h"
+#include "host/SketchDocument.h"
 #include "platform/KelvarVersion.h"
 #include "runtime/ClassInfo.h"
 #include "runtime/DelegateInfo.h"
-#include "scripting/KVDocumentMapping.h"
+#include "scripting/Boxed.h"
 #include "scripting/NSImage.h"
 #include "scripting/NSURL.h"
 #include "ui/KVButton.h"
@@ -60,11 +63,12 @@ QList<const ClassInfo*> Catalogue::classes() {
           &CMD::theClass(),
           &KVExternalActionsHandler::theClass(),
           &TrackerManager::theClass(),
-          &KVDocumentMapping::theClass(),
           &SketchDocument::theClass(),
           &SketchLayer::theClass(),
           &NSImage::theClass(),
-          &NSURL::theClass()};
+          &NSURL::theClass(),
+          Boxed::classFor(QMetaType::fromType<QColor>()),
+          Boxed::classFor(QMetaType::fromType<BezierPath>())};
 }
 
 const ClassInfo& Catalogue::functions() {
@@ -73,6 +77,9 @@ const ClassInfo& Catalogue::functions() {
           .classOperation("KVRectMake", &KVRectMake)
           .classOperation("KVRectFromCGRect", &KVRectFromCGRect)
           .classOperation("CGRectAspectFittingSize", &CGRectAspectFittingSize)
+          .classOperation("NSPointFromString",
+                          [](const QString& point) { return pointFromString(point); })
+          .classOperation("NSStringFromPoint", &stringFromPoint)
           .classOperation("NSMakePoint", [](double x, double y) { return QPointF(x, y); })
           .classOperation("NSMakeSize",
                           [](double width, double height) { return QSizeF(width, height); })

@@ -361,7 +361,6 @@ bool ScriptRuntime::run() {
     }
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
-  engine_->bridge->letGo();
   return !failure_;
 }
 

@@ -10,6 +10,7 @@
 #include "analytics/ManualRunLoop.h"
 #include "analytics/Tracker.h"
 #include "platform/LogCapture.h"
+#include "platform/PendingWork.h"
 
 namespace kelvar {
 namespace {
@@ -172,12 +173,17 @@ TEST(RunLoop, DoesWhatIsDueUnlessItWasDropped) {
     second.reset();
     done.append(QStringLiteral("second"));
   });
+  const int before = PendingWork::count();
   loop->performAfterDelay(0, [&] { done.append(QStringLiteral("dropped")); });
-  const auto never = loop->performAfterDelay(1e300, [&] { done.append(QStringLiteral("late")); });
+  EXPECT_EQ(PendingWork::count(), before) << "what is dropped is not waited for";
+  auto never = loop->performAfterDelay(1e300, [&] { done.append(QStringLiteral("late")); });
   const auto last = loop->performAfterDelay(0.02, [] { QCoreApplication::quit(); });
   QCoreApplication::exec();
   EXPECT_EQ(done, QStringList({QStringLiteral("first"), QStringLiteral("second")}));
   EXPECT_EQ(log.lines(), QStringList(QStringLiteral("RunLoop: oops")));
+  EXPECT_EQ(PendingWork::count(), before - 1) << "only what is late is waited for";
+  never.reset();
+  EXPECT_EQ(PendingWork::count(), before - 2);
 }
 
 }  // namespace

@@ -4,25 +4,28 @@
 function mapArtboard(context) {
   const name = [context.arguments firstObject];
   if (name === nil) throw new Error("name the artboard (-- ARTBOARD)");
+  const layers = requireSelection(context);
   const artboard = artboardNamed(context.document, name);
-  for (const layer of requireSelection(context)) {
+  for (const layer of layers) {
     map(context.document, layer, artboard, {});
     log(`${artboard.name()} → ${layer.name()}`);
   }
-  save(context);
+  [context.document save];
 }
 
+// In the order in which one shows the other.
 function refreshAll(context) {
   if (context.document === nil) throw new Error("open a document first (--document)");
-  const layers = [KVDocumentMapping refreshDocument:context.document];
+  const layers = context.document.mappedLayers();
+  remap(context.document, layers, () => ({}));
   for (const layer of layers) log(layer.name());
-  save(context);
 }
 
 function rotate(context) {
-  remap(context, settings => ({rotation: (settings.rotation + 1) % 4}));
+  remap(context.document, requireSelection(context),
+        settings => ({rotation: (settings.rotation + 1) % 4}));
 }
 
 function flip(context) {
-  remap(context, settings => ({flipped: !settings.flipped}));
+  remap(context.document, requireSelection(context), settings => ({flipped: !settings.flipped}));
 }

@@ -1,12 +1,14 @@
 @import "mapping.js"
 
+// The panel is open as long as this holds it.
+var controller = [KVViewController new];
+
 // One row for the selected layers; what is clicked is mapped at once and saved.
 function openPanel(context) {
-  requireSelection(context);
-  const controller = [KVViewController new];
+  const layers = requireSelection(context);
   const change = changesFor => {
-    remap(context, changesFor);
-    show(controller, context.selection);
+    remap(context.document, layers, changesFor);
+    show(context.document, layers);
   };
   controller.delegate = {
     controllerDidPressRotateLayer() {
@@ -25,15 +27,15 @@ function openPanel(context) {
       change(() => ({quality: index + 1}));
     },
   };
-  show(controller, context.selection);
+  show(context.document, layers);
   controller.view().hidden = false;
 }
 
 // A value that not all layers have is shown as mixed.
-function show(controller, layers) {
+function show(document, layers) {
   const common = valueOf => {
     const values = new Set(layers.map(layer => {
-      const settings = [KVDocumentMapping settingsOfLayer:layer];
+      const settings = [document settingsOfLayer:layer];
       return settings === nil ? nil : valueOf(settings);
     }));
     return values.size === 1 ? [...values][0] ?? 0 : -1;
