@@ -21,6 +21,12 @@ void perform(const std::function<void()>& work) {
   }
 }
 
+/// Pending until it is done or dropped: Qt keeps what is dropped until it would have been due.
+struct PutOff {
+  QObject context;
+  std::shared_ptr<void> pending = PendingWork::begin();
+};
+
 class QtRunLoop : public RunLoop {
  public:
   double mediaTime() const override {
@@ -31,10 +37,13 @@ class QtRunLoop : public RunLoop {
   Delayed performAfterDelay(double seconds, std::function<void()> work) override {
     const double longest = std::numeric_limits<int>::max();
     const int milliseconds = int(std::clamp(seconds * 1000, 0.0, longest));
-    const auto context = std::make_shared<QObject>();
-    QTimer::singleShot(milliseconds, Qt::PreciseTimer, context.get(),
-                       [work = std::move(work), pending = PendingWork::begin()] { perform(work); });
-    return context;
+    const auto put = std::make_shared<PutOff>();
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &put->context,
+                       [work = std::move(work), weak = std::weak_ptr(put)] {
+                         perform(work);
+                         if (const auto done = weak.lock()) done->pending.reset();
+                       });
+    return put;
   }
 };
 

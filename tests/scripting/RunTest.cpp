@@ -161,5 +161,28 @@ TEST_F(Run, OurPlugInMapsLikeTheProgram) {
   EXPECT_EQ(plugIn(u"refresh"_s, {}), "Glass\n");
 }
 
+/// The page's way of a design onto a layer is one that can be walked.
+TEST_F(Run, TheDocumentedScriptMapsLikeTheProgram) {
+  QFile page(QStringLiteral(KELVAR_DOCS_DIR "/scripting.md"));
+  ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(page.readAll());
+  const qsizetype start = text.indexOf(u"// lay.js"_s);
+  ASSERT_GT(start, 0);
+  const QString script = text.mid(start, text.indexOf(u"```"_s, start) - start);
+  write(u"lay.js"_s, script.toUtf8().constData());
+  QProcess other;
+  other.setWorkingDirectory(dir_.path());
+  other.start(QStringLiteral(KELVAR_EXAMPLE_DOCUMENT), {u"a.sketch"_s});
+  ASSERT_TRUE(other.waitForFinished(-1));
+  EXPECT_EQ(run(u"lay.js --document a.sketch --select Glass -- Screen"_s), "");
+  other.start(QStringLiteral(KELVAR_PROGRAM),
+              {u"map"_s, u"artboard:Screen"_s, u"--document"_s, u"a.sketch"_s, u"--layer"_s,
+               u"Glass"_s, u"-o"_s, u"c.sketch"_s});
+  ASSERT_TRUE(other.waitForFinished(-1));
+  QFile mine(dir_.filePath(u"mockup.sketch"_s)), theirs(dir_.filePath(u"c.sketch"_s));
+  ASSERT_TRUE(mine.open(QIODevice::ReadOnly) && theirs.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(mine.readAll() == theirs.readAll());
+}
+
 }  // namespace
 }  // namespace kelvar

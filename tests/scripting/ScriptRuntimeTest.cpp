@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "platform/Image.h"
+#include "platform/MainQueue.h"
 #include "runtime/ClassInfo.h"
 #include "runtime/Conversion.h"
 #include "runtime/DelegateInfo.h"
@@ -51,6 +52,11 @@ class Bell : public Object {
                        })
             .operation("another", [](Bell&) { return std::make_shared<Bell>(); })
             .operation("fail", [](Bell&) { throw std::runtime_error("it is cracked"); })
+            .operation("ringLater",
+                       [](Bell& self) {
+                         const auto bell = std::static_pointer_cast<Bell>(self.shared_from_this());
+                         MainQueue::async([bell] { bell->ring(); });
+                       })
             .classOperation("bellOf:", [](const std::shared_ptr<Bell>& bell) { return bell; });
     return kClass;
   }
@@ -238,6 +244,34 @@ TEST_F(Runtime, HoldsObjectsWhileTheScriptDoes) {
             "kept yes\n");
   EXPECT_LT(Bell::alive, before + kMany * 3 / 4) << "garbage is collected while a script runs";
   EXPECT_GE(Bell::alive, before + 2);
+  runtime_.reset();
+  EXPECT_EQ(Bell::alive, before);
+}
+
+TEST_F(Runtime, HoldsDelegatesWhileTheirObjectsAreAtWork) {
+  const int before = Bell::alive;
+  constexpr int kMany = 400;
+  const QString script =
+      uR"(
+      function gone() {
+        const b = bell.another();
+        b.delegate = {bellDidRing() {}, weight: new Array(5000).fill(1.5)};
+        b.ring();
+      }
+      function atWork() {
+        const b = bell.another(), sound = 'rang';
+        b.delegate = {bell_shouldRing: () => true, bellDidRing() { print(sound) }};
+        b.ringLater();
+      }
+      let left = 5;
+      function turn() {
+        atWork();
+        for (let i = 0; i < %1; i++) gone();
+        if (--left > 0) setTimeout(turn, 0);
+      }
+      turn())"_s.arg(kMany);
+  EXPECT_EQ(run(script), "rang\nrang\nrang\nrang\nrang\n");
+  EXPECT_LT(Bell::alive, before + kMany * 4) << "delegates do not keep objects alive";
   runtime_.reset();
   EXPECT_EQ(Bell::alive, before);
 }
