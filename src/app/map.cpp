@@ -299,13 +299,12 @@ std::function<void()> addMap(CLI::App& program) {
       ->capture_default_str();
   map->add_flag("--json", arguments->json,
                 "Print the size, the design's four corners in it, and the times taken");
-  CLI::Option* output =
-      map->add_option(
-             "-o,--output", arguments->output,
-             "png, jpg (on white) or webp (lossless) by its ending, or sketch with --document; - is "
-             "standard output, as PNG")
-          ->required()
-          ->type_name("OUT");
+  CLI::Option* output = map->add_option("-o,--output", arguments->output,
+                                        "png, jpg (on white) or webp (lossless) by its ending, or "
+                                        "sketch with --document; - is "
+                                        "standard output, as PNG")
+                            ->required()
+                            ->type_name("OUT");
   CLI::Option* arrangement =
       map->add_option("--arrangement", arguments->arrangement,
                       "Draw what kelvar panel saved, which says all but -o itself")

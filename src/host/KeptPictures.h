@@ -11,7 +11,7 @@ namespace kelvar {
 
 /// The pictures of design files, read again only when a file has changed. What a file showed last
 /// stays, for the time that it is gone or is being written. One thread at a time.
-class KeptPictures {
+class KELVAR_EXPORT KeptPictures {
  public:
   /// `vectorSize` is for what can be drawn at any size; empty for the natural one. Null, and a
   /// sentence in `*error`, when it cannot be read.

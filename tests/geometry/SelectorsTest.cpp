@@ -30,7 +30,8 @@ TEST(Selectors, AreThoseThatScriptsCall) {
        "pointsAreClockwised: reversedPoints:"},
       {"KVImageTransform",
        "init input setInput: scale setScale: rotation setRotation: flipped setFlipped: tl setTl: "
-       "tr setTr: br setBr: bl setBl: points createOutput getCIImageFromNSImage: getNSImage:"},
+       "tr setTr: br setBr: bl setBl: sampling setSampling: extent setExtent: points createOutput "
+       "getCIImageFromNSImage: getNSImage:"},
       {"KVImage",
        "getCGImage: scaleImage:size: fillImage:insideBounds:scale:shouldTrimTransparent: "
        "fillImage:insideBounds:scale:shouldTrimTransparent:shadow: cropImage:withBounds:"},
