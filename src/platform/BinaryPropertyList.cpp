@@ -264,8 +264,8 @@ class BinaryReader {
     }
     if (kind == kReference) {
       const int width = (first & 15) + 1;
-      if (width > 8 || !holds(at, 1, width)) return failAt(at - 1);
-      entry->value = QVariantMap{{u"CF$UID"_s, qulonglong(number(at, width))}};
+      if (width > 4 || !holds(at, 1, width)) return failAt(at - 1);
+      entry->value = QVariantMap{{u"CF$UID"_s, qlonglong(number(at, width))}};
       entry->height = 1;
       return true;
     }
