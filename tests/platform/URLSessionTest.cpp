@@ -157,7 +157,9 @@ TEST_F(Session, AsksOnceWhenTheServerHangsUp) {
       const QByteArray alive = Server::http("{}", "200 OK", "keep-alive");
       const Server server({wasAnswered ? alive : QByteArray(Server::kHangUp), Server::kHangUp},
                           scheme);
-      if (wasAnswered) EXPECT_EQ(fetch(server.url(QStringLiteral("/"))).body, "{}");
+      if (wasAnswered) {
+        EXPECT_EQ(fetch(server.url(QStringLiteral("/"))).body, "{}");
+      }
       EXPECT_FALSE(fetch(server.url(QStringLiteral("/"))).error.isNull());
       EXPECT_EQ(server.requests().size(), wasAnswered ? 2 : 1);
     }

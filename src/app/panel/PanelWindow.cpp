@@ -651,7 +651,7 @@ void PanelWindow::chooseFileToExport() {
   dialog->open();
 }
 
-void PanelWindow::whenUnsavedAreSettled(std::function<void()> then) {
+void PanelWindow::whenUnsavedAreSettled(const std::function<void()>& then) {
   if (!mockup_ || !isModified()) return then();
   auto* const box = new QMessageBox(
       QMessageBox::Question, QStringLiteral("Kelvar"),

@@ -92,7 +92,7 @@ class PanelWindow : public QMainWindow {
   void chooseFileToSave();
   void chooseFileToExport();
   /// Runs `then` at once or, where there are changes, when the user has saved or let them go.
-  void whenUnsavedAreSettled(std::function<void()> then);
+  void whenUnsavedAreSettled(const std::function<void()>& then);
   void dropFiles(const QStringList& files, const QString& shape);
 
   PanelModel model_;
