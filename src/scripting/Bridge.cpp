@@ -182,7 +182,7 @@ void Bridge::define(JSObjectRef target, const ClassInfo& info, Kind kind) {
     if (shorter != scriptName(operation->selector)) named[shorter].push_back(operation);
   }
   for (auto it = named.begin(); it != named.end(); ++it) {
-    const QString name = it.key();
+    const QString& name = it.key();
     // Without a colon first: it is the one that the name says in full.
     std::sort(it->begin(), it->end(), [](const auto* a, const auto* b) {
       return a->parameters.size() < b->parameters.size();
