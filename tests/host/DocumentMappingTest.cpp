@@ -9,16 +9,10 @@
 namespace kelvar {
 namespace {
 
+using parts::board;
 using parts::group;
 using parts::layer;
 using parts::named;
-
-SketchJson board(const std::string& name, const std::vector<SketchJson>& layers, double red = 0) {
-  return group("artboard", name, {0, 0, 20, 20}, layers,
-               {{"hasBackgroundColor", true},
-                {"includeBackgroundColorInExport", true},
-                {"backgroundColor", parts::color(red, 0, 0)}});
-}
 
 SketchJson target(const std::string& name) { return layer("rectangle", name, {5, 5, 10, 10}); }
 

@@ -11,16 +11,9 @@
 namespace kelvar {
 namespace {
 
-using parts::group;
+using parts::board;
 using parts::layer;
 using parts::named;
-
-SketchJson board(const std::string& name, const std::vector<SketchJson>& layers, double red = 0) {
-  return group("artboard", name, {0, 0, 20, 20}, layers,
-               {{"hasBackgroundColor", true},
-                {"includeBackgroundColorInExport", true},
-                {"backgroundColor", parts::color(red, 0, 0)}});
-}
 
 SketchJson square(const std::string& name, const SketchJson& more = SketchJson::object()) {
   return layer("rectangle", name, {5, 5, 10, 10}, more);

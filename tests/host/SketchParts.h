@@ -41,6 +41,15 @@ inline SketchJson color(double red, double green, double blue) {
   return {{"_class", "color"}, {"red", red}, {"green", green}, {"blue", blue}, {"alpha", 1}};
 }
 
+/// An artboard of 20 by 20, on a ground that is black or as red as said.
+inline SketchJson board(const std::string& name, const std::vector<SketchJson>& layers,
+                        double red = 0) {
+  return group("artboard", name, {0, 0, 20, 20}, layers,
+               {{"hasBackgroundColor", true},
+                {"includeBackgroundColorInExport", true},
+                {"backgroundColor", color(red, 0, 0)}});
+}
+
 inline SketchJson filled(const SketchJson& color) {
   return {
       {"style",

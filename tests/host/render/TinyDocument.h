@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "host/ArtboardRenderer.h"
-#include "host/SketchJson.h"
-#include "platform/ZipArchive.h"
+#include "host/SketchParts.h"
 
 namespace kelvar::render {
 
@@ -82,11 +81,7 @@ struct TinyDocument {
     add("meta.json", {{"version", version}});
     add("user.json", SketchJson::object());
     add("pages/PAGE.json", page);
-    QString error;
-    const QByteArray bytes = ZipArchive::read({}, &error)->written(all, {}, &error);
-    const SketchDocumentRef document = SketchDocument::read(bytes, QStringLiteral("tiny"), &error);
-    EXPECT_TRUE(document) << qPrintable(error);
-    return document;
+    return parts::opened(parts::packed(all));
   }
 };
 
