@@ -69,7 +69,9 @@ MutableTimedEventRef TimedTracker::track(const QString& name, const Properties& 
   if (delay == 0) {
     flushEvent(name);
   } else {
-    flushes_[name] = runLoop_->performAfterDelay(delay, [this, name] { flushEvent(name); });
+    // What is due is reported even when nobody holds the tracker any more.
+    flushes_[name] = runLoop_->performAfterDelay(
+        delay, [this, self = weak_from_this().lock(), name] { flushEvent(name); });
   }
   return event;
 }

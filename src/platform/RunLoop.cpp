@@ -6,6 +6,7 @@
 #include <chrono>
 #include <exception>
 #include <limits>
+#include <utility>
 
 #include "platform/Log.h"
 #include "platform/PendingWork.h"
@@ -39,8 +40,9 @@ class QtRunLoop : public RunLoop {
     const int milliseconds = int(std::clamp(seconds * 1000, 0.0, longest));
     const auto put = std::make_shared<PutOff>();
     QTimer::singleShot(milliseconds, Qt::PreciseTimer, &put->context,
-                       [work = std::move(work), weak = std::weak_ptr(put)] {
-                         perform(work);
+                       [work = std::move(work), weak = std::weak_ptr(put)]() mutable {
+                         // What it holds ends here, not within Qt's own cleaning up.
+                         perform(std::exchange(work, nullptr));
                          if (const auto done = weak.lock()) done->pending.reset();
                        });
     return put;

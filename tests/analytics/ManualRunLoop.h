@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -15,29 +16,35 @@ class ManualRunLoop : public RunLoop {
   double mediaTime() const override { return now_; }
 
   Delayed performAfterDelay(double seconds, std::function<void()> work) override {
-    const auto entry = std::make_shared<std::function<void()>>(std::move(work));
-    due_.push_back({now_ + seconds, entry});
-    return entry;
+    const auto token = std::make_shared<int>();
+    due_.push_back({now_ + seconds, token, std::move(work)});
+    return token;
   }
 
   /// Does what is due meanwhile, in its order.
   void advance(double seconds) {
     const double end = now_ + seconds;
-    const auto isEarlier = [](const auto& a, const auto& b) { return a.first < b.first; };
+    const auto isEarlier = [](const Due& a, const Due& b) { return a.time < b.time; };
     while (true) {
       const auto next = std::min_element(due_.begin(), due_.end(), isEarlier);
-      if (next == due_.end() || next->first > end) break;
-      now_ = next->first;
-      const auto work = next->second.lock();
+      if (next == due_.end() || next->time > end) break;
+      now_ = next->time;
+      const Due due = std::move(*next);
       due_.erase(next);
-      if (work) (*work)();
+      if (!due.token.expired()) due.work();
     }
     now_ = end;
   }
 
  private:
+  struct Due {
+    double time;
+    std::weak_ptr<void> token;
+    std::function<void()> work;
+  };
+
   double now_ = 1000;
-  std::vector<std::pair<double, std::weak_ptr<std::function<void()>>>> due_;
+  std::vector<Due> due_;
 };
 
 }  // namespace kelvar

@@ -156,6 +156,20 @@ TEST(Tracker, IsItsTimedTrackersDelegateWhileItLives) {
   EXPECT_TRUE(timed->delegate().expired());
 }
 
+TEST(TimedTracker, LivesUntilItsLastFlush) {
+  const auto loop = std::make_shared<ManualRunLoop>();
+  const auto recorder = std::make_shared<Recorder>();
+  auto timed = std::make_shared<TimedTracker>(loop);
+  timed->setDelegate(recorder);
+  timed->start(QStringLiteral("a"));
+  timed->track(QStringLiteral("a"), {}, timed->currentTime(), 2);
+  const std::weak_ptr<TimedTracker> weak = timed;
+  timed.reset();
+  loop->advance(3);
+  EXPECT_EQ(recorder->lines.value(1), QStringLiteral("finished a after 0"));
+  EXPECT_TRUE(weak.expired());
+}
+
 TEST(RunLoop, DoesWhatIsDueUnlessItWasDropped) {
   int count = 1;
   char name[] = "test";
