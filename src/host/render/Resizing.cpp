@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+
+#include "host/SketchTransform.h"
 
 namespace kelvar::render {
 namespace {
@@ -46,9 +49,56 @@ Side resized(const Side& side, const Held& held, double from, double to) {
   return {start, std::max(0.0, length)};
 }
 
+/// Documents of Sketch 43 have one of four ways to resize in place of a constraint.
+int constraintFromType(const SketchJson& layer, const QRectF& bounds, const QSizeF& container) {
+  enum Type { PinToCorner = 1, KeepMargins = 2, Float = 3 };
+  const bool isRight = bounds.center().x() > container.width() / 2;
+  const bool isLow = bounds.center().y() > container.height() / 2;
+  switch (integerIn(layer, "resizingType")) {
+    case PinToCorner:
+      return kEverythingFlexible & ~(2 | 16 | (isRight ? 1 : 4) | (isLow ? 8 : 32));
+    case KeepMargins:
+      return kEverythingFlexible & ~(1 | 4 | 8 | 32);
+    case Float:
+      return kEverythingFlexible & ~(2 | 16);
+    default:
+      return kEverythingFlexible;
+  }
+}
+
 bool isContainer(const SketchJson& layer) {
   const QString kind = classOf(layer);
   return kind == u"group" || kind == u"shapeGroup";
+}
+
+/// The frame of a layer whose bounds in the coordinates around it go from one rectangle to another:
+/// a turned layer keeps its angle, and each of its sides grows as a line in its direction does.
+QRectF frameWithin(const SketchJson& layer, const QRectF& from, const QRectF& to) {
+  const QRectF frame = rectIn(layer, "frame");
+  const double across = from.width() > 0 ? to.width() / from.width() : 1;
+  const double down = from.height() > 0 ? to.height() / from.height() : 1;
+  const double angle = numberIn(layer, "rotation") * std::numbers::pi / 180;
+  const double c = std::cos(angle), s = std::sin(angle);
+  QRectF result({0, 0}, QSizeF(frame.width() * std::hypot(across * c, down * s),
+                               frame.height() * std::hypot(across * s, down * c)));
+  result.moveCenter(to.center());
+  return result;
+}
+
+QRectF resizedFrame(const SketchJson& layer, const QSizeF& from, const QSizeF& to) {
+  const bool isTurned = std::fmod(numberIn(layer, "rotation"), 180) != 0;
+  const QRectF frame = rectIn(layer, "frame");
+  const QRectF bounds =
+      isTurned ? sketchTransform(layer).mapRect(QRectF({0, 0}, frame.size())) : frame;
+  const int constraint = layer.contains("resizingConstraint")
+                             ? integerIn(layer, "resizingConstraint", kEverythingFlexible)
+                             : constraintFromType(layer, bounds, from);
+  const Side across =
+      resized({bounds.x(), bounds.width()}, heldAcross(constraint), from.width(), to.width());
+  const Side down =
+      resized({bounds.y(), bounds.height()}, heldDown(constraint), from.height(), to.height());
+  const QRectF changed(across.start, down.start, across.length, down.length);
+  return isTurned ? frameWithin(layer, bounds, changed) : changed;
 }
 
 }  // namespace
@@ -58,22 +108,16 @@ void resizeLayers(SketchJson* container, const QSizeF& from, const QSizeF& to) {
   if (from == to || layers == container->end() || !layers->is_array()) return;
   for (SketchJson& layer : *layers) {
     if (!layer.is_object()) continue;
-    const QRectF frame = rectIn(layer, "frame");
-    const int constraint = integerIn(layer, "resizingConstraint", kEverythingFlexible);
-    const Side across =
-        resized({frame.x(), frame.width()}, heldAcross(constraint), from.width(), to.width());
-    const Side down =
-        resized({frame.y(), frame.height()}, heldDown(constraint), from.height(), to.height());
+    const QSizeF before = rectIn(layer, "frame").size();
+    const QRectF frame = resizedFrame(layer, from, to);
     SketchJson& changed = layer["frame"];
-    changed["x"] = across.start;
-    changed["y"] = down.start;
-    changed["width"] = across.length;
-    changed["height"] = down.length;
+    changed["x"] = frame.x();
+    changed["y"] = frame.y();
+    changed["width"] = frame.width();
+    changed["height"] = frame.height();
     const bool isText = classOf(layer) == u"text";
-    if (isText && across.length != frame.width()) layer[kHasForeignFrame] = true;
-    if (isContainer(layer)) {
-      resizeLayers(&layer, frame.size(), {across.length, down.length});
-    }
+    if (isText && std::abs(frame.width() - before.width()) > 1e-6) layer[kHasForeignFrame] = true;
+    if (isContainer(layer)) resizeLayers(&layer, before, frame.size());
   }
 }
 

@@ -1,5 +1,8 @@
 #include "host/render/SymbolInstance.h"
 
+#include <initializer_list>
+#include <map>
+
 #include "host/render/Resizing.h"
 #include "host/render/SymbolLayout.h"
 
@@ -7,6 +10,9 @@ namespace kelvar::render {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+/// Of nested instances within one. More is a symbol that multiplies itself.
+constexpr int kMostMeasures = 200;
 
 /// "ID/ID_property": the way through nested instances to a layer, and what of it is changed.
 struct Override {
@@ -123,46 +129,79 @@ void setTint(SketchJson* layer, const SketchJson& color) {
   (*layer)["style"]["fills"] = SketchJson::array({fill});
 }
 
-void setAlignment(SketchJson* layer, const SketchJson& alignment) {
+void setInParagraph(SketchJson* layer, std::initializer_list<const char*> keys,
+                    const SketchJson& value) {
   SketchJson paragraph = memberOf(leadingAttributes(*layer), "paragraphStyle");
   if (!paragraph.is_object()) paragraph = {{"_class", "paragraphStyle"}};
-  paragraph["alignment"] = alignment;
+  for (const char* key : keys) paragraph[key] = value;
   setAttribute(layer, "paragraphStyle", paragraph);
 }
 
-void setTextSize(SketchJson* layer, const SketchJson& size) {
+void setInFont(SketchJson* layer, const char* key, const SketchJson& value) {
   SketchJson font = memberOf(leadingAttributes(*layer), "MSAttributedStringFontAttribute");
   if (!font.is_object()) return;
-  font["attributes"]["size"] = size;
+  font["attributes"][key] = value;
   setAttribute(layer, "MSAttributedStringFontAttribute", font);
 }
 
+/// The same family in the named weight: "Inter-Regular" becomes "Inter-Bold".
+bool setWeight(SketchJson* layer, const SketchJson& weight) {
+  const SketchJson attributes = leadingAttributes(*layer);
+  const SketchJson& font = memberOf(attributes, "MSAttributedStringFontAttribute");
+  const QString name = textIn(memberOf(font, "attributes"), "name");
+  if (!weight.is_string() || name.isEmpty()) return false;
+  const std::string family = name.section(u'-', 0, 0).toStdString();
+  setInFont(layer, "name", family + "-" + weight.get<std::string>());
+  return true;
+}
+
+/// Overrides of single numbers are numbers or say them as text.
+SketchJson numberFrom(const SketchJson& value) {
+  if (!value.is_string()) return value;
+  bool isNumber = false;
+  const double number = QString::fromStdString(value.get<std::string>()).toDouble(&isNumber);
+  return isNumber ? SketchJson(number) : value;
+}
+
+/// The master with the instance's overrides, at the size that it then has. Of nested instances no
+/// more than `*measuresLeft` are measured.
+SketchJson laidOutMaster(const SketchJson& instance, const SketchLayer& master,
+                         const SketchDocument& document, int* measuresLeft, QStringList* warnings);
+
 class Expansion {
  public:
-  Expansion(const SketchDocument& document, QStringList* warnings)
-      : document_(document), warnings_(warnings) {}
+  Expansion(const SketchDocument& document, int* measuresLeft, QStringList* warnings)
+      : document_(document), measuresLeft_(measuresLeft), warnings_(warnings) {}
 
   void apply(const Override& change, SketchJson* master) {
     SketchJson* const layer = layerWithID(master, change.way.first());
     if (!layer) return;  // Left over from another master.
-    if (change.way.size() > 1) return handDown(change, layer);
+    if (change.way.size() > 1 || change.property == u"symbolID") {
+      before_.try_emplace(layer, *layer);
+      return change.way.size() > 1 ? handDown(change, layer) : setSymbol(layer, *change.value);
+    }
     const SketchJson& value = *change.value;
     const QString& property = change.property;
     if (property == u"flowDestination") return;  // Nothing to be seen.
     if (property == u"stringValue") {
       if (value.is_string()) setText(layer, value, SketchJson(leadingAttributes(*layer)));
-    } else if (property == u"symbolID") {
-      setSymbol(layer, value);
     } else if (property == u"image") {
       setImage(layer, value);
     } else if (property == u"layerStyle" || property == u"textStyle") {
       setSharedStyle(layer, value);
     } else if (property == u"isVisible") {
-      (*layer)["isVisible"] = value;
+      (*layer)["isVisible"] = value == "false" ? SketchJson(false) : numberFrom(value);
     } else if (!setDetail(layer, property, value)) {
       warn(u"The override \"%1\" of \"%2\" is left out."_s.arg(property, textIn(*layer, "name")));
     }
     (*layer)[kHasForeignFrame] = true;
+  }
+
+  /// Tells the nested instances that were changed what room they want now. After all changes.
+  void measureNested() const {
+    for (const auto& [instance, before] : before_) {
+      addGrowth(wantedSize(*instance) - wantedSize(before), instance);
+    }
   }
 
  private:
@@ -178,6 +217,21 @@ class Expansion {
     }
     values.push_back(overrideValue(name, *change.value));
     (*instance)["overrideValues"] = values;
+  }
+
+  /// The size that the master of a nested instance has with its overrides.
+  QSizeF wantedSize(const SketchJson& instance) const {
+    const SketchLayerRef master = document_.symbolMaster(textIn(instance, "symbolID"));
+    if (!master) return {0, 0};
+    const double scale = numberIn(instance, "scale", 1);
+    QSizeF size = master->frameRect().size();
+    if (laysItselfOut(master->json()) && --*measuresLeft_ >= 0) {
+      QStringList unheard;
+      const SketchJson laidOut =
+          laidOutMaster(instance, *master, document_, measuresLeft_, &unheard);
+      size = rectIn(laidOut, "frame").size();
+    }
+    return size * (scale > 0 ? scale : 1);
   }
 
   /// No symbol hides the instance.
@@ -217,12 +271,33 @@ class Expansion {
     }
     if (property == u"color:tint") {
       setTint(layer, value);
-    } else if (property == u"textHorizontalAlignment") {
-      setAlignment(layer, value);
-    } else if (property == u"textColor") {
+    } else if (property == u"textColor" || property == u"color:text") {
       setAttribute(layer, "MSAttributedStringColorAttribute", value);
-    } else if (property == u"textSize") {
-      setTextSize(layer, value);
+    } else if (property == u"textWeight" || property == u"fontWeight") {
+      return setWeight(layer, value);
+    } else {
+      return setTextDetail(layer, property, numberFrom(value));
+    }
+    return true;
+  }
+
+  /// A number of a text.
+  static bool setTextDetail(SketchJson* layer, const QString& property, const SketchJson& value) {
+    if (!value.is_number()) return false;
+    if (property == u"textSize" || property == u"fontSize") {
+      setInFont(layer, "size", value);
+    } else if (property == u"textHorizontalAlignment") {
+      setInParagraph(layer, {"alignment"}, value);
+    } else if (property == u"textLineHeight") {
+      setInParagraph(layer, {"minimumLineHeight", "maximumLineHeight"}, value);
+    } else if (property == u"textParagraphSpacing") {
+      setInParagraph(layer, {"paragraphSpacing"}, value);
+    } else if (property == u"textLetterSpacing") {
+      setAttribute(layer, "kerning", value);
+    } else if (property == u"textTransform") {
+      setAttribute(layer, "MSAttributedStringTextTransformAttribute", value);
+    } else if (property == u"textVerticalAlignment") {
+      (*layer)["style"]["textStyle"]["verticalAlignment"] = value;
     } else {
       return false;
     }
@@ -230,18 +305,17 @@ class Expansion {
   }
 
   const SketchDocument& document_;
+  int* measuresLeft_;
   QStringList* warnings_;
+  /// Nested instances as they were.
+  std::map<SketchJson*, SketchJson> before_;
 };
 
-}  // namespace
-
-SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& document,
-                            QStringList* warnings) try {
-  const SketchLayerRef master = document.symbolMaster(textIn(instance, "symbolID"));
-  if (!master) return {};
-  SketchJson expanded = master->json();
+SketchJson laidOutMaster(const SketchJson& instance, const SketchLayer& master,
+                         const SketchDocument& document, int* measuresLeft, QStringList* warnings) {
+  SketchJson expanded = master.json();
   const SketchJson values = overridesOf(instance);
-  Expansion expansion(document, warnings);
+  Expansion expansion(document, measuresLeft, warnings);
   // A symbol is chosen before what is changed within it.
   for (const bool isSymbol : {true, false}) {
     for (const SketchJson& value : values) {
@@ -249,7 +323,19 @@ SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& do
       if ((change.property == u"symbolID") == isSymbol) expansion.apply(change, &expanded);
     }
   }
+  expansion.measureNested();
   layOut(&expanded);
+  return expanded;
+}
+
+}  // namespace
+
+SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& document,
+                            QStringList* warnings) try {
+  const SketchLayerRef master = document.symbolMaster(textIn(instance, "symbolID"));
+  if (!master) return {};
+  int measuresLeft = kMostMeasures;
+  SketchJson expanded = laidOutMaster(instance, *master, document, &measuresLeft, warnings);
   const double scale = numberIn(instance, "scale", 1);
   const QSizeF size = rectIn(instance, "frame").size() / (scale > 0 ? scale : 1);
   resizeLayers(&expanded, rectIn(expanded, "frame").size(), size);

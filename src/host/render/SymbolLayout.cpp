@@ -10,6 +10,36 @@
 namespace kelvar::render {
 namespace {
 
+/// On nested instances.
+constexpr const char* kGrowth = "kelvar.growth";
+
+void setFrame(SketchJson* layer, const QRectF& rect) {
+  SketchJson& frame = (*layer)["frame"];
+  frame["x"] = rect.x();
+  frame["y"] = rect.y();
+  frame["width"] = rect.width();
+  frame["height"] = rect.height();
+}
+
+bool keepsItsPlace(const SketchJson& hidden) {
+  return flagIn(hidden, "preservesSpaceWhenHidden") ||
+         flagIn(memberOf(hidden, "flexItem"), "preserveSpaceWhenHidden");
+}
+
+/// What a replaced text takes up where its frame grows with it; a frame that does not grow, and any
+/// other layer's, is as it is.
+QSizeF sizeOf(const SketchJson& layer) {
+  const QSizeF size = rectIn(layer, "frame").size();
+  const SketchJson& growth = memberOf(layer, kGrowth);
+  if (growth.is_object()) return size + rectIn(layer, kGrowth).size();
+  if (classOf(layer) != u"text" || !flagIn(layer, kHasForeignFrame)) return size;
+  const TextBox box = readTextBox(layer);
+  if (box.behaviour == TextBox::Behaviour::Fixed) return size;
+  const QSizeF taken = shapeText(readTextRuns(layer), box).size;
+  return {box.behaviour == TextBox::Behaviour::AutoWidth ? std::ceil(taken.width()) : size.width(),
+          std::ceil(taken.height())};
+}
+
 /// A layer along the axis, before and after.
 struct Item {
   SketchJson* layer;
@@ -18,37 +48,31 @@ struct Item {
   double end() const { return start + length; }
 };
 
+/// One of the two ways that a layout runs.
 class Axis {
  public:
-  explicit Axis(bool isDown) : isDown_(isDown) {}
+  explicit Axis(const SketchJson& layout)
+      : isDown_(integerIn(layout, "axis", integerIn(layout, "flexDirection")) == 1) {}
 
-  Item itemOf(SketchJson* layer) const {
-    const QRectF frame = rectIn(*layer, "frame");
-    const double start = isDown_ ? frame.y() : frame.x();
-    const double length = isDown_ ? frame.height() : frame.width();
-    return {layer, start, length, newLengthOf(*layer, length)};
+  /// `before` is the layer's frame before what is in it was laid out.
+  Item itemOf(SketchJson* layer, const QRectF& before) const {
+    double newLength = along(sizeOf(*layer));
+    if (!flagIn(*layer, "isVisible", true)) newLength = keepsItsPlace(*layer) ? newLength : 0;
+    return {layer, isDown_ ? before.y() : before.x(), along(before.size()), newLength};
   }
 
-  void place(SketchJson* layer, double start, double length) const {
-    SketchJson& frame = (*layer)["frame"];
+  /// A group of another length takes along what is in it.
+  void place(const Item& item, double start, double length, bool stretches) const {
+    const QSizeF before = rectIn(*item.layer, "frame").size();
+    SketchJson& frame = (*item.layer)["frame"];
     frame[isDown_ ? "y" : "x"] = start;
     frame[isDown_ ? "height" : "width"] = length;
+    if (stretches) resizeLayers(item.layer, before, rectIn(*item.layer, "frame").size());
   }
+
+  double along(const QSizeF& size) const { return isDown_ ? size.height() : size.width(); }
 
  private:
-  double newLengthOf(const SketchJson& layer, double length) const {
-    if (!flagIn(layer, "isVisible", true)) {
-      return flagIn(layer, "preservesSpaceWhenHidden") ? length : 0;
-    }
-    if (classOf(layer) != u"text" || !flagIn(layer, kHasForeignFrame)) return length;
-    const TextBox box = readTextBox(layer);
-    const bool grows = isDown_ ? box.behaviour != TextBox::Behaviour::Fixed
-                               : box.behaviour == TextBox::Behaviour::AutoWidth;
-    if (!grows) return length;
-    const QSizeF size = shapeText(readTextRuns(layer), box).size;
-    return std::ceil(isDown_ ? size.height() : size.width());
-  }
-
   bool isDown_;
 };
 
@@ -63,7 +87,7 @@ double moveApart(const Axis& axis, const std::vector<Item>& items) {
       const Item& item = items[next];
       end = std::max(end, item.end());
       if (item.newLength > 0) newEnd = std::max(newEnd, item.start + item.newLength);
-      axis.place(item.layer, item.start + shift, item.newLength);
+      axis.place(item, item.start + shift, item.newLength, false);
     }
     const bool isGone = newEnd == items[first].start;
     const double after = isGone && next < items.size() ? items[next].start : end;
@@ -73,23 +97,33 @@ double moveApart(const Axis& axis, const std::vector<Item>& items) {
   return shift;
 }
 
-}  // namespace
+/// Lets the container grow from its layout's anchor, but not beyond its limits.
+void grow(SketchJson* container, const Axis& axis, double growth) {
+  const SketchJson& layout = memberOf(*container, "groupLayout");
+  const QRectF frame = rectIn(*container, "frame");
+  const Item whole = axis.itemOf(container, frame);
+  double length = std::max({0.0, numberIn(layout, "minSize"), whole.length + growth});
+  if (const double most = numberIn(layout, "maxSize"); most > 0) length = std::min(length, most);
+  const double anchor = std::clamp(integerIn(layout, "layoutAnchor"), 0, 2) / 2.0;
+  const bool isMaster = classOf(*container) != u"group";
+  const double start = whole.start - (isMaster ? 0 : anchor * (length - whole.length));
+  axis.place(whole, start, length, false);
+}
 
-void layOut(SketchJson* master) {
-  const SketchJson& layout = memberOf(*master, "groupLayout");
-  const auto layers = master->find("layers");
-  if (classOf(layout) != u"MSImmutableInferredGroupLayout" || layers == master->end()) return;
-  const Axis axis(integerIn(layout, "axis") == 1);
+using Children = std::vector<std::pair<SketchJson*, QRectF>>;
+
+void layOutAlong(SketchJson* container, const Children& children) {
+  const Axis axis(memberOf(*container, "groupLayout"));
   std::vector<Item> items, spanning;
   double start = 1e9, end = -1e9;
-  for (SketchJson& layer : *layers) {
-    if (!layer.is_object()) continue;
-    items.push_back(axis.itemOf(&layer));
+  for (const auto& [layer, before] : children) {
+    items.push_back(axis.itemOf(layer, before));
     start = std::min(start, items.back().start);
     end = std::max(end, items.back().end());
   }
-  const bool changes = std::any_of(items.begin(), items.end(),
-                                   [](const Item& item) { return item.newLength != item.length; });
+  const bool changes = std::any_of(items.begin(), items.end(), [](const Item& item) {
+    return std::abs(item.newLength - item.length) > 1e-6;
+  });
   if (!changes) return;
   const auto spansAll = [&](const Item& item) { return item.start <= start && item.end() >= end; };
   if (items.size() > 1) {
@@ -99,9 +133,67 @@ void layOut(SketchJson* master) {
   std::stable_sort(items.begin(), items.end(),
                    [](const Item& a, const Item& b) { return a.start < b.start; });
   const double growth = moveApart(axis, items);
-  for (const Item& item : spanning) axis.place(item.layer, item.start, item.length + growth);
-  const Item whole = axis.itemOf(master);
-  axis.place(master, whole.start, std::max(0.0, whole.length + growth));
+  for (const Item& item : spanning) axis.place(item, item.start, item.length + growth, true);
+  grow(container, axis, growth);
+}
+
+/// Replaced texts grow from the side that they are aligned to.
+void growText(SketchJson* layer) {
+  const QRectF frame = rectIn(*layer, "frame");
+  const QSizeF size = sizeOf(*layer);
+  if (classOf(*layer) != u"text" || size == frame.size()) return;
+  const auto alignment = readTextRuns(*layer).runs[0].style.paragraph.alignment;
+  const double more = size.width() - frame.width();
+  const double left = alignment == ParagraphStyle::Alignment::Right    ? more
+                      : alignment == ParagraphStyle::Alignment::Center ? more / 2
+                                                                       : 0;
+  setFrame(layer, {frame.topLeft() - QPointF(left, 0), size});
+}
+
+/// A group without a layout is as large as what is in it.
+void fit(SketchJson* group, const Children& children) {
+  QRectF before, after;
+  for (const auto& [layer, frame] : children) {
+    growText(layer);
+    before |= frame;
+    after |= rectIn(*layer, "frame");
+  }
+  if (before == after) return;
+  const QRectF frame = rectIn(*group, "frame");
+  setFrame(group, frame.adjusted(after.left() - before.left(), after.top() - before.top(),
+                                 after.right() - before.right(), after.bottom() - before.bottom()));
+  const QPointF shift = before.topLeft() - after.topLeft();
+  for (const auto& [layer, unused] : children) {
+    setFrame(layer, rectIn(*layer, "frame").translated(shift));
+  }
+}
+
+}  // namespace
+
+bool laysItselfOut(const SketchJson& container) {
+  const QString kind = classOf(memberOf(container, "groupLayout"));
+  return kind == u"MSImmutableInferredGroupLayout" || kind == u"MSImmutableFlexGroupLayout";
+}
+
+void addGrowth(const QSizeF& growth, SketchJson* instance) {
+  const QSizeF sum = rectIn(*instance, kGrowth).size() + growth;
+  if (!sum.isNull()) (*instance)[kGrowth] = {{"width", sum.width()}, {"height", sum.height()}};
+}
+
+void layOut(SketchJson* container) {
+  const auto layers = container->find("layers");
+  if (layers == container->end() || !layers->is_array()) return;
+  Children children;
+  for (SketchJson& layer : *layers) {
+    if (!layer.is_object()) continue;
+    children.emplace_back(&layer, rectIn(layer, "frame"));
+    if (classOf(layer) == u"group") layOut(&layer);
+  }
+  if (laysItselfOut(*container)) {
+    layOutAlong(container, children);
+  } else if (classOf(*container) == u"group") {
+    fit(container, children);
+  }
 }
 
 }  // namespace kelvar::render
