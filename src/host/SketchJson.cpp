@@ -1,5 +1,6 @@
 #include "host/SketchJson.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <climits>
 #include <cmath>
@@ -156,6 +157,14 @@ QString textIn(const SketchJson& object, const char* key) {
 QPointF pointIn(const SketchJson& object, const char* key) {
   const QPointF point = pointFromString(textIn(object, key));
   return {std::isfinite(point.x()) ? point.x() : 0, std::isfinite(point.y()) ? point.y() : 0};
+}
+
+QRectF textRectIn(const SketchJson& object, const char* key) {
+  static const QRegularExpression kNumber(QStringLiteral("-?[0-9.]+(e-?[0-9]+)?"));
+  QList<double> numbers;
+  auto matches = kNumber.globalMatch(textIn(object, key));
+  while (matches.hasNext()) numbers.append(matches.next().captured().toDouble());
+  return numbers.size() == 4 ? QRectF(numbers[0], numbers[1], numbers[2], numbers[3]) : QRectF();
 }
 
 QRectF rectIn(const SketchJson& object, const char* key) {

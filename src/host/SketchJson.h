@@ -41,6 +41,8 @@ bool flagIn(const SketchJson& object, const char* key, bool otherwise = false);
 QString textIn(const SketchJson& object, const char* key);
 /// Of a point string "{0.5, 1}"; what is not finite in it is 0.
 QPointF pointIn(const SketchJson& object, const char* key);
+/// Of a rectangle as text, "{{0, 0}, {1, 1}}"; empty for anything else.
+QRectF textRectIn(const SketchJson& object, const char* key);
 /// Of an object with x, y, width and height.
 QRectF rectIn(const SketchJson& object, const char* key);
 

@@ -1,6 +1,7 @@
 #include "host/SketchLayer.h"
 
 #include "host/SketchJson.h"
+#include "host/SketchKind.h"
 #include "host/SketchPath.h"
 #include "host/SketchTransform.h"
 #include "runtime/ClassInfo.h"
@@ -60,15 +61,12 @@ SketchLayerRef SketchLayer::make(const std::shared_ptr<SketchJson>& json,
 QString SketchLayer::kind() const { return classOf(*json_); }
 
 bool SketchLayer::isArtboard() const {
-  const QString kind = this->kind();
-  return kind == u"artboard" || kind == u"symbolMaster";
+  if (isSketchArtboard(*json_)) return true;
+  const SketchLayerRef around = parent();
+  return isSketchFrame(*json_) && around && around->isPage();
 }
 
-bool SketchLayer::isShape() const {
-  const QString kind = this->kind();
-  return kind == u"rectangle" || kind == u"oval" || kind == u"triangle" || kind == u"polygon" ||
-         kind == u"star" || kind == u"shapePath";
-}
+bool SketchLayer::isShape() const { return isSketchShape(*json_); }
 
 QString SketchLayer::name() const { return textIn(*json_, "name"); }
 void SketchLayer::setName(const QString& name) { edit()["name"] = name.toStdString(); }

@@ -30,7 +30,7 @@ class KELVAR_EXPORT SketchLayer : public Object {
   /// "rectangle". Kinds that nobody knows are kept and passed through.
   QString kind() const;
   bool isPage() const { return kind() == u"page"; }
-  /// Artboards, and symbol masters, which are artboards too.
+  /// Artboards, symbol masters, which are artboards too, and frames that lie on a page.
   bool isArtboard() const;
   /// A rectangle, oval, triangle, polygon, star or shape path, which has a path of its own.
   bool isShape() const;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/RoundedCorner.h"
+#include "host/SketchKind.h"
 
 namespace kelvar {
 namespace {
@@ -71,7 +72,8 @@ Outline ovalPoints() {
 /// The points of a shape whose document has none, in the unit square.
 Outline pointsOfKind(const SketchJson& shape) {
   const QString kind = classOf(shape);
-  if (kind == u"rectangle") return {straight(0, 0), straight(1, 0), straight(1, 1), straight(0, 1)};
+  if (kind == u"rectangle" || isSketchFrame(shape) || isSketchArtboard(shape))
+    return {straight(0, 0), straight(1, 0), straight(1, 1), straight(0, 1)};
   if (kind == u"triangle") return {straight(0.5, 0), straight(1, 1), straight(0, 1)};
   if (kind == u"oval") return ovalPoints();
   const int count = integerIn(shape, "numberOfPoints", 5);
@@ -99,14 +101,27 @@ const SketchJson& holderOf(const SketchJson& shape, const char* key) {
   return shape.contains(key) ? shape : memberOf(shape, "path");
 }
 
-/// A rectangle's radius for all corners counts where its points have none of their own.
+/// Of the style of a frame or a rectangle: one radius for all corners, or one for each.
+const SketchJson& cornersOf(const SketchJson& shape) {
+  return memberOf(memberOf(shape, "style"), "corners");
+}
+
+/// A rectangle's radius for all corners, and those of its style, count where its points have none
+/// of their own.
 void takeFixedRadius(const SketchJson& shape, Outline* outline) {
-  if (classOf(shape) != u"rectangle" || flagIn(shape, "edited")) return;
+  const QString kind = classOf(shape);
+  if (isSketchShape(shape) && (kind != u"rectangle" || flagIn(shape, "edited"))) return;
   for (const OutlinePoint& point : *outline) {
     if (point.radius != 0) return;
   }
-  for (OutlinePoint& point : *outline) {
-    point.radius = std::max(0.0, numberIn(shape, "fixedRadius"));
+  const SketchJson& radii = listIn(cornersOf(shape), "radii");
+  for (size_t i = 0; i < outline->size(); ++i) {
+    double radius = numberIn(shape, "fixedRadius");
+    if (!radii.empty()) {
+      const SketchJson& own = radii[std::min(i, radii.size() - 1)];
+      radius = own.is_number() ? own.get<double>() : 0;
+    }
+    (*outline)[i].radius = std::max(0.0, radius);
   }
 }
 
@@ -215,12 +230,15 @@ class Walk {
 }  // namespace
 
 BezierPath sketchPath(const SketchJson& shape, const QSizeF& size) {
-  constexpr int kSmooth = 2;
+  constexpr int kDisabled = -1, kSmooth = 2;
   const bool isClosed =
       flagIn(holderOf(shape, "isClosed"), "isClosed", classOf(shape) != u"shapePath");
-  const bool isSmooth =
-      integerIn(holderOf(shape, "pointRadiusBehaviour"), "pointRadiusBehaviour") == kSmooth;
-  const Outline outline = outlineOf(shape, size);
+  const int rounding = integerIn(holderOf(shape, "pointRadiusBehaviour"), "pointRadiusBehaviour");
+  Outline outline = outlineOf(shape, size);
+  if (rounding == kDisabled) {
+    for (OutlinePoint& point : outline) point.radius = 0;
+  }
+  const bool isSmooth = rounding == kSmooth || numberIn(cornersOf(shape), "smoothing") > 0;
   return Walk(outline, isClosed, isSmooth).path();
 }
 

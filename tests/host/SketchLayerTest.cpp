@@ -132,6 +132,10 @@ TEST(SketchLayer, RoundsCorners) {
   EXPECT_EQ(pathOf("rectangle", {10, 10}, R"({"fixedRadius":5})"),
             "M 5 0 L 5 0 C 7.76 0 10 2.24 10 5 L 10 5 C 10 7.76 7.76 10 5 10 L 5 10 "
             "C 2.24 10 0 7.76 0 5 L 0 5 C 0 2.24 2.24 0 5 0 Z");
+  EXPECT_EQ(pathOf("rectangle", {10, 10}, R"({"fixedRadius":5,"pointRadiusBehaviour":-1})"),
+            "M 0 0 L 10 0 L 10 10 L 0 10 L 0 0 Z");
+  EXPECT_EQ(pathOf("rectangle", {10, 10}, R"({"style":{"corners":{"radii":[2,0,0,0]}}})"),
+            "M 2 0 L 10 0 L 10 10 L 0 10 L 0 2 C 0 0.9 0.9 0 2 0 Z");
   // The ends of an open path and corners at a curve have nothing to round.
   EXPECT_EQ(pathOf("shapePath", {10, 10},
                    R"({"isClosed":false,"points":[{"point":"{0, 0}","cornerRadius":2},

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "host/SketchKind.h"
 #include "host/SketchTransform.h"
 #include "host/render/LayerStyle.h"
 #include "host/render/ShadowPainter.h"
@@ -66,10 +67,10 @@ QRectF layerExtent(const SketchJson& layer, int documentVersion) {
     return {};
   }
   QRectF extent({0, 0}, rectIn(layer, "frame").size());
-  if (kind == u"group") {
+  if (kind == u"group" && !cutsItsContents(layer)) {
     extent |= contentsExtent(listIn(layer, "layers"), documentVersion);
   }
-  if (kind != u"artboard" && kind != u"symbolMaster") {
+  if (!isSketchArtboard(layer)) {
     extent = withStyle(extent, readLayerStyle(memberOf(layer, "style")), documentVersion);
   }
   return sketchTransform(layer).mapRect(extent);

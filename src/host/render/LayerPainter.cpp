@@ -1,13 +1,16 @@
 #include "host/render/LayerPainter.h"
 
+#include <QLineF>
 #include <algorithm>
 #include <cmath>
 
+#include "host/SketchKind.h"
 #include "host/SketchTransform.h"
 #include "host/render/GaussianBlur.h"
 #include "host/render/LayerOutline.h"
 #include "host/render/PaintArea.h"
 #include "host/render/PictureTone.h"
+#include "host/render/StreakBlur.h"
 #include "host/render/SymbolInstance.h"
 
 namespace kelvar::render {
@@ -33,13 +36,16 @@ QPainterPath rectPath(const QRectF& rect) {
   return path;
 }
 
-bool isShapeKind(const QString& kind) {
-  return kind == u"rectangle" || kind == u"oval" || kind == u"triangle" || kind == u"polygon" ||
-         kind == u"star" || kind == u"shapePath" || kind == u"shapeGroup";
+bool hasOutline(const SketchJson& layer) {
+  return isSketchShape(layer) || classOf(layer) == u"shapeGroup";
 }
 
-/// Kinds that have no paint of their own to be drawn with, and so need pixels for their shadows.
-bool isContainerKind(const QString& kind) { return kind == u"group" || kind == u"symbolInstance"; }
+/// Groups and instances have no paint of their own to be drawn with, and so need pixels for their
+/// shadows.
+bool isPlainContainer(const SketchJson& layer) {
+  const QString kind = classOf(layer);
+  return kind == u"symbolInstance" || (kind == u"group" && !isSketchFrame(layer));
+}
 
 bool isOpaque(const Paint& paint) {
   if (paint.opacity < 1 || paint.blendMode != BlendMode::Normal) return false;
@@ -74,6 +80,14 @@ Canvas cutCanvas(const Canvas& canvas, const QPainterPath& outline) {
   return result;
 }
 
+/// What documents of Sketch 43 show of a bitmap; of all others the whole.
+QRectF cropOf(const SketchJson& bitmap, const QRectF& frame) {
+  const QRectF part = textRectIn(bitmap, "clippingMask");
+  if (part.isEmpty()) return frame;
+  return {part.x() * frame.width(), part.y() * frame.height(), part.width() * frame.width(),
+          part.height() * frame.height()};
+}
+
 /// Without dashes that would be too many to draw.
 LayerStyle withBearableDashes(LayerStyle style, const QPainterPath& outline) {
   double sum = 0;
@@ -99,8 +113,14 @@ void LayerPainter::warn(const QString& sentence) {
 }
 
 void LayerPainter::paintContents(const SketchJson& container, const Canvas& canvas) {
-  const SketchJson& layers = listIn(container, "layers");
-  paintRange(layers, 0, layers.size(), canvas);
+  const Subject subject{container, readLayerStyle(memberOf(container, "style")), canvas,
+                        classOf(container)};
+  if (!isSketchFrame(container) && !isSketchArtboard(container)) return paintGroup(subject);
+  // An instance shows what reaches out of its master, unless that is to be cut.
+  constexpr int kCut = 1;
+  const bool isMaster = subject.kind == u"symbolMaster";
+  paintInFrame(subject, isMaster ? integerIn(container, "clippingBehavior") == kCut
+                                 : cutsItsContents(container));
 }
 
 /// A mask cuts the layers above it, up to the first that breaks the chain.
@@ -138,16 +158,16 @@ void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
   }
   Subject subject{layer, readLayerStyle(memberOf(layer, "style")),
                   canvas.within(sketchTransform(layer)), classOf(layer)};
-  const bool isLeaf = isShapeKind(subject.kind) || subject.kind == u"text";
+  const bool isLeaf = hasOutline(subject.layer) || subject.kind == u"text";
   if (isLeaf && reachOnCanvas(subject).isEmpty()) return;
-  if (subject.kind == u"artboard" || subject.kind == u"symbolMaster") return paintArtboard(subject);
+  if (isSketchArtboard(layer)) return paintArtboard(subject);
   const bool leftOutPictures = leavesOutPictures_;
   leavesOutPictures_ = withoutPictures_.contains(textIn(layer, "do_objectID"));
   paintBackgroundBlur(subject);
   const LayerStyle& style = subject.style;
   const bool standsAlone =
       style.opacity < 1 || style.blendMode != BlendMode::Normal || ownBlur(style) > 0 ||
-      (isContainerKind(subject.kind) && (!style.shadows.isEmpty() || tints(subject)));
+      (isPlainContainer(subject.layer) && (!style.shadows.isEmpty() || tints(subject)));
   if (standsAlone) {
     paintByItself(&subject);
   } else {
@@ -173,7 +193,7 @@ QRectF LayerPainter::reachOf(const SketchJson& layer) {
     const double across = isOneLine ? size * double(runs.text.size()) : 2 * size;
     const double down = 2 * size * double(1 + runs.text.count(u'\n'));
     reach.adjust(-across, -2 * size, across, down);
-  } else if (!isShapeKind(kind)) {
+  } else if (!hasOutline(layer)) {
     reach |= reachOfContents(layer);
   }
   double margin = 1;
@@ -216,7 +236,7 @@ QRect LayerPainter::reachOnCanvas(const Subject& subject) {
 
 bool LayerPainter::tints(const Subject& subject) const {
   return documentVersion_ >= kFirstWithTints && !subject.style.fills.isEmpty() &&
-         isContainerKind(subject.kind);
+         isPlainContainer(subject.layer);
 }
 
 void LayerPainter::paintByItself(Subject* subject) {
@@ -242,8 +262,8 @@ void LayerPainter::paintByItself(Subject* subject) {
       painter.fillRect(alone.pixels.rect(), fill.color);
     }
   }
-  blur(&alone.pixels, deviation);
-  if (isContainerKind(subject->kind) && !subject->style.shadows.isEmpty()) {
+  blurAlone(*subject, below.toPicture, &alone);
+  if (isPlainContainer(subject->layer) && !subject->style.shadows.isEmpty()) {
     // The shadows belong to the group, and fade with it.
     Surface content = alone;
     alone.pixels.fill(Qt::transparent);
@@ -258,15 +278,35 @@ void LayerPainter::paintByItself(Subject* subject) {
   compose(alone, below, subject->style.blendMode, subject->style.opacity);
 }
 
-void LayerPainter::paintSubject(const Subject& subject) {
-  for (const Blur& blur : subject.style.blurs) {
-    if (blur.kind != Blur::Kind::Motion && blur.kind != Blur::Kind::Zoom) continue;
-    warn(u"The %1 blur of \"%2\" is drawn as a Gaussian blur."_s.arg(
-        blur.kind == Blur::Kind::Motion ? u"motion"_s : u"zoom"_s, textIn(subject.layer, "name")));
+/// What a motion smears has the blur's radius on both sides; a zoom reaches as far at the corners.
+void LayerPainter::blurAlone(const Subject& subject, const QTransform& toPicture, Surface* alone) {
+  const QPointF origin = alone->origin;
+  for (const Blur& own : subject.style.blurs) {
+    const double radius = std::min(own.radius * scaleOf(toPicture), kMostBlur);
+    if (own.kind == Blur::Kind::Gaussian) blur(&alone->pixels, radius);
+    if (own.kind == Blur::Kind::Motion) {
+      const QPointF streak = QLineF::fromPolar(radius, own.angle).p2();
+      smear(&alone->pixels, radius, [=](const QPointF&) { return streak; });
+    }
+    if (own.kind == Blur::Kind::Zoom) {
+      const QSizeF size = subject.frame().size();
+      const QPointF center =
+          toPicture.map(QPointF(own.center.x() * size.width(), own.center.y() * size.height()));
+      const double half = std::hypot(size.width(), size.height()) / 2 * scaleOf(toPicture);
+      smear(&alone->pixels, radius, [=](const QPointF& at) {
+        return (at + origin - center) * (radius / std::max(half, 1.0));
+      });
+      warn(u"The zoom blur of \"%1\" may be weaker or stronger than it should be."_s.arg(
+          textIn(subject.layer, "name")));
+    }
   }
-  if (isShapeKind(subject.kind)) return paintShape(subject);
+}
+
+void LayerPainter::paintSubject(const Subject& subject) {
+  if (hasOutline(subject.layer)) return paintShape(subject);
   if (subject.kind == u"text") return paintText(subject);
   if (subject.kind == u"bitmap") return paintBitmap(subject);
+  if (isSketchFrame(subject.layer)) return paintInFrame(subject, cutsItsContents(subject.layer));
   if (subject.kind == u"group" || subject.kind == u"page") return paintGroup(subject);
   if (subject.kind == u"symbolInstance") return paintInstance(subject);
   if (subject.kind == u"slice" || subject.kind == u"MSImmutableHotspotLayer") return;
@@ -276,17 +316,30 @@ void LayerPainter::paintSubject(const Subject& subject) {
 }
 
 void LayerPainter::paintGroup(const Subject& subject) {
-  paintContents(subject.layer, subject.canvas);
+  const SketchJson& layers = listIn(subject.layer, "layers");
+  paintRange(layers, 0, layers.size(), subject.canvas);
 }
 
 void LayerPainter::paintArtboard(const Subject& subject) {
-  const QPainterPath area = rectPath(subject.frame());
   if (flagIn(subject.layer, "hasBackgroundColor")) {
     QPainter painter;
     begin(&painter, subject.canvas);
-    painter.fillPath(area, readColor(memberOf(subject.layer, "backgroundColor")));
+    painter.fillPath(layerOutline(subject.layer),
+                     readColor(memberOf(subject.layer, "backgroundColor")));
   }
-  paintContents(subject.layer, cutCanvas(subject.canvas, area));
+  paintInFrame(subject, cutsItsContents(subject.layer));
+}
+
+/// What is in an artboard or a frame, on its fills and under its borders.
+void LayerPainter::paintInFrame(const Subject& subject, bool isCut) {
+  const QPainterPath outline = layerOutline(subject.layer);
+  if (!subject.style.shadows.isEmpty()) paintShadows(subject, casterOf(subject, outline));
+  paintFills(subject, outline);
+  Subject contents = subject;
+  if (isCut) contents.canvas = cutCanvas(subject.canvas, outline);
+  paintGroup(contents);
+  paintInnerShadows(subject, outline);
+  paintBorders(subject, outline);
 }
 
 void LayerPainter::paintInstance(const Subject& subject) {
@@ -298,6 +351,10 @@ void LayerPainter::paintInstance(const Subject& subject) {
   const SketchJson content = expandedInstance(subject.layer, document_, &warnings_);
   if (content.is_null()) {
     return warn(u"The symbol of \"%1\" is missing."_s.arg(name));
+  }
+  for (const char* spacing : {"horizontalSpacing", "verticalSpacing"}) {
+    if (numberIn(subject.layer, spacing) == 0) continue;
+    warn(u"The spacing that \"%1\" sets for its layout is left out."_s.arg(name));
   }
   openSymbols_.append(symbolID);
   const double scale = numberIn(subject.layer, "scale", 1);
@@ -326,7 +383,7 @@ void LayerPainter::paintShape(const Subject& subject) {
 void LayerPainter::paintFills(const Subject& subject, const QPainterPath& outline) {
   for (const Paint& fill : subject.style.fills) {
     if (fill.kind == Paint::Kind::Noise) {
-      warn(u"The noise on \"%1\" is left out."_s.arg(textIn(subject.layer, "name")));
+      warn(u"The noise on \"%1\" has other grains here."_s.arg(textIn(subject.layer, "name")));
     }
     paintWith(fill, outline, subject.frame(), subject.canvas);
   }
@@ -383,7 +440,6 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
   const QTransform toPicture = subject.canvas.toPicture;
   const bool isFilled = !style.fills.isEmpty();
   QList<QPainterPath> borders;
-  double margin = 0;
   for (const Border& border : style.borders) {
     const bool isCentered = border.position == Border::Position::Center || isOpenOutline(outline);
     if (border.position == Border::Position::Inside && isFilled && !isCentered) continue;
@@ -392,18 +448,23 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
     if (border.position == Border::Position::Inside && !isCentered)
       area = area.intersected(outline);
     borders.append(toPicture.map(area));
-    margin = std::max(margin, width * style.miterLimit / 2 * scale);
   }
   const QPainterPath filled = toPicture.map(outline);
+  QPainterPath edge = filled;
+  const bool isSpread = std::any_of(style.shadows.begin(), style.shadows.end(),
+                                    [](const Shadow& shadow) { return shadow.spread != 0; });
+  for (const QPainterPath& border : borders) {
+    if (isSpread) edge = isFilled ? edge.united(border) : border;
+  }
   const auto draw = [=](Surface* surface, double spread) {
     QPainter painter;
     begin(&painter, {surface, {}, {}});
     if (isFilled) painter.fillPath(filled, Qt::black);
     for (const QPainterPath& border : borders) painter.fillPath(border, Qt::black);
-    if (!(spread > 0)) return;
-    QPen pen(Qt::black, 2 * spread);
-    pen.setJoinStyle(Qt::MiterJoin);
-    painter.strokePath(filled, pen);
+    if (spread == 0) return;
+    // Less than nothing is taken off the rim.
+    if (spread < 0) painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    painter.strokePath(edge, spreadPen(spread));
   };
   const bool isSolid = std::any_of(style.fills.begin(), style.fills.end(), isOpaque) || !isFilled;
   QRectF bounds = filled.boundingRect();
@@ -441,7 +502,9 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
     const QPoint origin = subject.canvas.surface->origin;
     Surface seen{subject.canvas.surface->pixels.copy(rect.translated(-origin)), rect.topLeft()};
     blur(&seen.pixels, deviation);
-    if (glass.saturation != 1) tone(&seen.pixels, {.saturation = glass.saturation});
+    if (glass.saturation != 1) {
+      seen.pixels = toned(seen.pixels, {{.saturation = glass.saturation}});
+    }
     Canvas within = subject.canvas;
     within.clips.append(place);
     compose(seen, within, BlendMode::Normal, 1);
@@ -510,13 +573,14 @@ void LayerPainter::paintBitmap(const Subject& subject) {
   const ImageRef picture = showsPicture ? pictureOf(memberOf(subject.layer, "image")) : nullptr;
   QImage pixels = picture ? picture->pixels() : QImage();
   if (!pixels.isNull()) {
-    pixels = shrunkFor(pixels, frame, subject.canvas.toPicture);
-    for (const ColorControls& controls : subject.style.colorControls) tone(&pixels, controls);
+    pixels = toned(shrunkFor(pixels, frame, subject.canvas.toPicture), subject.style.colorControls);
   }
+  const QRectF crop = cropOf(subject.layer, frame);
   const auto drawPicture = [&](const Canvas& canvas) {
     if (pixels.isNull()) return;
     QPainter painter;
     begin(&painter, canvas);
+    if (crop != frame) cut(&painter, rectPath(crop));
     painter.drawImage(frame, pixels);
   };
   if (!subject.style.shadows.isEmpty()) {
@@ -538,7 +602,7 @@ void LayerPainter::paintBitmap(const Subject& subject) {
 QPainterPath LayerPainter::maskOutline(const SketchJson& layer) {
   const QString kind = classOf(layer);
   const QTransform toParent = sketchTransform(layer);
-  if (isShapeKind(kind)) return toParent.map(layerOutline(layer));
+  if (hasOutline(layer) || isSketchFrame(layer)) return toParent.map(layerOutline(layer));
   if (kind == u"text") return toParent.map(textOf(layer).outline());
   return toParent.map(rectPath({{0, 0}, rectIn(layer, "frame").size()}));
 }

@@ -46,11 +46,13 @@ class LayerPainter {
 
   void paintRange(const SketchJson& layers, size_t first, size_t last, Canvas canvas);
   void paintByItself(Subject* subject);
+  void blurAlone(const Subject& subject, const QTransform& toPicture, Surface* alone);
   void paintSubject(const Subject& subject);
 
   void paintGroup(const Subject& subject);
   void paintInstance(const Subject& subject);
   void paintArtboard(const Subject& subject);
+  void paintInFrame(const Subject& subject, bool isCut);
   void paintShape(const Subject& subject);
   void paintText(const Subject& subject);
   void paintBitmap(const Subject& subject);

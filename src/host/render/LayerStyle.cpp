@@ -39,6 +39,8 @@ Paint readPaint(const SketchJson& json) {
           .pattern = choice(json, "patternFillType", Paint::Pattern::Fill, Paint::Pattern::Fit),
           .tileScale = numberIn(json, "patternTileScale", 1),
           .image = &memberOf(json, "image"),
+          .noise = choice(json, "noiseIndex", Paint::Noise::Gray, Paint::Noise::Colored),
+          .noiseIntensity = std::clamp(numberIn(json, "noiseIntensity"), 0.0, 1.0),
           .blendMode = blendModeFrom(integerIn(context, "blendMode")),
           .opacity = std::clamp(numberIn(context, "opacity", 1), 0.0, 1.0)};
 }
@@ -58,7 +60,8 @@ Blur readBlur(const SketchJson& json) {
   return {.kind = choice(json, "type", Blur::Kind::Gaussian, Blur::Kind::Background),
           .radius = std::max(0.0, numberIn(json, "radius")),
           .saturation = numberIn(json, "saturation", 1),
-          .angle = numberIn(json, "motionAngle")};
+          .angle = numberIn(json, "motionAngle"),
+          .center = pointIn(json, "center")};
 }
 
 void readBorderOptions(const SketchJson& options, LayerStyle* style) {
@@ -131,6 +134,7 @@ LayerStyle readLayerStyle(const SketchJson& json) {
     style.colorControls.append({numberIn(controls, "brightness"), numberIn(controls, "contrast", 1),
                                 numberIn(controls, "saturation", 1), numberIn(controls, "hue")});
   });
+  for (Paint& fill : style.fills) fill.tones = style.colorControls;
   return style;
 }
 

@@ -28,10 +28,18 @@ struct Gradient {
   QList<GradientStop> stops;
 };
 
+/// How pictures are toned. 1 leaves contrast and saturation as they are; the hue is turned by
+/// radians.
+struct ColorControls {
+  double brightness = 0, contrast = 1, saturation = 1, hue = 0;
+};
+
 /// What an area or an outline is painted with.
 struct Paint {
   enum class Kind { Color = 0, Gradient = 1, Pattern = 4, Noise = 5 };
   enum class Pattern { Tile = 0, Fill = 1, Stretch = 2, Fit = 3 };
+  /// What the grains of noise are.
+  enum class Noise { Gray = 0, Black = 1, White = 2, Colored = 3 };
   Kind kind = Kind::Color;
   QColor color;
   Gradient gradient;
@@ -39,6 +47,9 @@ struct Paint {
   double tileScale = 1;
   /// The reference to the picture of a pattern; owned by the layer's JSON. Never null.
   const nlohmann::ordered_json* image;
+  QList<ColorControls> tones = {};
+  Noise noise = Noise::Gray;
+  double noiseIntensity = 0;
   BlendMode blendMode = BlendMode::Normal;
   double opacity = 1;
 };
@@ -65,8 +76,10 @@ struct Blur {
   double radius = 0;
   /// Of what is seen through a background blur, 1 leaves it as it is.
   double saturation = 1;
-  /// Degrees, of a motion blur.
+  /// Degrees, counter-clockwise, of a motion blur.
   double angle = 0;
+  /// Of a zoom blur, in parts of the layer's sides.
+  QPointF center;
 };
 
 /// What stands at the end of an open line.
@@ -79,12 +92,6 @@ enum class Marker {
   FilledCircle = 5,
   OpenSquare = 6,
   FilledSquare = 7
-};
-
-/// How pictures are toned. 1 leaves contrast and saturation as they are; the hue is turned by
-/// radians.
-struct ColorControls {
-  double brightness = 0, contrast = 1, saturation = 1, hue = 0;
 };
 
 struct LayerStyle {

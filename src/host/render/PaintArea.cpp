@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
+
+#include "host/render/PictureTone.h"
 
 namespace kelvar::render {
 namespace {
@@ -31,12 +34,12 @@ void paintPattern(QPainter* painter, const QPainterPath& path, const Paint& pain
   if (paint.pattern == Paint::Pattern::Tile) {
     const double scale = paint.tileScale > 0.001 ? paint.tileScale : 1;
     const QRectF tile(box.topLeft(), QSizeF(picture.size()) * scale);
-    const QImage drawn = shrunkFor(picture, tile, painter->worldTransform());
+    const QImage drawn = toned(shrunkFor(picture, tile, painter->worldTransform()), paint.tones);
     painter->fillPath(path, pictureBrush(drawn, tile));
     return;
   }
   const QRectF rect = patternRect(paint.pattern, picture.size(), box);
-  const QImage drawn = shrunkFor(picture, rect, painter->worldTransform());
+  const QImage drawn = toned(shrunkFor(picture, rect, painter->worldTransform()), paint.tones);
   QPainterPath area = path;
   if (paint.pattern == Paint::Pattern::Fit) {
     QPainterPath rectPath;
@@ -44,6 +47,26 @@ void paintPattern(QPainter* painter, const QPainterPath& path, const Paint& pain
     area = path.intersected(rectPath);
   }
   painter->fillPath(area, pictureBrush(drawn, rect));
+}
+
+/// A tile of grains, the same ones each time.
+QImage grains(const Paint& paint) {
+  constexpr int kSide = 256;
+  QImage tile(kSide, kSide, QImage::Format_ARGB32_Premultiplied);
+  std::minstd_rand random(1);
+  const auto part = [&random] { return int(random() >> 8 & 0xff); };
+  for (int y = 0; y < kSide; ++y) {
+    for (int x = 0; x < kSide; ++x) {
+      const int gray = part();
+      QColor grain(gray, gray, gray, 255);
+      if (paint.noise == Paint::Noise::Black) grain = QColor(0, 0, 0, gray);
+      if (paint.noise == Paint::Noise::White) grain = QColor(255, 255, 255, gray);
+      if (paint.noise == Paint::Noise::Colored) grain = QColor(gray, part(), part());
+      grain.setAlphaF(grain.alphaF() * float(paint.noiseIntensity));
+      tile.setPixel(x, y, qPremultiply(grain.rgba()));
+    }
+  }
+  return tile;
 }
 
 QColor between(const QColor& a, const QColor& b, double t) {
@@ -143,6 +166,10 @@ void paintArea(QPainter* painter, const QPainterPath& path, const Paint& paint, 
                const ImageRef& picture) {
   if (paint.kind == Paint::Kind::Pattern) {
     if (picture) paintPattern(painter, path, paint, box, picture->pixels());
+    return;
+  }
+  if (paint.kind == Paint::Kind::Noise) {
+    painter->fillPath(path, QBrush(grains(paint)));
     return;
   }
   painter->fillPath(path, brushFor(paint, box));

@@ -33,8 +33,6 @@ std::array<float, 9> colorMatrix(const ColorControls& controls) {
   return matrix;
 }
 
-}  // namespace
-
 void tone(QImage* pixels, const ColorControls& controls) {
   const std::array<float, 9> matrix = colorMatrix(controls);
   const float contrast = float(controls.contrast), brightness = float(controls.brightness);
@@ -53,6 +51,13 @@ void tone(QImage* pixels, const ColorControls& controls) {
       row[x] = qPremultiply(qRgba(to[0], to[1], to[2], qAlpha(p)));
     }
   }
+}
+
+}  // namespace
+
+QImage toned(QImage pixels, const QList<ColorControls>& tones) {
+  for (const ColorControls& controls : tones) tone(&pixels, controls);
+  return pixels;
 }
 
 }  // namespace kelvar::render

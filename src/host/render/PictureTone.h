@@ -6,8 +6,8 @@
 
 namespace kelvar::render {
 
-/// Changes the colours of premultiplied pixels: hue and saturation first, then contrast about the
-/// middle grey, then brightness.
-void tone(QImage* pixels, const ColorControls& controls);
+/// The picture with the colours of its premultiplied pixels changed by each of `tones`: hue and
+/// saturation first, then contrast about the middle grey, then brightness.
+QImage toned(QImage pixels, const QList<ColorControls>& tones);
 
 }  // namespace kelvar::render

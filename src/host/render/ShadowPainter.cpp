@@ -49,6 +49,10 @@ void move(Surface* surface, const QPointF& offset) {
 
 }  // namespace
 
+QPen spreadPen(double spread) {
+  return {Qt::black, 2 * std::abs(spread), Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin};
+}
+
 double shadowMargin(const Shadow& shadow) {
   return std::max(0.0, shadow.blurRadius + shadow.spread);
 }
@@ -92,12 +96,8 @@ void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double 
       {&rim, QTransform::fromTranslate(shadow.offset.x() * scale, shadow.offset.y() * scale), {}});
   painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
   painter.fillPath(outline, Qt::black);
-  if (spread > 0) {
-    QPen pen(Qt::black, 2 * spread);
-    pen.setJoinStyle(Qt::MiterJoin);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.strokePath(outline, pen);
-  }
+  if (spread > 0) painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+  if (spread != 0) painter.strokePath(outline, spreadPen(spread));
   painter.end();
   blur(&rim.pixels, deviation);
   colorize(&rim.pixels, shadow.color);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPainterPath>
+#include <QPen>
 #include <functional>
 
 #include "host/render/LayerStyle.h"
@@ -16,6 +17,9 @@ struct Caster {
   /// Whether something can be seen through it: then its shadow is left out behind it.
   bool isTranslucent = false;
 };
+
+/// What an outline is drawn along with for a shadow to be larger, or smaller, on every side.
+QPen spreadPen(double spread);
 
 /// Draws the shadow of `caster`. Shadows keep their direction when a layer is turned; `scale` is
 /// by how much lengths grow on their way to the picture.

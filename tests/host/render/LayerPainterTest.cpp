@@ -156,6 +156,9 @@ TEST(LayerPainter, Shadows) {
       {"spread",
        {rectangle(10, 10, 10, 10, shadow("shadows", 0, 0, 0, 4, kBlue, filled(kRed)))},
        {{5, 15, kNothing}, {6, 6, kBlue}, {9, 15, kBlue}, {10, 15, kRed}, {23, 23, kBlue}}},
+      {"smaller than what casts it",
+       {rectangle(10, 10, 20, 20, shadow("shadows", 0, 14, 0, -4, kBlue, filled(kRed)))},
+       {{20, 29, kRed}, {20, 39, kBlue}, {13, 35, kNothing}, {14, 35, kBlue}, {26, 35, kNothing}}},
       {"half as far as its radius",
        {rectangle(0, 0, 20, 40, blurred)},
        // The bell of deviation 2, half a pixel beyond the edge at 40 - 0.5 and at 38 - 0.5.
@@ -168,6 +171,9 @@ TEST(LayerPainter, Shadows) {
       {"inner",
        {rectangle(10, 10, 20, 20, shadow("innerShadows", 4, 0, 0, 0, kBlue, filled(kRed)))},
        {{9, 20, kNothing}, {10, 20, kBlue}, {13, 20, kBlue}, {14, 20, kRed}, {29, 20, kRed}}},
+      {"inner, smaller",
+       {rectangle(10, 10, 20, 20, shadow("innerShadows", 6, 0, 0, -2, kBlue, filled(kRed)))},
+       {{13, 20, kBlue}, {14, 20, kRed}, {20, 11, kRed}}},
       {"inner, spread",
        {rectangle(10, 10, 20, 20, shadow("innerShadows", 0, 0, 0, 3, kBlue, filled(kRed)))},
        {{12, 20, kBlue}, {13, 20, kRed}, {26, 20, kRed}, {27, 20, kBlue}}},
@@ -296,6 +302,43 @@ TEST(LayerPainter, PlacesLayers) {
   });
 }
 
+SketchJson framed(int clipping, const SketchJson& style) {
+  return with(container("group", frame(10, 10, 20, 20), {rectangle(-5, 5, 20, 10, filled(kRed))}),
+              {{"groupBehavior", 1}, {"clippingBehavior", clipping}, {"style", style}});
+}
+
+TEST(LayerPainter, Frames) {
+  SketchJson round = filled(kBlue);
+  round["corners"] = {{"radii", {10, 0, 0, 0}}};
+  expectDrawn({
+      {"a ground, and what is in it cut",
+       {framed(0, filled(kBlue))},
+       {{9, 20, kNothing}, {10, 20, kRed}, {12, 12, kBlue}, {28, 20, kBlue}}},
+      {"uncut", {framed(2, filled(kBlue))}, {{5, 20, kRed}, {12, 12, kBlue}}},
+      {"a round corner",
+       {framed(0, round)},
+       {{11, 11, kNothing}, {28, 11, kBlue}, {15, 28, kBlue}}},
+      {"a border over what is in it",
+       {framed(0, bordered(1, 2, kGreen))},
+       {{11, 20, kGreen}, {13, 20, kRed}, {28, 20, kGreen}, {25, 20, kNothing}}},
+      {"a shadow of its ground",
+       {framed(0, shadow("shadows", 0, 10, 0, 0, kGreen, filled(kBlue)))},
+       {{12, 35, kGreen}, {12, 12, kBlue}}},
+  });
+}
+
+TEST(LayerPainter, FramesOnAPageAreArtboards) {
+  TinyDocument tiny;
+  tiny.layers = {framed(0, filled(kBlue))};
+  const SketchDocumentRef document = tiny.open();
+  ASSERT_EQ(document->artboards().size(), 1);
+  QString error;
+  const ImageRef image = ArtboardRenderer(document).render(*document->artboards()[0], 1, &error);
+  ASSERT_TRUE(image);
+  EXPECT_EQ(image->pixels().size(), QSize(20, 20));
+  expectColors({image->pixels(), {}}, {{0, 10, kRed}, {2, 2, kBlue}}, "a frame");
+}
+
 QByteArray png(const QImage& image) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -350,9 +393,67 @@ TEST(LayerPainter, Bitmaps) {
   const SketchJson bitmap = with(layer("bitmap", frame(0, 10, 40, 20)), {{"image", kPicture}});
   expectColors(drawDocument(withPicture({bitmap}), 40, 40),
                {{5, 9, kNothing}, {5, 10, kRed}, {35, 29, kBlue}, {35, 30, kNothing}}, "a bitmap");
+  const SketchJson cropped = with(bitmap, {{"clippingMask", "{{0.25, 0}, {0.5, 0.5}}"}});
+  expectColors(drawDocument(withPicture({cropped}), 40, 40),
+               {{9, 15, kNothing}, {10, 15, kRed}, {29, 15, kBlue}, {15, 20, kNothing}}, "a part");
   SketchJson lost = bitmap;
   lost["image"]["_ref"] = "images/lost.png";
   EXPECT_EQ(drawDocument(withPicture({lost}), 40, 40).warnings.size(), 1);
+}
+
+/// A third less light, of the picture alone.
+TEST(LayerPainter, TonesPictures) {
+  SketchJson style;
+  style["colorControls"] = {{"isEnabled", true}, {"brightness", -0.4}, {"contrast", 1}};
+  SketchJson bitmap = with(layer("bitmap", frame(0, 0, 40, 20), style), {{"image", kPicture}});
+  SketchJson paint = {{"fillType", 4}, {"patternFillType", 2}, {"image", kPicture}};
+  style["fills"] = SketchJson::array({paint});
+  SketchJson plain = style;
+  plain["fills"] = filled(kRed)["fills"];
+  const QColor dark(153, 0, 0);
+  expectColors(drawDocument(withPicture({bitmap}), 40, 40), {{5, 10, dark}}, "a bitmap");
+  expectColors(drawDocument(withPicture({rectangle(0, 0, 40, 40, style)}), 40, 40),
+               {{5, 10, dark}, {35, 10, {0, 0, 153}}}, "a fill with a picture");
+  expectColors(draw({rectangle(0, 0, 40, 40, plain)}, 40, 40), {{5, 10, kRed}}, "a plain fill");
+}
+
+/// A bar of 4 pixels' width, seen through a motion of 8 both ways: 4 of 17 pixels, across alone.
+TEST(LayerPainter, MotionSmearsAlongItsAngle) {
+  for (const int angle : {0, 90}) {
+    SketchJson style = filled(kRed);
+    style["blur"] = {{"isEnabled", true}, {"type", 1}, {"radius", 8}, {"motionAngle", angle}};
+    const bool isAcross = angle == 0;
+    const Drawing drawing =
+        draw({isAcross ? rectangle(18, 0, 4, 40, style) : rectangle(0, 18, 40, 4, style)}, 40, 40);
+    const auto alphaAt = [&](int along) {
+      return isAcross ? drawing.at(along, 20).alpha() : drawing.at(20, along).alpha();
+    };
+    EXPECT_NEAR(alphaAt(20), 255 * 4 / 17, 2) << angle;
+    EXPECT_NEAR(alphaAt(13), 255 * 4 / 17, 2) << angle;
+    EXPECT_EQ(alphaAt(9), 0) << angle;
+    EXPECT_EQ(alphaAt(30), 0) << angle;
+  }
+}
+
+/// Grains over half of the black below, brighter on the whole.
+TEST(LayerPainter, NoiseHasGrains) {
+  SketchJson style;
+  style["fills"] = SketchJson::array(
+      {fill(Qt::black), {{"fillType", 5}, {"noiseIndex", 2}, {"noiseIntensity", 0.5}}});
+  const Drawing drawing = draw({rectangle(0, 0, 100, 100, style)}, 100, 100);
+  double sum = 0;
+  int darkest = 255, lightest = 0;
+  for (int y = 0; y < 100; ++y) {
+    for (int x = 0; x < 100; ++x) {
+      const int gray = drawing.at(x, y).green();
+      sum += gray;
+      darkest = std::min(darkest, gray);
+      lightest = std::max(lightest, gray);
+    }
+  }
+  EXPECT_NEAR(sum / 10'000, 64, 2);
+  EXPECT_LT(darkest, 3);
+  EXPECT_GT(lightest, 124);
 }
 
 TEST(LayerPainter, BlurSpreadsALayer) {
@@ -432,36 +533,66 @@ TEST(LayerPainter, SymbolInstances) {
   for (const Case& c : cases) expectColors(drawInstances(c.layers), c.probes, c.what);
 }
 
+SketchJson laidOut(const SketchJson& container, int axis, int anchor = 0) {
+  return with(
+      container,
+      {{"groupLayout",
+        {{"_class", "MSImmutableInferredGroupLayout"}, {"axis", axis}, {"layoutAnchor", anchor}}}});
+}
+
+Drawing drawInstance(const List& masters, const SketchJson& instance, double width) {
+  TinyDocument tiny;
+  tiny.layers = masters;
+  tiny.layers.push_back(container("artboard", frame(0, 0, width, 20), {instance}));
+  const SketchDocumentRef document = tiny.open();
+  QString error;
+  ArtboardRenderer renderer(document);
+  const ImageRef image = renderer.render(*document->artboards().last(), 1, &error);
+  EXPECT_TRUE(image) << qPrintable(error);
+  return {image ? image->pixels() : QImage(), renderer.warnings()};
+}
+
 /// A hidden layer's place, and the gap behind it, go to what comes after.
 TEST(LayerPainter, SymbolsLayThemselvesOut) {
   const auto piece = [](const char* id, double x, const QColor& c) {
     return with(rectangle(x, 5, 10, 10, filled(c)), {{"do_objectID", id}});
   };
-  SketchJson master =
-      with(container("symbolMaster", frame(1000, 0, 60, 20),
-                     {rectangle(0, 0, 60, 20, filled(kRed)), piece("A", 5, kGreen),
-                      piece("B", 25, kBlue), piece("C", 45, kGreen)}),
-           {{"symbolID", "S"},
-            {"groupLayout", {{"_class", "MSImmutableInferredGroupLayout"}, {"axis", 0}}}});
-  TinyDocument tiny;
-  tiny.layers = {
-      master,
-      container("artboard", frame(0, 0, 60, 20),
-                {instance({change("A_isVisible", false)}, {{"frame", frame(0, 0, 40, 20)}})})};
-  const SketchDocumentRef document = tiny.open();
-  QString error;
-  const ImageRef image =
-      ArtboardRenderer(document).render(*document->artboards().last(), 1, &error);
-  ASSERT_TRUE(image);
-  expectColors({image->pixels(), {}},
-               {{2, 10, kRed},
-                {6, 10, kBlue},
-                {14, 10, kBlue},
-                {20, 10, kRed},
-                {26, 10, kGreen},
-                {38, 10, kRed},
-                {41, 10, kNothing}},
-               "a layout");
+  const List pieces = {rectangle(0, 0, 60, 20, filled(kRed)), piece("A", 5, kGreen),
+                       piece("B", 25, kBlue), piece("C", 45, kGreen)};
+  const auto master = [](const char* id, const SketchJson& frame, const List& layers) {
+    return with(container("symbolMaster", frame, layers), {{"symbolID", id}});
+  };
+  const SketchJson self = laidOut(master("S", frame(1000, 0, 60, 20), pieces), 0);
+  const SketchJson hidden = change("A_isVisible", false);
+  const QList<Probe> closed = {{2, 10, kRed},    {6, 10, kBlue}, {14, 10, kBlue},   {20, 10, kRed},
+                               {26, 10, kGreen}, {38, 10, kRed}, {41, 10, kNothing}};
+  const SketchJson narrow = instance({hidden}, {{"frame", frame(0, 0, 40, 20)}});
+  expectColors(drawInstance({self}, narrow, 60), closed, "a layout");
+  const SketchJson said = instance({change("A_isVisible", "0")}, {{"frame", frame(0, 0, 40, 20)}});
+  expectColors(drawInstance({self}, said, 60), closed, "a layout, in other words");
+
+  // In a group of a master without a layout, from the left, the middle and the right.
+  for (const int anchor : {0, 1, 2}) {
+    const SketchJson group = laidOut(container("group", frame(0, 0, 60, 20), pieces), 0, anchor);
+    const SketchJson outer = master("S", frame(1000, 0, 60, 20), {group});
+    QList<Probe> moved = closed;
+    for (Probe& probe : moved) probe.x += 10 * anchor;
+    expectColors(drawInstance({outer}, instance({hidden}, {{"frame", frame(0, 0, 60, 20)}}), 80),
+                 moved, "a group's layout");
+  }
+
+  // A nested instance that grows narrower takes what comes after it along.
+  const SketchJson nested =
+      with(layer("symbolInstance", frame(0, 0, 60, 20)), {{"symbolID", "S"}, {"do_objectID", "N"}});
+  const SketchJson row =
+      laidOut(master("R", frame(2000, 0, 80, 20), {nested, piece("D", 65, kGreen)}), 0);
+  QList<Probe> shifted = closed;
+  shifted.last() = {46, 10, kGreen};
+  expectColors(drawInstance({self, row},
+                            instance({change("N/A_isVisible", false)},
+                                     {{"symbolID", "R"}, {"frame", frame(0, 0, 60, 20)}}),
+                            80),
+               shifted, "a nested layout");
 }
 
 TEST(LayerPainter, SymbolsThatCannotBeDrawn) {
@@ -484,9 +615,9 @@ TEST(LayerPainter, GroupsAreTintedFromTheVersionThatKnowsTints) {
 TEST(LayerPainter, NamesWhatIsNotSupported) {
   SketchJson noisy;
   noisy["fills"] = SketchJson::array({{{"fillType", 5}, {"noiseIntensity", 0.5}}});
-  SketchJson moving = filled(kRed);
-  moving["blur"] = {{"isEnabled", true}, {"type", 1}, {"radius", 3}};
-  for (const SketchJson& layer : {rectangle(0, 0, 10, 10, noisy), rectangle(0, 0, 10, 10, moving),
+  SketchJson zooming = filled(kRed);
+  zooming["blur"] = {{"isEnabled", true}, {"type", 2}, {"radius", 3}, {"center", "{0.5, 0.5}"}};
+  for (const SketchJson& layer : {rectangle(0, 0, 10, 10, noisy), rectangle(0, 0, 10, 10, zooming),
                                   kelvar::render::layer("hologram", frame(0, 0, 10, 10)),
                                   rectangle(1e300, 0, 10, 10, filled(kRed))}) {
     EXPECT_EQ(draw({layer}, 40, 40).warnings.size(), 1) << layer.dump();
