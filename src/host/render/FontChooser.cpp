@@ -64,6 +64,8 @@ struct StandIn {
   QLatin1StringView start;  ///< How the family's plain name begins.
   std::initializer_list<QLatin1StringView> families;
   FontMetrics metrics = {};
+  QLatin1StringView outlines = {};  ///< Drawn in place of the first family's letters.
+  double boldness = 0;              ///< By how much thicker its stems are on each side, in ems.
 };
 
 /// Of the design's platform, of the metric twins of common fonts, and of kinds of letters. Rows
@@ -84,8 +86,14 @@ const StandIn kStandIns[] = {
     {"applesystem"_L1, {"Inter"_L1, "Roboto"_L1}, {0.952, 0.241, 0}},
     {"system"_L1, {"Inter"_L1, "Roboto"_L1}, {0.952, 0.241, 0}},
     {"interui"_L1, {"Inter"_L1}},
-    {"helveticaneue"_L1, {"Liberation Sans"_L1, "Nimbus Sans"_L1}, {0.952, 0.213, 0.028}},
-    {"helvetica"_L1, {"Liberation Sans"_L1, "Nimbus Sans"_L1}, {0.770, 0.230, 0.2}},
+    {"helveticaneue"_L1,
+     {"Liberation Sans"_L1, "Nimbus Sans"_L1},
+     {0.952, 0.213, 0.028},
+     "Nimbus Sans"_L1},
+    {"helvetica"_L1,
+     {"Liberation Sans"_L1, "Nimbus Sans"_L1},
+     {0.770, 0.230, 0.2},
+     "Nimbus Sans"_L1},
     {"arial"_L1, {"Liberation Sans"_L1, "Nimbus Sans"_L1}, {0.905, 0.212, 0.033}},
     {"timesnewroman"_L1, {"Liberation Serif"_L1, "Nimbus Roman"_L1}, {0.891, 0.216, 0.042}},
     {"times"_L1, {"Liberation Serif"_L1, "Nimbus Roman"_L1}, {0.750, 0.250, 0.2}},
@@ -115,7 +123,7 @@ const StandIn kStandIns[] = {
     {"segoe"_L1, {"Open Sans"_L1, "Noto Sans"_L1}, {1.079, 0.251, 0}},
     {"myriad"_L1, {"Open Sans"_L1, "Noto Sans"_L1}},
     {"frutiger"_L1, {"Open Sans"_L1, "Noto Sans"_L1}},
-    {"amazonember"_L1, {"Open Sans"_L1, "Noto Sans"_L1}},
+    {"amazonember"_L1, {"Cantarell"_L1, "Open Sans"_L1}, {}, {}, 0.008},
     {"sourcesans"_L1, {"Open Sans"_L1, "Noto Sans"_L1}, {0.984, 0.273, 0}},
     {"notosans"_L1, {"Open Sans"_L1}, {1.069, 0.293, 0}},
     {"opensans"_L1, {"Noto Sans"_L1}, {1.069, 0.293, 0}},
@@ -147,7 +155,8 @@ void standIn(const QString& family, const Style& style, const QHash<QString, QSt
       if (take("Liberation Sans Narrow"_L1) || take("Nimbus Sans Narrow"_L1)) return;
     }
     if (!std::any_of(row.families.begin(), row.families.end(), take)) continue;
-    if (isGrotesque) chosen->boldness = boldnessBetween(style.weight);
+    chosen->boldness = row.boldness + (isGrotesque ? boldnessBetween(style.weight) : 0);
+    chosen->outlines = installed.value(plain(row.outlines));
     return;
   }
   if (!take("Inter"_L1) && !take("Roboto"_L1)) chosen->font.setFamily(u"sans-serif"_s);

@@ -18,6 +18,9 @@ struct ChosenFont {
   bool isInstalled = false;
   /// Of the font that is missing, where another stands in and they are known.
   FontMetrics metrics;
+  /// A family with the same widths whose letters are nearer to the missing font's, to be drawn in
+  /// place of those of `font`; empty for none.
+  QString outlines;
   /// How far outlines are to be moved outwards for a weight that the stand-in lacks, in ems.
   double boldness = 0;
 };

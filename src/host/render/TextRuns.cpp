@@ -34,10 +34,19 @@ void setFont(const QVariantMap& font, CharacterStyle* style) {
 }
 
 void setParagraph(const QVariantMap& paragraph, CharacterStyle* style) {
+  const auto length = [&](const QString& key) {
+    return std::clamp(paragraph[key].toDouble(), -kFarthestTab, kFarthestTab);
+  };
   style->paragraph = {.alignment = alignmentFrom(paragraph.value(u"NSAlignment"_s, 4).toInt()),
-                      .leastLineHeight = paragraph[u"NSMinLineHeight"_s].toDouble(),
-                      .mostLineHeight = paragraph[u"NSMaxLineHeight"_s].toDouble(),
-                      .spacing = paragraph[u"NSParagraphSpacing"_s].toDouble(),
+                      .leastLineHeight = length(u"NSMinLineHeight"_s),
+                      .mostLineHeight = length(u"NSMaxLineHeight"_s),
+                      .lineHeightMultiple = length(u"NSLineHeightMultiple"_s),
+                      .lineSpacing = length(u"NSLineSpacing"_s),
+                      .spacing = length(u"NSParagraphSpacing"_s),
+                      .spacingBefore = length(u"NSParagraphSpacingBefore"_s),
+                      .firstIndent = length(u"NSFirstLineHeadIndent"_s),
+                      .indent = length(u"NSHeadIndent"_s),
+                      .tail = length(u"NSTailIndent"_s),
                       .tabs = {}};
   for (const QVariant& tab : paragraph[u"NSTabStops"_s].toList()) {
     style->paragraph.tabs.append(

@@ -13,7 +13,15 @@ struct ParagraphStyle {
   enum class Alignment { Left = 0, Right = 1, Center = 2, Justified = 3, Natural = 4 };
   Alignment alignment = Alignment::Natural;
   double leastLineHeight = 0, mostLineHeight = 0;
-  double spacing = 0;
+  /// The font's line height is taken this many times; 0 is once.
+  double lineHeightMultiple = 0;
+  double lineSpacing = 0;  ///< After each line.
+  double spacing = 0;      ///< After the paragraph.
+  double spacingBefore = 0;
+  /// From the left, of the first line and of the others.
+  double firstIndent = 0, indent = 0;
+  /// Where lines end, from the left; from the right when it is not positive.
+  double tail = 0;
   /// Tab stops from the left; the platform's own where there are none.
   QList<double> tabs = {};
 };

@@ -1,8 +1,9 @@
 #include "host/render/TextShape.h"
 
 #include <QGlyphRun>
+#include <QHash>
 #include <QRawFont>
-#include <QRegularExpression>
+#include <QSet>
 #include <QTextLayout>
 #include <QtEndian>
 #include <algorithm>
@@ -66,7 +67,24 @@ struct FontRun {
   double underlinePosition = 0, lineThickness = 0, xHeight = 0;
   double boldness = 0;  ///< Moves outlines outwards.
   double spacing = 0;   ///< After each character, beside its kerning.
+  /// A font whose glyphs are drawn in place of those of `font`, and which stands for which.
+  QRawFont outlines = {};
+  QHash<quint32, quint32> twins = {};
 };
+
+/// Sets the glyphs to be drawn for the characters of `text`. Ligatures stay as they are.
+void setOutlines(const QString& family, const QString& text, FontRun* run) {
+  QFont font = run->font;
+  font.setFamily(family);
+  run->outlines = QRawFont::fromFont(font);
+  const QRawFont laidOut = QRawFont::fromFont(run->font);
+  const QSet<QChar> characters(text.begin(), text.end());
+  for (const QChar c : characters) {
+    const quint32 from = laidOut.glyphIndexesForString(c).value(0);
+    const quint32 to = run->outlines.glyphIndexesForString(c).value(0);
+    if (from != 0 && to != 0) run->twins.insert(from, to);
+  }
+}
 
 QString withCase(const QString& text, CharacterStyle::Case letters) {
   if (letters == CharacterStyle::Case::AsTyped) return text;
@@ -80,15 +98,6 @@ QString withCase(const QString& text, CharacterStyle::Case letters) {
     kept += one.size() == 1 ? one : QString(c);
   }
   return kept;
-}
-
-/// "{{x, y}, {width, height}}".
-QRectF inkIn(const SketchJson& layer) {
-  static const QRegularExpression kNumber(u"-?[0-9.]+(e-?[0-9]+)?"_s);
-  QList<double> numbers;
-  auto matches = kNumber.globalMatch(textIn(layer, "glyphBounds"));
-  while (matches.hasNext()) numbers.append(matches.next().captured().toDouble());
-  return numbers.size() == 4 ? QRectF(numbers[0], numbers[1], numbers[2], numbers[3]) : QRectF();
 }
 
 class Typesetter {
@@ -154,6 +163,7 @@ class Typesetter {
     qsizetype length;  ///< Characters.
     double width;
     Alignment alignment;
+    double indent, rightIndent;
   };
 
   /// 0 where the frame does not tell.
@@ -188,8 +198,10 @@ class Typesetter {
       fontRun.spacing = measure.spacing * size;
       if (runs_.isEmpty()) widths_ = measure.stretch;
     }
+    const QString characters = withCase(text.mid(run.start, run.length), run.style.letters);
+    if (!chosen.outlines.isEmpty()) setOutlines(chosen.outlines, characters, &fontRun);
     runs_.append(fontRun);
-    text_ += withCase(text.mid(run.start, run.length), run.style.letters);
+    text_ += characters;
   }
 
   /// Letters that are spaced are not joined.
@@ -240,25 +252,35 @@ class Typesetter {
                             ? Qt::AlignJustify
                             : Qt::AlignLeft | Qt::AlignAbsolute);
     layout.setTextOption(option);
-    breakLines(&layout);
+    breakLines(first.style.paragraph, &layout);
     Alignment alignment = first.style.paragraph.alignment;
     if (alignment == Alignment::Natural || alignment == Alignment::Justified) {
       alignment =
           text_.mid(start, end - start).isRightToLeft() ? Alignment::Right : Alignment::Left;
     }
+    if (start > 0) y += first.style.paragraph.spacingBefore;
     for (int i = 0; i < layout.lineCount(); ++i) {
       y = addLine(layout.lineAt(i), start, alignment, first, y);
     }
     return end < text_.size() ? y + first.style.paragraph.spacing : y;
   }
 
-  void breakLines(QTextLayout* layout) const {
+  static double indentOf(const ParagraphStyle& paragraph, bool isFirst) {
+    return std::max(0.0, isFirst ? paragraph.firstIndent : paragraph.indent);
+  }
+
+  double rightIndentOf(const ParagraphStyle& paragraph) const {
+    return paragraph.tail > 0 ? std::max(0.0, box_.size.width() - paragraph.tail) : -paragraph.tail;
+  }
+
+  void breakLines(const ParagraphStyle& paragraph, QTextLayout* layout) const {
     layout->beginLayout();
-    while (true) {
+    for (bool isFirst = true;; isFirst = false) {
       QTextLine line = layout->createLine();
       if (!line.isValid()) break;
-      line.setLineWidth(breaksLines() ? std::max(1.0, box_.size.width() / widths_ * kZoom + 1)
-                                      : kEndless);
+      const double room =
+          box_.size.width() - indentOf(paragraph, isFirst) - rightIndentOf(paragraph);
+      line.setLineWidth(breaksLines() ? std::max(1.0, room / widths_ * kZoom + 1) : kEndless);
     }
     layout->endLayout();
   }
@@ -277,12 +299,14 @@ class Typesetter {
     const double baseline = y + baselineIn(height, metrics);
     const qsizetype firstArea = shape_.areas.size();
     addGlyphs(line, paragraph, baseline);
-    lines_.append(
-        {firstArea, shape_.areas.size(), end - start, line.naturalTextWidth() / kZoom, alignment});
-    return y + height;
+    const ParagraphStyle& style = first.style.paragraph;
+    lines_.append({firstArea, shape_.areas.size(), end - start, line.naturalTextWidth() / kZoom,
+                   alignment, indentOf(style, line.lineNumber() == 0), rightIndentOf(style)});
+    return y + height + style.lineSpacing;
   }
 
   static double lineHeight(double natural, const ParagraphStyle& paragraph) {
+    if (paragraph.lineHeightMultiple > 0) natural *= paragraph.lineHeightMultiple;
     double height = std::max(natural, paragraph.leastLineHeight);
     if (paragraph.mostLineHeight > 0) height = std::min(height, paragraph.mostLineHeight);
     return height;
@@ -301,7 +325,7 @@ class Typesetter {
               TextShape::Area area{{}, run.style.color};
               const double y = baseline - run.style.baselineOffset;
               for (const QGlyphRun& glyphs : line.glyphRuns(int(at - paragraph), int(length))) {
-                addGlyphRun(glyphs, line.ascent() + line.y(), y, run.boldness, &area.path);
+                addGlyphRun(glyphs, line.ascent() + line.y(), y, run, &area.path);
               }
               addLinesAlong(line, run, at - paragraph, length, y, &area.path);
               area.path.setFillRule(Qt::WindingFill);
@@ -309,9 +333,10 @@ class Typesetter {
             });
   }
 
-  void addGlyphRun(const QGlyphRun& glyphs, double layoutBaseline, double baseline, double boldness,
-                   QPainterPath* path) {
+  void addGlyphRun(const QGlyphRun& glyphs, double layoutBaseline, double baseline,
+                   const FontRun& run, QPainterPath* path) {
     const QRawFont font = glyphs.rawFont();
+    const bool hasTwins = !run.twins.isEmpty() && font.familyName() == run.font.family();
     const QList<quint32> indexes = glyphs.glyphIndexes();
     const QList<QPointF> positions = glyphs.positions();
     const bool isColored = !font.fontTable("CBDT").isEmpty() || !font.fontTable("COLR").isEmpty();
@@ -319,9 +344,11 @@ class Typesetter {
       const double x = positions[i].x() / kZoom;
       const double y = baseline + (positions[i].y() - layoutBaseline) / kZoom;
       const QTransform toText(1 / kZoom, 0, 0, 1 / kZoom, x, y);
-      const QPainterPath glyph = font.pathForGlyph(indexes[i]);
+      const quint32 twin = hasTwins ? run.twins.value(indexes[i]) : 0;
+      const QPainterPath glyph =
+          twin != 0 ? run.outlines.pathForGlyph(twin) : font.pathForGlyph(indexes[i]);
       if (indexes[i] == 0 || (isColored && glyph.isEmpty())) shape_.lacksCharacters = true;
-      path->addPath(toText.map(reweighted(glyph, boldness * kZoom, font.capHeight())));
+      path->addPath(toText.map(reweighted(glyph, run.boldness * kZoom, font.capHeight())));
     }
   }
 
@@ -340,7 +367,7 @@ class Typesetter {
 
   void alignLines() {
     double widest = 0;
-    for (const Line& line : lines_) widest = std::max(widest, line.width);
+    for (const Line& line : lines_) widest = std::max(widest, line.width + line.indent);
     // What another font was measured for would run out of its place.
     const bool isStretched = box_.fitsText && !shape_.missingFonts.isEmpty() && !breaksLines() &&
                              widest > 0 && box_.size.width() > 0;
@@ -348,10 +375,11 @@ class Typesetter {
         isStretched ? std::clamp((box_.size.width() - 0.5) / widest, 0.6, 1.5) : widths_;
     shape_.size.setWidth(widest * stretch);
     for (const Line& line : lines_) {
-      const double spare = box_.size.width() - line.width * stretch;
-      const double x = line.alignment == Alignment::Right    ? spare
-                       : line.alignment == Alignment::Center ? spare / 2
-                                                             : 0;
+      const double spare =
+          box_.size.width() - line.width * stretch - line.indent - line.rightIndent;
+      const double x = line.indent + (line.alignment == Alignment::Right    ? spare
+                                      : line.alignment == Alignment::Center ? spare / 2
+                                                                            : 0);
       const QTransform toPlace(stretch, 0, 0, 1, x, 0);
       for (qsizetype i = line.firstArea; i < line.lastArea; ++i) {
         shape_.areas[i].path = toPlace.map(shape_.areas[i].path);
@@ -412,7 +440,7 @@ TextBox readTextBox(const SketchJson& layer) {
           .hasOldLineSpacing = isOld,
           .fitsText = !flagIn(layer, kHasForeignFrame),
           // Old documents have the lines' extents in its place.
-          .ink = isOld ? QRectF() : inkIn(layer)};
+          .ink = isOld ? QRectF() : textRectIn(layer, "glyphBounds")};
 }
 
 QPainterPath TextShape::outline() const {

@@ -47,7 +47,8 @@ TEST(TextRuns, ReadsArchivedTexts) {
       font + "<dict><key>NSColorSpace</key><integer>1</integer><key>NSRGB</key><data>" +
       QByteArray("1 0 0 0.5\0", 10).toBase64() +
       "</data></dict><dict><key>NSAlignment</key><integer>2</integer><key>NSMinLineHeight</key>"
-      "<real>30</real></dict></array></dict><dict><key>NS.keys</key><array>"
+      "<real>30</real><key>NSHeadIndent</key><real>12</real></dict></array></"
+      "dict><dict><key>NS.keys</key><array>"
       "<string>NSColor</string></array><key>NS.objects</key><array><dict><key>NSWhite</key><data>" +
       QByteArray("0.2\0", 4).toBase64() + "</data></dict></array></dict>";
   SketchJson layer;
@@ -63,6 +64,7 @@ TEST(TextRuns, ReadsArchivedTexts) {
   EXPECT_EQ(first.color.name(QColor::HexArgb), QStringLiteral("#80ff0000"));
   EXPECT_EQ(first.paragraph.alignment, ParagraphStyle::Alignment::Center);
   EXPECT_EQ(first.paragraph.leastLineHeight, 30);
+  EXPECT_EQ(first.paragraph.indent, 12);
   EXPECT_EQ(runs.runs[1].style.color.name(), QStringLiteral("#333333"));
 }
 

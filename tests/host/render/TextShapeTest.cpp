@@ -96,6 +96,31 @@ TEST_F(TextShapeTest, BreaksLinesAtTheFrameAndAtLineFeeds) {
   }
 }
 
+/// As lists of old documents have them: two lines in a frame of 300.
+TEST_F(TextShapeTest, IndentsLines) {
+  const TextShape word = shapeText(runs(QStringLiteral("Hi"), style()),
+                                   {.size = {0, 0}, .fitsText = false, .ink = {}});
+  const double width = word.size.width(), bearing = word.outline().boundingRect().left();
+  const struct {
+    ParagraphStyle paragraph;
+    double first, second, height;
+  } cases[] = {{{.firstIndent = 40, .indent = 80}, 40, 80, 2 * 117},
+               {{.alignment = Alignment::Right, .tail = -20}, 280 - width, 280 - width, 2 * 117},
+               {{.alignment = Alignment::Right, .tail = 200}, 200 - width, 200 - width, 2 * 117},
+               {{.lineHeightMultiple = 2, .lineSpacing = 10}, 0, 0, 2 * 244}};
+  for (const auto& [paragraph, first, second, height] : cases) {
+    CharacterStyle style = this->style();
+    style.paragraph = paragraph;
+    const TextShape shape = shapeText(
+        runs(QStringLiteral("Hi\u2028Hi"), style),
+        {.size = {300, 100}, .behaviour = Behaviour::AutoHeight, .fitsText = false, .ink = {}});
+    ASSERT_EQ(shape.areas.size(), 2);
+    EXPECT_NEAR(shape.areas[0].path.boundingRect().left(), first + bearing, 0.1) << first;
+    EXPECT_NEAR(shape.areas[1].path.boundingRect().left(), second + bearing, 0.1) << second;
+    EXPECT_EQ(shape.size.height(), height);
+  }
+}
+
 TEST_F(TextShapeTest, AlignsInAFixedFrame) {
   for (const auto& [vertical, top] :
        {std::pair{Vertical::Top, 0.0}, {Vertical::Middle, 92.0}, {Vertical::Bottom, 183.0}}) {
