@@ -88,9 +88,9 @@ QString SketchDocument::readArchive(const QByteArray& bytes) {
 QString SketchDocument::readJson(JsonFile* file) {
   const QString name = file->name;
   QString problem;
-  const QByteArray bytes = archive_->file(name, &problem);
+  QByteArray bytes = archive_->file(name, &problem);
   if (!problem.isEmpty()) return problem;
-  if (!readSketchJson(bytes, &valuesLeft_, file->json.get(), &problem)) {
+  if (!readSketchJson(std::move(bytes), &valuesLeft_, file->json.get(), &problem)) {
     return QStringLiteral("its file %1: %2").arg(name, problem);
   }
   return file->json->is_object() ? QString()

@@ -21,8 +21,8 @@ constexpr size_t kMaxSketchJsonDepth = 512;
 
 /// Reads a file. False, and `*error` says why, when it is no JSON, nested too deep, or of more than
 /// `*valuesLeft` values, of which those that it has are taken. Of two members with one name the
-/// first counts, and both are kept.
-bool readSketchJson(const QByteArray& bytes, size_t* valuesLeft, SketchJson* value, QString* error);
+/// first counts, and both are kept. Best handed over: bytes that are shared are copied.
+bool readSketchJson(QByteArray bytes, size_t* valuesLeft, SketchJson* value, QString* error);
 /// UTF-8, on one line.
 QByteArray writeSketchJson(const SketchJson& value);
 
