@@ -249,19 +249,7 @@ void LayerPainter::paintByItself(Subject* subject) {
   if (alone.isEmpty()) return;
   subject->canvas = {&alone, below.toPicture, {}};
   paintSubject(*subject);
-  if (tints(*subject)) {
-    QPainter painter(&alone.pixels);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
-    for (const Paint& fill : subject->style.fills) {
-      if (fill.kind != Paint::Kind::Color) {
-        warn(u"\"%1\" is tinted with no plain color; that is left out."_s.arg(
-            textIn(subject->layer, "name")));
-        continue;
-      }
-      painter.setOpacity(fill.opacity);
-      painter.fillRect(alone.pixels.rect(), fill.color);
-    }
-  }
+  if (tints(*subject)) tint(*subject, below.toPicture, &alone);
   blurAlone(*subject, below.toPicture, &alone);
   if (isPlainContainer(subject->layer) && !subject->style.shadows.isEmpty()) {
     // The shadows belong to the group, and fade with it.
@@ -276,6 +264,22 @@ void LayerPainter::paintByItself(Subject* subject) {
     compose(content, {&alone, {}, {}}, BlendMode::Normal, 1);
   }
   compose(alone, below, subject->style.blendMode, subject->style.opacity);
+}
+
+/// Lays the fills of a group or an instance over what was drawn of it, and over nothing else.
+void LayerPainter::tint(const Subject& subject, const QTransform& toPicture, Surface* alone) {
+  const QPainterPath everything =
+      rectPath(toPicture.inverted().mapRect(QRectF(alone->rect()).adjusted(-1, -1, 1, 1)));
+  for (const Paint& fill : subject.style.fills) {
+    if (fill.kind == Paint::Kind::Pattern && leavesOutPictures_) continue;
+    const bool isPattern = fill.kind == Paint::Kind::Pattern;
+    QPainter painter;
+    begin(&painter, {alone, toPicture, {}});
+    painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+    painter.setOpacity(fill.opacity);
+    paintArea(&painter, everything, fill, subject.frame(),
+              isPattern ? pictureOf(*fill.image) : nullptr);
+  }
 }
 
 /// What a motion smears has the blur's radius on both sides; a zoom reaches as far at the corners.

@@ -46,6 +46,7 @@ class LayerPainter {
 
   void paintRange(const SketchJson& layers, size_t first, size_t last, Canvas canvas);
   void paintByItself(Subject* subject);
+  void tint(const Subject& subject, const QTransform& toPicture, Surface* alone);
   void blurAlone(const Subject& subject, const QTransform& toPicture, Surface* alone);
   void paintSubject(const Subject& subject);
 

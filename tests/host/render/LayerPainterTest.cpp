@@ -131,6 +131,38 @@ TEST(LayerPainter, Borders) {
   });
 }
 
+/// At the right end of a line of 2 from (10, 20) to (28, 20), and at its left end.
+TEST(LayerPainter, EndsOfLines) {
+  const struct {
+    int marker;
+    QList<Probe> probes;
+  } cases[] = {
+      {0, {{27, 20, kRed}, {25, 22, kNothing}, {29, 20, kNothing}}},
+      {1, {{24, 16, kRed}, {24, 23, kRed}, {23, 18, kNothing}, {30, 20, kNothing}}},
+      {2, {{24, 17, kRed}, {24, 22, kRed}, {24, 14, kNothing}, {28, 20, kRed}, {32, 20, kNothing}}},
+      {3, {{28, 15, kRed}, {27, 24, kRed}, {25, 17, kNothing}}},
+      {4, {{28, 14, kRed}, {33, 20, kRed}, {30, 18, kNothing}, {28, 25, kRed}}},
+      {5, {{28, 15, kRed}, {32, 20, kRed}, {30, 18, kRed}, {33, 15, kNothing}}},
+      {6, {{33, 15, kRed}, {30, 18, kNothing}}},
+      {7, {{33, 15, kRed}, {30, 18, kRed}, {35, 20, kNothing}}},
+  };
+  for (const bool atStart : {false, true}) {
+    for (const auto& [marker, probes] : cases) {
+      SketchJson style = bordered(0, 2, kRed);
+      style[atStart ? "startMarkerType" : "endMarkerType"] = marker;
+      const SketchJson line =
+          with(layer("shapePath", frame(10, 20, 18, 0), style),
+               {{"isClosed", false}, {"points", {{{"point", "{0, 0}"}}, {{"point", "{1, 0}"}}}}});
+      QList<Probe> mirrored = probes;
+      for (Probe& probe : mirrored) {
+        if (atStart) probe.x = 37 - probe.x;
+      }
+      expectColors(draw({line}, 40, 40), mirrored,
+                   qPrintable(QStringLiteral("marker %1, %2").arg(marker).arg(atStart)));
+    }
+  }
+}
+
 SketchJson shadow(const char* list, double x, double y, double blurRadius, double spread,
                   const QColor& c, SketchJson style) {
   SketchJson shadow = {{"color", color(c)}, {"blurRadius", blurRadius}, {"spread", spread}};
@@ -601,6 +633,16 @@ TEST(LayerPainter, SymbolsThatCannotBeDrawn) {
   }
 }
 
+TEST(LayerPainter, GroupsAreTintedByWhateverFillsThem) {
+  const SketchJson across =
+      gradient(0, "{0, 0}", "{1, 0}", {stop(0, kRed), stop(1, {0, 0, 255, 0})});
+  expectDrawn(
+      {{"a gradient",
+        {with(container("group", frame(0, 0, 40, 40), {rectangle(0, 0, 40, 20, filled(kGreen))}),
+              {{"style", across}})},
+        {{0, 10, {252, 3, 0}}, {20, 10, {62, 131, 62}}, {39, 10, kGreen}, {20, 30, kNothing}}}});
+}
+
 TEST(LayerPainter, GroupsAreTintedFromTheVersionThatKnowsTints) {
   for (const auto& [version, expected] : {std::pair{112, kRed}, {130, kBlue}}) {
     TinyDocument tiny;
@@ -627,6 +669,7 @@ TEST(LayerPainter, NamesWhatIsNotSupported) {
   EXPECT_EQ(drawDocument(wide, 40, 40).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({change("B_layerStyle", "LOST")})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({change("B_volume", "11")})}).warnings.size(), 1);
+  EXPECT_EQ(drawInstances({instance({}, {{"verticalSpacing", 4}})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({change("B_flowDestination", "back")})}).warnings.size(), 0);
 }
 
