@@ -24,6 +24,15 @@ const ClassInfo& Tracker::theClass() {
                         double interval) { self.timedFinish(name, properties, interval); })
           .operation("timedFlush:", &Tracker::timedFlush)
           .operation("track:properties:", &Tracker::track)
+          .operation("timedTracker:eventStarted:",
+                     [](Tracker& self, const TimedTrackerRef& timedTracker, const QString& name) {
+                       if (timedTracker) self.timedTrackerEventStarted(*timedTracker, name);
+                     })
+          .operation(
+              "timedTracker:eventFinished:",
+              [](Tracker& self, const TimedTrackerRef& timedTracker, const TimedEventRef& event) {
+                if (timedTracker) self.timedTrackerEventFinished(*timedTracker, event);
+              })
           .operation("setSuperProperties:",
                      [](Tracker& self, const Properties& properties) {
                        self.setSuperProperties(

@@ -63,11 +63,10 @@ const ClassInfo& TrackerManager::theClass() {
           .operation("addSuperProperties:", &This::addSuperProperties)
           .operation("configureChild", &This::configureChild)
           .operation("allTrackers", trackersOf)
-          .operation("trackers", trackersOf)
-          .operation("setTrackers:",
-                     [](This& self, const QVariantList& objects) {
-                       if (const auto trackers = trackersFrom(objects)) self.setTrackers(*trackers);
-                     })
+          .property("trackers", trackersOf,
+                    [](This& self, const QVariantList& objects) {
+                      if (const auto trackers = trackersFrom(objects)) self.setTrackers(*trackers);
+                    })
           .property("persister", &This::persister, &This::setPersister)
           .property("identifier", &This::identifier, &This::setIdentifier);
   return kClass;

@@ -77,6 +77,10 @@ class KELVAR_EXPORT SketchDocument : public Object {
   /// Leaves a picture out of what is saved, unless something still refers to it by then.
   void dropWhenUnused(const QString& image);
 
+  /// A sentence for each thing that scripts have had drawn otherwise than the document wants it.
+  const QStringList& warnings() const { return warnings_; }
+  void addWarnings(const QStringList& warnings);
+
  private:
   struct JsonFile {
     QString name;
@@ -106,6 +110,7 @@ class KELVAR_EXPORT SketchDocument : public Object {
   QHash<QString, const nlohmann::ordered_json*> sharedStyles_;
   QHash<QString, QByteArray> changedFiles_;
   QSet<QString> replacedImages_;
+  QStringList warnings_;
   mutable QHash<QString, ImageRef> images_;
 };
 

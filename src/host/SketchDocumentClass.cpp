@@ -3,7 +3,6 @@
 #include "geometry/KVImageTransform.h"
 #include "host/DocumentMapping.h"
 #include "host/MappedArtboards.h"
-#include "platform/Log.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -35,7 +34,7 @@ ImageRef imageOfArtboard(SketchDocument& self, const SketchLayerRef& artboard,
   const QSizeF size = Mapping::vectorSize(forTransform->placement().quad);
   const ImageRef image = mapping.draw(*artboard, size, &error);
   require(image != nullptr, error);
-  for (const QString& warning : mapping.warnings()) logLine(u"SketchDocument: %@", {warning});
+  self.addWarnings(mapping.warnings());
   return image;
 }
 
@@ -76,12 +75,20 @@ QVariant settingsOfLayer(const SketchDocument&, const SketchLayerRef& layer) {
 
 /// With a new preview of the open page.
 void saveAs(SketchDocument& self, const QString& path) {
-  mappingOf(self).redrawPreview();
+  DocumentMapping mapping = mappingOf(self);
+  mapping.redrawPreview();
+  self.addWarnings(mapping.warnings());
   QString error;
   require(self.save(path, &error), error);
 }
 
 }  // namespace
+
+void SketchDocument::addWarnings(const QStringList& warnings) {
+  for (const QString& warning : warnings) {
+    if (!warnings_.contains(warning)) warnings_.append(warning);
+  }
+}
 
 const ClassInfo& SketchDocument::theClass() {
   using Self = SketchDocument;
@@ -95,6 +102,7 @@ const ClassInfo& SketchDocument::theClass() {
                     [](const Self& self) { return listOf(MappedArtboards(self).layersInOrder()); })
           .property("appVersion", &Self::appVersion)
           .property("build", &Self::build)
+          .property("warnings", &Self::warnings)
           .operation(
               "layersNamed:",
               [](const Self& self, const QString& name) { return listOf(self.layersNamed(name)); })

@@ -13,6 +13,38 @@ const ClassInfo::Registration kRegistered(&SketchLayer::theClass);
 
 constexpr const char* kUserInfo = "userInfo";
 
+/// A layer's frame as scripts have it: what they set in it moves and resizes the layer. A copy to
+/// everybody else.
+class LayerFrame : public KVRect {
+ public:
+  explicit LayerFrame(SketchLayerRef layer) : layer_(std::move(layer)) {
+    const QRectF rect = layer_->frameRect();
+    setX(rect.x());
+    setY(rect.y());
+    setWidth(rect.width());
+    setHeight(rect.height());
+  }
+  static const ClassInfo& theClass() {
+    static const ClassInfo kClass =
+        Description<LayerFrame, KVRect>("KVRect")
+            .property("x", &KVRect::x, setter<&KVRect::setX>)
+            .property("y", &KVRect::y, setter<&KVRect::setY>)
+            .property("width", &KVRect::width, setter<&KVRect::setWidth>)
+            .property("height", &KVRect::height, setter<&KVRect::setHeight>);
+    return kClass;
+  }
+  const ClassInfo& classInfo() const override { return theClass(); }
+
+ private:
+  template <void (KVRect::*set)(double)>
+  static void setter(LayerFrame& self, double value) {
+    (self.*set)(value);
+    self.layer_->setFrame(std::static_pointer_cast<KVRect>(self.shared_from_this()));
+  }
+
+  const SketchLayerRef layer_;
+};
+
 }  // namespace
 
 const ClassInfo& SketchLayer::theClass() {
@@ -21,7 +53,12 @@ const ClassInfo& SketchLayer::theClass() {
           .property("name", &SketchLayer::name, &SketchLayer::setName)
           .property("kind", &SketchLayer::kind)
           .property("objectID", &SketchLayer::objectID)
-          .property("frame", &SketchLayer::frame, &SketchLayer::setFrame)
+          .property(
+              "frame",
+              [](const SketchLayer& self) -> KVRectRef {
+                return std::make_shared<LayerFrame>(self.self());
+              },
+              &SketchLayer::setFrame)
           .property("isVisible", &SketchLayer::isVisible, &SketchLayer::setIsVisible)
           .property("rotation", &SketchLayer::rotation)
           .property("isFlippedHorizontal", &SketchLayer::isFlippedHorizontal)
@@ -109,15 +146,13 @@ QVariantList SketchLayer::layers() const {
 }
 
 SketchLayerRef SketchLayer::artboard() const {
-  auto layer =
-      std::static_pointer_cast<SketchLayer>(std::const_pointer_cast<Object>(shared_from_this()));
+  SketchLayerRef layer = self();
   while (layer && !layer->isArtboard()) layer = layer->parent();
   return layer;
 }
 
 SketchLayerRef SketchLayer::page() const {
-  auto layer =
-      std::static_pointer_cast<SketchLayer>(std::const_pointer_cast<Object>(shared_from_this()));
+  SketchLayerRef layer = self();
   while (layer && !layer->isPage()) layer = layer->parent();
   return layer;
 }

@@ -72,6 +72,11 @@ class KELVAR_EXPORT ClassInfo {
   /// The class whose properties and operations this one has too; null for none.
   const ClassInfo* base() const { return base_; }
 
+  /// The selector that sets the property `key`.
+  static QString setterOf(const QString& key) {
+    return QStringLiteral("set%1%2:").arg(key.first(1).toUpper(), key.sliced(1));
+  }
+
   /// Of the class or its bases; null when there is none.
   const Property* property(const QString& key) const;
   const Operation* operation(Kind kind, const QString& selector) const;
@@ -170,10 +175,8 @@ class Description {
     info_.properties_.back().set = [call](Object& self, const QVariant& value) {
       return call(&self, {value}).has_value();
     };
-    const QString name = QString::fromLatin1(key);
-    const QString selector =
-        QStringLiteral("set%1%2:").arg(name.first(1).toUpper(), name.sliced(1));
-    return add<Set, kSelf<Set>>(ClassInfo::Kind::Operation, selector.toLatin1(), call);
+    const QByteArray selector = ClassInfo::setterOf(QString::fromLatin1(key)).toLatin1();
+    return add<Set, kSelf<Set>>(ClassInfo::Kind::Operation, selector, call);
   }
 
   /// Archives may make one with `T::initWithCoder(Coder&)`, which returns a reference or null.

@@ -50,6 +50,10 @@ class KELVAR_EXPORT DelegateInfo {
   /// One that `make` has made, in the form in which properties take it. It does not live on by
   /// being set: delegates are weak.
   QVariant toVariant(const std::shared_ptr<void>& delegate) const { return toVariant_(delegate); }
+  /// The delegate that properties give; null for none.
+  std::shared_ptr<void> fromVariant(const QVariant& delegate) const {
+    return fromVariant_(delegate);
+  }
 
  private:
   template <class D>
@@ -59,6 +63,7 @@ class KELVAR_EXPORT DelegateInfo {
   std::vector<Operation> operations_;
   std::shared_ptr<void> (*make_)() = nullptr;
   QVariant (*toVariant_)(const std::shared_ptr<void>& delegate) = nullptr;
+  std::shared_ptr<void> (*fromVariant_)(const QVariant& delegate) = nullptr;
 };
 
 /// What a delegate is told, as a value. An object that nobody shares comes as none.
@@ -81,6 +86,9 @@ class DelegateDescription {
     info_.make_ = []() -> std::shared_ptr<void> { return std::make_shared<D>(); };
     info_.toVariant_ = [](const std::shared_ptr<void>& delegate) {
       return QVariant::fromValue(std::static_pointer_cast<D>(delegate));
+    };
+    info_.fromVariant_ = [](const QVariant& delegate) -> std::shared_ptr<void> {
+      return delegate.value<std::shared_ptr<D>>();
     };
   }
 

@@ -33,13 +33,18 @@ concept HasDelegateInfo = requires {
   T::theDelegate();
 };
 
-/// `T` without references and qualifiers. An object itself stands for a reference to it.
+/// `T` without references and qualifiers. An object itself stands for a reference to it, and what
+/// is optional for its value.
 template <class T>
 ValueType valueType() {
   if constexpr (std::is_void_v<T>) {
     return {QMetaType::fromType<void>()};
   } else if constexpr (HasClass<T>) {
     return valueType<std::shared_ptr<T>>();
+  } else if constexpr (Optional<T>::value) {
+    ValueType type = valueType<typename Optional<T>::Value>();
+    type.fits = [](const QVariant& value) { return fromVariant<T>(value).has_value(); };
+    return type;
   } else if constexpr (Weak<T>::value) {
     ValueType type = valueType<std::shared_ptr<typename T::element_type>>();
     if constexpr (HasDelegateInfo<typename T::element_type>) {

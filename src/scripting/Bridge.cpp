@@ -38,8 +38,14 @@ QHash<QString, const ClassInfo::Operation*> operationsOf(const ClassInfo& info, 
   return found;
 }
 
+JSObjectRef errorIn(JSContextRef context, const QString& message) {
+  const JSValueRef argument = JSValueMakeString(context, EngineString(message));
+  return JSObjectMakeError(context, 1, &argument, nullptr);
+}
+
+/// Functions have no class.
 QString written(const ClassInfo& info, const QString& selector) {
-  return info.name() + u' ' + selector;
+  return info.name().isEmpty() ? selector : info.name() + u' ' + selector;
 }
 
 }  // namespace
@@ -66,6 +72,8 @@ void Bridge::close() {
   for (const JSObjectRef face : std::exchange(kept_, {})) JSValueUnprotect(context_, face);
   for (const Link& link : links_) JSWeakRelease(group_, link.script);
   links_.clear();
+  linkOfScript_.clear();
+  linkOfDelegate_.clear();
   for (const auto& [object, weak] : objects_) JSWeakRelease(group_, weak);
   objects_.clear();
 }
@@ -97,12 +105,12 @@ JSValueRef Bridge::callFunction(JSContextRef context, JSObjectRef function, JSOb
   } catch (const Thrown& thrown) {
     *exception = thrown.value;
   } catch (const std::exception& failure) {
-    const EngineString message(QString::fromUtf8(failure.what()));
-    const JSValueRef argument = JSValueMakeString(context, message);
-    *exception = JSObjectMakeError(context, 1, &argument, nullptr);
+    *exception = errorIn(context, QString::fromUtf8(failure.what()));
   }
   return JSValueMakeUndefined(context);
 }
+
+JSObjectRef Bridge::error(const QString& message) const { return errorIn(context_, message); }
 
 void Bridge::finalizeFunction(JSObjectRef function) {
   delete static_cast<Function*>(JSObjectGetPrivate(function));
@@ -113,6 +121,12 @@ void Bridge::finalizeFace(JSObjectRef face) {
   if (!held) return;
   const std::lock_guard lock(held->bridge->goneMutex_);
   held->bridge->gone_.emplace_back(held);
+}
+
+const ClassInfo* Bridge::classBehind(JSValueRef value) const {
+  if (!JSValueIsObjectOfClass(context_, value, classClass_)) return nullptr;
+  const JSObjectRef object = JSValueToObject(context_, value, nullptr);
+  return static_cast<std::pair<Bridge*, const ClassInfo*>*>(JSObjectGetPrivate(object))->second;
 }
 
 bool Bridge::isInstance(JSContextRef, JSObjectRef classObject, JSValueRef value, JSValueRef*) {
@@ -153,8 +167,9 @@ JSObjectRef Bridge::classObject(const ClassInfo& info) {
     return makeFace({this, nullptr, &info}, faces.allocated);
   });
   if (const auto* const init = operationsOf(info, Kind::Initialiser).value(u"init"_s)) {
-    add(u"new"_s, [this, init](const Call&) { return toScript(*init->call(nullptr, {})); });
+    add(u"new"_s, [this, init](const Call&) { return toScript(perform(*init, nullptr, {})); });
   }
+  add(u"class"_s, [this, &info](const Call&) { return classObject(info); });
   add(u"name"_s, [this, &info](const Call&) { return string(info.name()); });
   add(u"toString"_s, [this, &info](const Call&) { return string(info.name()); });
   JSObjectSetPrototype(context_, made, terminal(info, Kind::ClassOperation));
@@ -190,9 +205,7 @@ void Bridge::define(JSObjectRef target, const ClassInfo& info, Kind kind) {
     const ClassInfo::Property* const property =
         kind == Kind::Operation ? info.property(name) : nullptr;
     const ClassInfo::Operation* const setter =
-        property && property->set
-            ? operations.value(u"set%1%2:"_s.arg(name.first(1).toUpper(), name.sliced(1)))
-            : nullptr;
+        property && property->set ? operations.value(ClassInfo::setterOf(name)) : nullptr;
     Function set;
     if (setter) {
       set = method(info, kind, name, {setter});
@@ -219,6 +232,12 @@ void Bridge::defineBasics(JSObjectRef target) {
   add(u"class"_s, [this](Object& object, const Call&) { return classObject(object.classInfo()); });
   add(u"className"_s,
       [this](Object& object, const Call&) { return string(object.classInfo().name()); });
+  const auto isKind = [this](Object& object, const Call& call) -> JSValueRef {
+    const auto* const info = call.arguments.empty() ? nullptr : classBehind(call.arguments[0]);
+    return JSValueMakeBoolean(context_, info && isKindOf(object.classInfo(), *info));
+  };
+  add(u"isKindOfClass_"_s, isKind);
+  add(u"isKindOfClass"_s, isKind);
   const auto responds = [this](Object& object, const Call& call) -> JSValueRef {
     const QString selector = call.arguments.empty() ? QString() : text(call.arguments[0]);
     return JSValueMakeBoolean(context_,
@@ -237,13 +256,17 @@ JSObjectRef Bridge::terminal(const ClassInfo& info, Kind kind) {
     for (auto it = operations.begin(); it != operations.end(); ++it) {
       names += scriptName(it.key());
     }
-    if (kind != Kind::Operation) names += {u"alloc"_s, u"new"_s};
+    if (kind == Kind::ClassOperation) {
+      names += u"alloc"_s;
+      if (operationsOf(info, Kind::Initialiser).contains(u"init"_s)) names += u"new"_s;
+    }
     names.sort();
     const QString who = kind == Kind::Operation     ? u"an object of class %1"_s.arg(info.name())
                         : kind == Kind::Initialiser ? u"%1.alloc()"_s.arg(info.name())
                                                     : u"the class %1"_s.arg(info.name());
-    return Failure(
-        u"%1 has no selector %2; the nearest is %3"_s.arg(who, name, nearestName(name, names)));
+    const QString nearest = nearestName(name, names);
+    return Failure(u"%1 has no selector %2"_s.arg(who, name) +
+                   (nearest.isNull() ? QString() : u"; the nearest is "_s + nearest));
   };
   const JSObjectRef get = function([this, missing](const Call& call) -> JSValueRef {
     const JSValueRef key = call.arguments[1];
@@ -300,14 +323,38 @@ JSValueRef Bridge::invoke(const ClassInfo& info, const ClassInfo::Operation& ope
           kindOf(call.arguments[i])));
     }
   }
-  const std::optional<QVariant> result = operation.call(self.get(), arguments);
+  const QVariant result = perform(operation, self.get(), arguments);
   if (hasDelegate && self) hold(call.self, operation.selector, call.arguments[0]);
   // The face and the caller hold it themselves.
   constexpr long kOwn = 2;
   if (self && delegating_.contains(self.get())) keep(call.self, self.use_count() > kOwn);
   if (operation.result.type == QMetaType::fromType<void>()) return undefined();
-  return operation.result.theDelegate ? delegateToScript(*result, operation.result)
-                                      : toScript(*result);
+  return operation.result.theDelegate ? delegateToScript(result, operation.result)
+                                      : toScript(result);
+}
+
+/// What a delegate has thrown meanwhile goes before everything else that has gone wrong.
+QVariant Bridge::perform(const ClassInfo::Operation& operation, Object* self,
+                         const QVariantList& arguments) {
+  const auto throwNow = [this] {
+    const JSValueRef value = std::exchange(thrown_, nullptr);
+    JSValueUnprotect(context_, value);
+    throw Thrown{value};
+  };
+  std::optional<QVariant> result;
+  try {
+    result = operation.call(self, arguments);
+  } catch (...) {
+    if (!thrown_) throw;
+    throwNow();
+  }
+  if (thrown_) throwNow();
+  return *result;
+}
+
+void Bridge::throwLater(JSValueRef value) {
+  JSValueProtect(context_, value);
+  thrown_ = value;
 }
 
 /// What was allocated becomes the new object. Nil when that cannot be made.
@@ -377,7 +424,7 @@ void Bridge::tidy() {
       refresh(*link++);
       continue;
     }
-    JSWeakRelease(group_, link->script);
+    forget(*link);
     link = links_.erase(link);
   }
 }

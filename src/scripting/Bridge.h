@@ -43,8 +43,8 @@ class Bridge {
   using Function = std::function<JSValueRef(const Call& call)>;
 
   /// `enter` stands around every call into the script that comes from elsewhere than the script
-  /// itself, reports what it throws and returns null then.
-  using Enter = std::function<JSValueRef(const std::function<JSValueRef()>& call)>;
+  /// itself, and deals with what it throws.
+  using Enter = std::function<void(const std::function<void()>& call)>;
 
   Bridge(JSGlobalContextRef context, Enter enter);
   ~Bridge();
@@ -73,9 +73,21 @@ class Bridge {
   void set(JSObjectRef object, const QString& name, JSValueRef value) const;
   /// Either may be null.
   void defineAccessor(JSObjectRef object, const QString& name, JSObjectRef get, JSObjectRef set);
-  /// Throws `Thrown`.
+  /// These throw `Thrown`.
   JSValueRef call(JSObjectRef function, JSObjectRef self,
-                  const std::vector<JSValueRef>& arguments) const;
+                  std::span<const JSValueRef> arguments) const;
+  JSValueRef call(JSObjectRef function, JSObjectRef self,
+                  std::initializer_list<JSValueRef> arguments) const {
+    return call(function, self, std::span(arguments.begin(), arguments.size()));
+  }
+  JSObjectRef error(const QString& message) const;
+  /// What is shown of the value by whoever prints it. Throws `Thrown`.
+  QString described(JSValueRef value) const;
+
+  /// For what a delegate has thrown while an operation was at work that the script has called:
+  /// once that returns, it is thrown there. No delegate is called until then.
+  void throwLater(JSValueRef value);
+  bool isThrowing() const { return thrown_ != nullptr; }
 
   /// Between two turns: lets go of objects whose faces are gone, sees which operations delegates
   /// implement now, and which objects still have something to tell theirs.
@@ -102,6 +114,8 @@ class Bridge {
     const DelegateInfo* info;
     std::shared_ptr<void> delegate;
     JSWeakRef script;
+    /// Where the script object is, or was.
+    JSObjectRef address;
     std::vector<bool> implemented;
   };
 
@@ -125,10 +139,14 @@ class Bridge {
   ObjectRef objectBehind(JSObjectRef self, const ClassInfo& info, const QString& name) const;
   JSValueRef invoke(const ClassInfo& info, const ClassInfo::Operation& operation, const Call& call,
                     const ObjectRef& self);
+  QVariant perform(const ClassInfo::Operation& operation, Object* self,
+                   const QVariantList& arguments);
   JSValueRef initialise(const ClassInfo& info, const ClassInfo::Operation& operation,
                         const Call& call);
 
   Held* heldBy(JSValueRef value) const;
+  /// Null for what is no class.
+  const ClassInfo* classBehind(JSValueRef value) const;
   JSObjectRef face(const ObjectRef& object);
   JSObjectRef makeFace(Held held, JSObjectRef prototype) const;
 
@@ -142,6 +160,7 @@ class Bridge {
 
   QVariant delegateFor(JSObjectRef script, const DelegateInfo& info);
   void refresh(Link& link);
+  void forget(const Link& link);
   DelegateInfo::Handler handler(const Link& link, const DelegateInfo::Operation& operation);
   JSValueRef delegateToScript(const QVariant& delegate, const ValueType& type) const;
   JSObjectRef implementation(JSObjectRef script, const QString& selector) const;
@@ -160,11 +179,14 @@ class Bridge {
   QHash<const ClassInfo*, Faces> faces_;
   std::unordered_map<Object*, JSWeakRef> objects_;
   std::list<Link> links_;
+  std::unordered_multimap<JSObjectRef, Link*> linkOfScript_;
+  std::unordered_map<const void*, const Link*> linkOfDelegate_;
   std::list<std::pair<Bridge*, const ClassInfo*>> classes_;
   size_t facesMade_ = 0;
   /// Objects that were given a delegate, and their faces that live on without the script.
   QSet<const Object*> delegating_;
   QSet<JSObjectRef> kept_;
+  JSValueRef thrown_ = nullptr;
 
   /// Faces may go on any thread, their objects only on the main one.
   std::mutex goneMutex_;

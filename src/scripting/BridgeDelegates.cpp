@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "scripting/Bridge.h"
 #include "scripting/SelectorName.h"
 
@@ -5,25 +7,36 @@ namespace kelvar {
 
 /// The delegate that stands for the script object, one for each kind of delegate.
 QVariant Bridge::delegateFor(JSObjectRef script, const DelegateInfo& info) {
-  for (Link& link : links_) {
+  // One that is gone may have lain where the script object lies now.
+  const auto [first, last] = linkOfScript_.equal_range(script);
+  for (auto each = first; each != last; ++each) {
+    Link& link = *each->second;
     if (link.info != &info || JSWeakGetObject(link.script) != script) continue;
     refresh(link);
     return info.toVariant(link.delegate);
   }
-  Link& link = links_.emplace_back(Link{&info, info.make(), JSWeakCreate(group_, script),
+  Link& link = links_.emplace_back(Link{&info, info.make(), JSWeakCreate(group_, script), script,
                                         std::vector<bool>(info.operations().size())});
+  linkOfScript_.emplace(script, &link);
+  linkOfDelegate_.emplace(link.delegate.get(), &link);
   refresh(link);
   return info.toVariant(link.delegate);
 }
 
+void Bridge::forget(const Link& link) {
+  const auto [first, last] = linkOfScript_.equal_range(link.address);
+  linkOfScript_.erase(
+      std::find_if(first, last, [&](const auto& each) { return each.second == &link; }));
+  linkOfDelegate_.erase(link.delegate.get());
+  JSWeakRelease(group_, link.script);
+}
+
+/// Nil for a delegate that is none of the script's.
 JSValueRef Bridge::delegateToScript(const QVariant& delegate, const ValueType& type) const {
-  for (const Link& link : links_) {
-    if (link.info != &type.theDelegate() || link.info->toVariant(link.delegate) != delegate) {
-      continue;
-    }
-    if (const JSObjectRef script = JSWeakGetObject(link.script)) return script;
-  }
-  return JSValueMakeNull(context_);
+  const auto known = linkOfDelegate_.find(type.theDelegate().fromVariant(delegate).get());
+  const JSObjectRef script =
+      known == linkOfDelegate_.end() ? nullptr : JSWeakGetObject(known->second->script);
+  return script ? script : JSValueMakeNull(context_);
 }
 
 /// The script's function for the selector, by either name; null for none.
@@ -52,14 +65,16 @@ void Bridge::refresh(Link& link) {
 DelegateInfo::Handler Bridge::handler(const Link& link, const DelegateInfo::Operation& operation) {
   return [this, weak = link.script, &operation](const QVariantList& arguments) {
     QVariant result;
-    enter_([&]() -> JSValueRef {
+    enter_([&] {
       const JSObjectRef script = JSWeakGetObject(weak);
       const JSObjectRef function = script ? implementation(script, operation.selector) : nullptr;
-      if (!function) return nullptr;
-      std::vector<JSValueRef> values;
-      for (const QVariant& argument : arguments) values.push_back(toScript(argument));
-      result = toNative(call(function, script, values), &operation.result);
-      return nullptr;
+      if (!function) return;
+      EngineArguments values(context_);
+      for (const QVariant& argument : arguments) values.append(toScript(argument));
+      const JSValueRef answer = call(function, script, values);
+      if (operation.result.type != QMetaType::fromType<void>()) {
+        result = toNative(answer, &operation.result);
+      }
     });
     return result;
   };

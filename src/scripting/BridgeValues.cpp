@@ -1,7 +1,9 @@
+#include <QColor>
 #include <QDateTime>
 #include <QPointF>
 #include <QRectF>
 #include <QTimeZone>
+#include <QUrl>
 #include <cmath>
 
 #include "scripting/Boxed.h"
@@ -16,6 +18,20 @@ using namespace Qt::StringLiterals;
 constexpr int kMaxDepth = 512;
 /// Whole numbers up to here are exact in a script.
 constexpr double kMaxExact = 0x1p53;
+
+/// Values whose types say for themselves that there is none.
+bool isNone(const QVariant& value) {
+  switch (value.typeId()) {
+    case QMetaType::QDateTime:
+      return !value.toDateTime().isValid();
+    case QMetaType::QUrl:
+      return value.toUrl().isEmpty();
+    case QMetaType::QColor:
+      return !value.value<QColor>().isValid();
+    default:
+      return isNothing(value);
+  }
+}
 
 void freeBytes(void* bytes, void*) { delete[] static_cast<char*>(bytes); }
 
@@ -47,8 +63,12 @@ void Bridge::defineAccessor(JSObjectRef object, const QString& name, JSObjectRef
   call(prelude("accessor"), nullptr, {object, string(name), orUndefined(get), orUndefined(set)});
 }
 
+QString Bridge::described(JSValueRef value) const {
+  return text(call(prelude("describe"), nullptr, {value}));
+}
+
 JSValueRef Bridge::call(JSObjectRef function, JSObjectRef self,
-                        const std::vector<JSValueRef>& arguments) const {
+                        std::span<const JSValueRef> arguments) const {
   JSValueRef exception = nullptr;
   const JSValueRef result = JSObjectCallAsFunction(context_, function, self, arguments.size(),
                                                    arguments.data(), &exception);
@@ -57,7 +77,7 @@ JSValueRef Bridge::call(JSObjectRef function, JSObjectRef self,
 }
 
 JSValueRef Bridge::toScript(const QVariant& value) {
-  if (isNothing(value)) return JSValueMakeNull(context_);
+  if (isNone(value)) return JSValueMakeNull(context_);
   const auto number = [&](double x) { return JSValueMakeNumber(context_, x); };
   switch (value.typeId()) {
     case QMetaType::Bool:
@@ -129,6 +149,7 @@ JSValueRef Bridge::listToScript(const QVariantList& list) {
 
 JSValueRef Bridge::mapToScript(const QVariantMap& map) {
   const JSObjectRef object = JSObjectMake(context_, nullptr, nullptr);
+  JSObjectSetPrototype(context_, object, prelude("dictionary"));
   for (auto it = map.begin(); it != map.end(); ++it) set(object, it.key(), toScript(it.value()));
   return object;
 }
@@ -180,6 +201,7 @@ QVariant Bridge::objectToNative(JSObjectRef object, const ValueType* type, int d
   }
   if (JSValueIsDate(context_, object)) {
     const double time = JSValueToNumber(context_, object, nullptr);
+    if (std::isnan(time)) throw Failure(u"a date that is none cannot be handed on"_s);
     return QDateTime::fromMSecsSinceEpoch(integerFromReal(time), Qt::UTC);
   }
   if (JSValueGetTypedArrayType(context_, object, nullptr) == kJSTypedArrayTypeUint8Array) {

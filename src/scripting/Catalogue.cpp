@@ -41,9 +41,7 @@ QString latin1(const char* text) { return QString::fromLatin1(text); }
 /// Has functions alone.
 struct Functions {};
 
-}  // namespace
-
-QList<const ClassInfo*> Catalogue::classes() {
+QList<const ClassInfo*> reliedOn() {
   return {&Kelvar::theClass(),
           &KVPersister::theClass(),
           &KVVersionChecker::theClass(),
@@ -71,9 +69,32 @@ QList<const ClassInfo*> Catalogue::classes() {
           Boxed::classFor(QMetaType::fromType<BezierPath>())};
 }
 
+void add(const ClassInfo& info, QList<const ClassInfo*>* all) {
+  if (all->contains(&info)) return;
+  if (info.base()) add(*info.base(), all);
+  all->append(&info);
+}
+
+}  // namespace
+
+QList<const ClassInfo*> Catalogue::classes() {
+  QList<const ClassInfo*> all;
+  for (const ClassInfo* const each : reliedOn()) add(*each, &all);
+  const auto addOf = [&](const ValueType& type) {
+    if (type.theClass) add(type.theClass(), &all);
+  };
+  for (qsizetype i = 0; i < all.size(); ++i) {
+    for (const ClassInfo::Operation& operation : all[i]->operations()) {
+      addOf(operation.result);
+      for (const ValueType& type : operation.parameters) addOf(type);
+    }
+  }
+  return all;
+}
+
 const ClassInfo& Catalogue::functions() {
   static const ClassInfo kFunctions =
-      Description<Functions>("functions")
+      Description<Functions>("")
           .classOperation("KVRectMake", &KVRectMake)
           .classOperation("KVRectFromCGRect", &KVRectFromCGRect)
           .classOperation("CGRectAspectFittingSize", &CGRectAspectFittingSize)

@@ -3,6 +3,8 @@
 #include <JavaScriptCore/JavaScript.h>
 
 #include <QString>
+#include <span>
+#include <vector>
 
 /// What the engine exports without declaring it in the headers that Debian installs.
 extern "C" {
@@ -47,6 +49,28 @@ class EngineString {
 
  private:
   JSStringRef string_;
+};
+
+/// Arguments that are put together one after the other. The engine's collector looks for values on
+/// the stack, but not in a vector.
+class EngineArguments {
+ public:
+  explicit EngineArguments(JSContextRef context) : context_(context) {}
+  ~EngineArguments() {
+    for (const JSValueRef each : values_) JSValueUnprotect(context_, each);
+  }
+  EngineArguments(const EngineArguments&) = delete;
+  EngineArguments& operator=(const EngineArguments&) = delete;
+
+  void append(JSValueRef value) {
+    JSValueProtect(context_, value);
+    values_.push_back(value);
+  }
+  operator std::span<const JSValueRef>() const { return values_; }
+
+ private:
+  const JSContextRef context_;
+  std::vector<JSValueRef> values_;
 };
 
 }  // namespace kelvar

@@ -17,8 +17,8 @@ constexpr qsizetype kMaxManifest = qsizetype{1} << 20;
 
 /// The function for the command itself, beside those for what happens in the host.
 QString handlerOf(const QVariantMap& command) {
-  const QVariant run = command[u"handlers"_s].toMap()[u"run"_s];
-  for (const QVariant& each : {command[u"handler"_s], run}) {
+  const QVariant handlers = command[u"handlers"_s];
+  for (const QVariant& each : {command[u"handler"_s], handlers, handlers.toMap()[u"run"_s]}) {
     if (each.typeId() == QMetaType::QString && !each.toString().isEmpty()) return each.toString();
   }
   return u"onRun"_s;
@@ -68,7 +68,11 @@ QString PluginBundle::readManifest(const QVariantMap& manifest) {
     const QVariantMap command = each.toMap();
     const QString identifier = command[u"identifier"_s].toString();
     const QString script = command[u"script"_s].toString();
-    if (identifier.isEmpty()) return u"a command has no \"identifier\""_s;
+    if (identifier.isEmpty()) {
+      const QString name = command[u"name"_s].toString();
+      return (name.isEmpty() ? u"a command"_s : u"the command \"%1\""_s.arg(name)) +
+             u" has no \"identifier\""_s;
+    }
     if (script.isEmpty()) return u"the command %1 has no \"script\""_s.arg(identifier);
     if (this->command(identifier)) return u"two commands are called %1"_s.arg(identifier);
     commands_.append(std::make_shared<PluginCommand>(identifier, command[u"name"_s].toString(),

@@ -22,21 +22,47 @@
     count() { return this.length; },
     firstObject() { return this.length > 0 ? this[0] : null; },
     lastObject() { return this.length > 0 ? this[this.length - 1] : null; },
+    objectEnumerator() {
+      let next = 0;
+      return {nextObject: () => next < this.length ? this[next++] : null};
+    },
     objectAtIndex_(index) {
       if (index in this) return this[index];
       throw new RangeError(`the list has no object at ${index}, only ${this.length} in all`);
     },
   };
   forLists.objectAtIndex = forLists.objectAtIndex_;
-  for (const [name, value] of Object.entries(forLists)) {
-    Object.defineProperty(Array.prototype, name, {value, writable: true, configurable: true});
+  const forDictionaries = {
+    objectForKey_(key) { return Object.hasOwn(this, key) ? this[key] : null; },
+    allKeys() { return Object.keys(this); },
+  };
+  for (const name of ['objectForKey', 'valueForKey', 'valueForKey_']) {
+    forDictionaries[name] = forDictionaries.objectForKey_;
   }
+  // None of them turns up where a script goes through what a list or dictionary holds.
+  const add = (target, functions) => {
+    for (const [name, value] of Object.entries(functions)) {
+      Object.defineProperty(target, name, {value, writable: true, configurable: true});
+    }
+    return target;
+  };
+  add(Array.prototype, forLists);
+  const dictionary = add({}, forDictionaries);
+
+  const isDictionary = value => typeof value === 'object' && value !== null &&
+      [Object.prototype, dictionary, null].includes(Object.getPrototypeOf(value)) &&
+      !Object.hasOwn(value, 'toString');
+  const isPlain = value => isDictionary(value) || Array.isArray(value);
+  const inside = (key, value) =>
+      typeof value === 'bigint' || typeof value === 'object' && value !== null && !isPlain(value)
+          ? String(value) : value;
 
   const held = new WeakMap();
 
   return {
     point: (x, y) => new NSPoint(x, y),
     size: (width, height) => new NSSize(width, height),
+    dictionary,
     rect: (x, y, width, height) => new NSRect(x, y, width, height),
     structKind: value => value instanceof NSPoint ? 1 : value instanceof NSSize ? 2 :
                          value instanceof NSRect ? 3 : 0,
@@ -52,6 +78,18 @@
     terminal: (get, set) => new Proxy({}, {get, set, has: () => false}),
     isKnown: name => name in Object.prototype || name === 'then' || name === 'toJSON',
     known: name => Object.prototype[name],
+
+    // Dictionaries show what they hold, and so do lists of them.
+    describe(value) {
+      if (isDictionary(value) || Array.isArray(value) && value.some(isPlain)) {
+        try {
+          return JSON.stringify(value, inside);
+        } catch {
+          // One that holds itself.
+        }
+      }
+      return String(value);
+    },
 
     // The owner keeps the value under this name as long as it lives.
     hold(owner, name, value) {

@@ -37,6 +37,23 @@ size_t memoryInUse() {
   return file.readAll().split(' ').value(1).toULongLong() * size_t(sysconf(_SC_PAGESIZE));
 }
 
+/// `evaluate` is told the context, the piece, its file and its first line.
+template <class Evaluate>
+void forEachPiece(JSContextRef context, const QStringList& pieces, const QString& file,
+                  Evaluate evaluate) {
+  int line = 1;
+  for (const QString& piece : pieces) {
+    // The engine does not tell the place of an exception in a script's very first expression.
+    // Before "use strict" and #! nothing may stand.
+    const QString start = piece.trimmed().left(1);
+    const QString whole = u"\"'#"_s.contains(start) ? piece : u';' + piece;
+    JSValueRef exception = nullptr;
+    evaluate(context, EngineString(whole), EngineString(file), line, &exception);
+    if (exception) throw Bridge::Thrown{exception};
+    line += int(piece.count(u'\n'));
+  }
+}
+
 }  // namespace
 
 struct ScriptRuntime::Engine {
@@ -49,17 +66,21 @@ struct ScriptRuntime::Engine {
 };
 
 struct ScriptRuntime::Timer {
-  JSContextRef context;
-  JSObjectRef function;
+  explicit Timer(JSContextRef context) : values(context) {}
+  /// The function and what it is called with.
+  EngineArguments values;
   QTimer timer;
-  ~Timer() { JSValueUnprotect(context, function); }
 };
 
 ScriptRuntime::ScriptRuntime(Output output)
     : output_(std::move(output)), engine_(std::make_unique<Engine>()) {
   const auto watch = [](JSContextRef context, void* data) {
     auto* const self = static_cast<ScriptRuntime*>(data);
-    if (self->mustStop()) return true;
+    if (self->mustStop()) {
+      // Scripts are still where they are: an error made here is told where that is.
+      self->stoppedAt_ = self->placeOf(self->engine_->bridge->error({}));
+      return true;
+    }
     JSContextGroupSetExecutionTimeLimit(JSContextGetGroup(context), kWatch, self->engine_->watch,
                                         self);
     return false;
@@ -67,11 +88,7 @@ ScriptRuntime::ScriptRuntime(Output output)
   engine_->watch = watch;
   JSContextGroupSetExecutionTimeLimit(engine_->group, kWatch, watch, this);
   engine_->bridge =
-      std::make_unique<Bridge>(engine_->context, [this](const std::function<JSValueRef()>& call) {
-        JSValueRef result = nullptr;
-        attempt([&] { result = call(); });
-        return result;
-      });
+      std::make_unique<Bridge>(engine_->context, [this](const auto& call) { attempt(call); });
   defineGlobals();
   defineCatalogue();
   defineTimers();
@@ -108,24 +125,25 @@ bool ScriptRuntime::mustStop() {
   return !stopped_.isNull();
 }
 
-/// Every way into the script. What is thrown becomes the failure.
+/// Every way into the script. What is thrown becomes the failure, but where the script itself is at
+/// work further out, it goes on there.
 bool ScriptRuntime::attempt(const std::function<void()>& body) {
-  if (failure_) return false;
+  Bridge& bridge = *engine_->bridge;
+  if (failure_ || bridge.isThrowing()) return false;
+  const bool isWithin = depth_ > 0;
   ++depth_;
   try {
     body();
+    if (!isWithin) bridge.tidy();
   } catch (const Bridge::Thrown& thrown) {
-    fail(failureOf(thrown.value));
+    if (isWithin) bridge.throwLater(thrown.value);
+    if (!isWithin || !stopped_.isNull()) fail(failureOf(thrown.value));
   } catch (const std::exception& failure) {
-    fail({QString::fromUtf8(failure.what()), {}, 0, {}});
+    const QString message = QString::fromUtf8(failure.what());
+    if (isWithin) bridge.throwLater(bridge.error(message));
+    if (!isWithin) fail({message, {}, 0, {}});
   }
   --depth_;
-  if (depth_ > 0 || failure_) return !failure_;
-  try {
-    engine_->bridge->tidy();
-  } catch (const Bridge::Thrown& thrown) {
-    fail(failureOf(thrown.value));
-  }
   return !failure_;
 }
 
@@ -137,33 +155,48 @@ QString ScriptRuntime::lineOf(const QString& file, int line) const {
   return line > 0 ? sources_.value(file).split(u'\n').value(line - 1).trimmed() : QString();
 }
 
+/// Where the error was made, without a message.
+ScriptRuntime::Failure ScriptRuntime::placeOf(void* error) const {
+  const Bridge& bridge = *engine_->bridge;
+  auto* const object = static_cast<JSObjectRef>(error);
+  Failure place;
+  const JSValueRef line = bridge.get(object, u"line"_s);
+  if (JSValueIsNumber(engine_->context, line)) {
+    place.line = int(JSValueToNumber(engine_->context, line, nullptr));
+  }
+  const JSValueRef file = bridge.get(object, u"sourceURL"_s);
+  if (JSValueIsString(engine_->context, file)) place.file = bridge.text(file);
+  place.text = lineOf(place.file, place.line);
+  return place;
+}
+
 ScriptRuntime::Failure ScriptRuntime::failureOf(const void* exception) {
-  if (!stopped_.isNull()) return {stopped_, {}, 0, {}};
+  if (!stopped_.isNull()) {
+    stoppedAt_.message = stopped_;
+    return stoppedAt_;
+  }
   Bridge& bridge = *engine_->bridge;
   const auto value = static_cast<JSValueRef>(exception);
-  Failure failure;
+  QString message;
   // Made where it was thrown: its own message is not the script's.
   JSObjectRef where = nullptr;
   if (JSValueIsObject(engine_->context, value)) {
     where = JSValueToObject(engine_->context, value, nullptr);
   }
   try {
-    failure.message = bridge.text(value);
+    message = bridge.described(value);
     if (!where || JSValueIsUndefined(engine_->context, bridge.get(where, u"line"_s))) {
-      if (!engine_->thrown) return failure;
       const JSValueRef last = bridge.get(engine_->thrown, u"value"_s);
-      if (!JSValueIsStrictEqual(engine_->context, last, value)) return failure;
+      if (!JSValueIsStrictEqual(engine_->context, last, value)) return {message, {}, 0, {}};
       where = JSValueToObject(engine_->context, bridge.get(engine_->thrown, u"where"_s), nullptr);
     }
-    const JSValueRef line = bridge.get(where, u"line"_s);
-    failure.line = int(JSValueToNumber(engine_->context, line, nullptr));
-    const JSValueRef file = bridge.get(where, u"sourceURL"_s);
-    if (JSValueIsString(engine_->context, file)) failure.file = bridge.text(file);
-    failure.text = lineOf(failure.file, failure.line);
+    Failure failure = placeOf(where);
+    failure.message = message;
+    return failure;
   } catch (const Bridge::Thrown&) {
     // The exception is an object that throws when it is looked at.
+    return {message, {}, 0, {}};
   }
-  return failure;
 }
 
 bool ScriptRuntime::evaluateFile(const QString& path) {
@@ -176,21 +209,21 @@ bool ScriptRuntime::evaluate(const QString& script, const QString& file) {
 
 void ScriptRuntime::evaluateText(const QString& script, const QString& file) {
   sources_.insert(file, script);
-  QString plain = plainJavaScript(script);
-  // The engine does not tell the place of an exception in a script's very first expression. Before
-  // "use strict" and #! nothing may stand.
-  const QString start = plain.trimmed().first(std::min<qsizetype>(1, plain.trimmed().size()));
-  if (!u"\"'#"_s.contains(start)) plain.prepend(u';');
-  JSValueRef exception = nullptr;
-  JSEvaluateScript(engine_->context, EngineString(plain), nullptr, EngineString(file), 1,
-                   &exception);
-  if (exception) throw Bridge::Thrown{exception};
+  const QStringList pieces = plainJavaScript(script);
+  // A mistake in a later one is found before the first is run.
+  if (pieces.size() > 1) forEachPiece(engine_->context, pieces, file, JSCheckScriptSyntax);
+  forEachPiece(engine_->context, pieces, file,
+               [](JSContextRef context, JSStringRef piece, JSStringRef url, int line,
+                  JSValueRef* exception) {
+                 JSEvaluateScript(context, piece, nullptr, url, line, exception);
+               });
 }
 
 /// Each file once, also where files import one another. Paths are relative to the file that
 /// imports.
 void ScriptRuntime::import(const QString& path) {
-  const QString folder = importing_.isEmpty() ? QString() : QFileInfo(importing_.back()).path();
+  const QString importer = placeOf(engine_->bridge->error({})).file;
+  const QString folder = importer.isEmpty() ? QString() : QFileInfo(importer).path();
   const QString file = folder.isEmpty() ? path : QDir::cleanPath(QDir(folder).filePath(path));
   const QString canonical = QFileInfo(file).canonicalFilePath();
   if (!canonical.isEmpty() && imported_.contains(canonical)) return;
@@ -198,14 +231,7 @@ void ScriptRuntime::import(const QString& path) {
   QByteArray bytes;
   QString error;
   if (!WholeFile::read(file, kMaxScript, &bytes, &error)) throw Bridge::Failure(error);
-  importing_.append(file);
-  try {
-    evaluateText(QString::fromUtf8(bytes), file);
-  } catch (...) {
-    importing_.removeLast();
-    throw;
-  }
-  importing_.removeLast();
+  evaluateText(QString::fromUtf8(bytes), file);
 }
 
 bool ScriptRuntime::hasFunction(const QString& name) {
@@ -226,8 +252,8 @@ bool ScriptRuntime::call(const QString& function, const QVariantList& arguments)
     if (!JSValueIsObject(engine_->context, value)) {
       throw Bridge::Failure(u"the script has no function %1"_s.arg(function));
     }
-    std::vector<JSValueRef> values;
-    for (const QVariant& argument : arguments) values.push_back(bridge.toScript(argument));
+    EngineArguments values(engine_->context);
+    for (const QVariant& argument : arguments) values.append(bridge.toScript(argument));
     bridge.call(JSValueToObject(engine_->context, value, nullptr), nullptr, values);
   });
 }
@@ -246,7 +272,7 @@ void ScriptRuntime::defineGlobals() {
   bridge.set(global, u"nil"_s, JSValueMakeNull(context));
   const JSObjectRef print = bridge.function([this](const Bridge::Call& call) {
     QStringList words;
-    for (const JSValueRef each : call.arguments) words.append(engine_->bridge->text(each));
+    for (const JSValueRef each : call.arguments) words.append(engine_->bridge->described(each));
     output_(words.join(u' '));
     return engine_->bridge->undefined();
   });
@@ -264,7 +290,7 @@ void ScriptRuntime::defineGlobals() {
   const JSObjectRef note = bridge.function([this](const Bridge::Call& call) -> JSValueRef {
     Bridge& ours = *engine_->bridge;
     ours.set(engine_->thrown, u"value"_s, call.arguments[0]);
-    ours.set(engine_->thrown, u"where"_s, JSObjectMakeError(engine_->context, 0, nullptr, nullptr));
+    ours.set(engine_->thrown, u"where"_s, ours.error({}));
     return ours.undefined();
   });
   engine_->thrown = JSObjectMake(context, nullptr, nullptr);
@@ -325,17 +351,21 @@ const void* ScriptRuntime::startTimer(const void* made, bool repeats) {
   }
   const double delay =
       call.arguments.size() > 1 ? JSValueToNumber(context, call.arguments[1], nullptr) : 0;
-  JSValueProtect(context, function);
   const int id = ++lastTimer_;
-  const auto timer = std::make_shared<Timer>();
-  timer->context = context;
-  timer->function = function;
+  const auto timer = std::make_shared<Timer>(context);
+  timer->values.append(function);
+  for (size_t i = 2; i < call.arguments.size(); ++i) timer->values.append(call.arguments[i]);
   timer->timer.setSingleShot(!repeats);
-  timer->timer.setInterval(int(std::clamp(delay, 0.0, 1e9)));
+  // What is no number is no delay.
+  timer->timer.setInterval(delay > 0 ? int(std::min(delay, 1e9)) : 0);
   QObject::connect(&timer->timer, &QTimer::timeout, [this, id, repeats] {
     const std::shared_ptr<Timer> running = timers_.value(id);
     if (!repeats) timers_.remove(id);
-    attempt([&] { engine_->bridge->call(running->function, nullptr, {}); });
+    const std::span<const JSValueRef> values = running->values;
+    attempt([&] {
+      const JSObjectRef called = JSValueToObject(engine_->context, values[0], nullptr);
+      engine_->bridge->call(called, nullptr, values.subspan(1));
+    });
   });
   timer->timer.start();
   timers_.insert(id, timer);

@@ -71,6 +71,7 @@ class KELVAR_EXPORT ScriptRuntime {
   bool attempt(const std::function<void()>& body);
   void fail(const Failure& failure);
   Failure failureOf(const void* exception);
+  Failure placeOf(void* error) const;
   void defineGlobals();
   void defineCatalogue();
   void defineTimers();
@@ -87,7 +88,6 @@ class KELVAR_EXPORT ScriptRuntime {
   std::optional<Failure> failure_;
   /// The text of each file that was evaluated, for what is said about failures.
   QHash<QString, QString> sources_;
-  QStringList importing_;
   QSet<QString> imported_;
   QHash<int, std::shared_ptr<Timer>> timers_;
   int lastTimer_ = 0;
@@ -97,6 +97,7 @@ class KELVAR_EXPORT ScriptRuntime {
   size_t memoryLimit_ = 0;
   std::atomic<bool> isInterrupted_ = false;
   QString stopped_;
+  Failure stoppedAt_;
 };
 
 }  // namespace kelvar

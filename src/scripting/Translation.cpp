@@ -1,7 +1,11 @@
 #include "scripting/Translation.h"
 
+#include <QRegularExpression>
+#include <QScopedValueRollback>
 #include <QSet>
 #include <QStringList>
+#include <algorithm>
+#include <utility>
 
 #include "scripting/SelectorName.h"
 
@@ -14,6 +18,9 @@ bool startsWord(QChar c) { return c.isLetter() || c == u'_' || c == u'$' || c.is
 bool continuesWord(QChar c) {
   return startsWord(c) || c.isDigit() || c.isMark() || c == u'\u200c' || c == u'\u200d';
 }
+
+/// Brackets in one another, at most: deeper ones are left to the engine, which knows its stack.
+constexpr int kMaxDepth = 1000;
 
 /// Words after which an operand is still to come.
 bool isOperator(const QString& word) {
@@ -41,14 +48,16 @@ class Translator {
  public:
   explicit Translator(const QString& text) : text_(text) {}
 
-  QString translated() {
+  QStringList translated() {
     QString out;
     while (at_ < text_.size()) {
       code(QChar(), nullptr, out);
       // A closing bracket that nothing has opened.
       if (at_ < text_.size()) out += text_[at_++];
     }
-    return out;
+    if (isTooDeep_) return {text_.toString()};
+    pieces_ += out;
+    return pieces_;
   }
 
  private:
@@ -65,6 +74,11 @@ class Translator {
   /// Up to a closing bracket, which is left, or to the end. With a message, a selector's part ends
   /// it too, and then is what comes next.
   void code(QChar closer, Message* message, QString& out) {
+    const QScopedValueRollback<int> deeper(depth_, depth_ + 1);
+    if (depth_ > kMaxDepth) {
+      isTooDeep_ = true;
+      at_ = text_.size();
+    }
     while (at_ < text_.size()) {
       const QChar c = peek();
       if (c.isSpace() || isAt(u"//") || isAt(u"/*")) {
@@ -80,6 +94,8 @@ class Translator {
         out += string();
       } else if (isAt(u"@import")) {
         import(out);
+      } else if (isAt(u"@selector")) {
+        selector(out);
       } else if (c == u'`') {
         out += templateLiteral();
       } else if (c == u'/' && !operand_) {
@@ -134,7 +150,8 @@ class Translator {
     const bool isMember = last_ == u"."_s;
     const QString taken = plainWord();
     out += taken;
-    operand_ = isMember || !isOperator(taken);
+    const bool isOf = operand_ && !isMember && taken == u"of"_s;
+    operand_ = isMember || !(isOf || isOperator(taken));
     if (message && !operand_) message->hasPlainReceiver = false;
     if (taken == u"throw"_s && !isMember && last_ != u"function"_s) markThrown(out);
     last_ = taken;
@@ -164,7 +181,11 @@ class Translator {
     const QChar quote = peek();
     qsizetype end = at_ + 1;
     while (end < text_.size() && text_[end] != quote && text_[end] != u'\n') {
-      end += text_[end] == u'\\' ? 2 : 1;
+      if (text_[end] != u'\\') {
+        ++end;
+      } else {
+        end += text_.sliced(end + 1).startsWith(u"\r\n") ? 3 : 2;
+      }
     }
     setOperand(u"\""_s);
     return take(end + 1 - at_);
@@ -202,7 +223,8 @@ class Translator {
       }
     }
     setOperand(u"/"_s);
-    return take(end + 1 - at_);
+    const QString pattern = take(end + 1 - at_);
+    return pattern + plainWord();
   }
 
   void import(QString& out) {
@@ -214,8 +236,36 @@ class Translator {
       out += take(1);
       return;
     }
-    out +=
-        QString::fromLatin1(kImportFunction) + u'(' + withoutLastBlanks(between) + string() + u')';
+    // It ends here also before a line that would go on with what it gives.
+    const QString call = QString::fromLatin1(kImportFunction) + u'(' + withoutLastBlanks(between) +
+                         string() + u");"_s;
+    if (isStatement(out)) {
+      pieces_ << std::exchange(out, QString()) << call;
+    } else {
+      out += call;
+    }
+    operand_ = false;
+    last_ = u";"_s;
+  }
+
+  /// Whether what comes next begins a line outside all brackets.
+  bool isStatement(const QString& before) const {
+    const QStringView line = QStringView(before).sliced(before.lastIndexOf(u'\n') + 1);
+    return depth_ == 1 &&
+           std::all_of(line.begin(), line.end(), [](QChar c) { return c.isSpace() || c == u';'; });
+  }
+
+  void selector(QString& out) {
+    static const QRegularExpression kSelector(uR"(@selector[ \t]*\([ \t]*([\w$:]+)[ \t]*\))"_s);
+    const auto found = kSelector.match(text_, at_, QRegularExpression::NormalMatch,
+                                       QRegularExpression::AnchorAtOffsetMatchOption);
+    if (!found.hasMatch()) {
+      out += take(1);
+      return;
+    }
+    take(found.capturedLength());
+    out += u'"' + found.captured(1) + u'"';
+    setOperand(u"\""_s);
   }
 
   void setOperand(const QString& last) {
@@ -249,10 +299,11 @@ class Translator {
   void punctuation(Message* message, QString& out) {
     const bool doubled = isAt(u"++") || isAt(u"--");
     const bool member = isAt(u"?.") && !peek(2).isDigit();
-    last_ = isAt(u"=>") ? u"=>"_s : member ? u"."_s : QString(peek());
+    const QString mark = take(isAt(u"...") ? 3 : doubled || member || isAt(u"=>") ? 2 : 1);
+    last_ = member ? u"."_s : mark;
     if (message && last_ != u"."_s) message->hasPlainReceiver = false;
     if (!doubled) operand_ = false;
-    out += take(doubled || member || last_ == u"=>"_s ? 2 : 1);
+    out += mark;
   }
 
   void bracket(QString& out) {
@@ -320,6 +371,9 @@ class Translator {
 
   const QStringView text_;
   qsizetype at_ = 0;
+  QStringList pieces_;
+  int depth_ = 0;
+  bool isTooDeep_ = false;
   bool operand_ = false;
   /// The last word or mark, blanks and comments aside.
   QString last_;
@@ -327,6 +381,6 @@ class Translator {
 
 }  // namespace
 
-QString plainJavaScript(const QString& script) { return Translator(script).translated(); }
+QStringList plainJavaScript(const QString& script) { return Translator(script).translated(); }
 
 }  // namespace kelvar

@@ -37,7 +37,9 @@ QString maker(const QString& name) {
       {u"SketchDocument"_s, u"document"_s},
       {u"SketchLayer"_s, u"layer"_s},
       {u"NSColor"_s, u"NSColor.colorWithRed_green_blue_alpha_(1, 0, 0, 1)"_s},
-      {u"NSBezierPath"_s, u"KVBezierPath.bezierPathWithPoints_(points)"_s}};
+      {u"NSBezierPath"_s, u"KVBezierPath.bezierPathWithPoints_(points)"_s},
+      {u"NSView"_s, u"KVViewController.new().view()"_s},
+      {u"KVAction"_s, u"KVBashAction.nothing()"_s}};
   return kMakers.value(name, name + u".new()"_s);
 }
 
@@ -211,6 +213,21 @@ TEST_F(CatalogueTest, OperationsGiveWhatTheyGiveInTheLibrary) {
        " return [layer, layer.frame(), layer.isVisible(), document.path().replace(folder, "
        "'')].join(' ') })()",
        "<rectangle M (L-id)> {1, 2, 3, 4} false /second.sketch"},
+      {"(() => { layer.frame().x = 7; const f = layer.frame(); f.setWidth(9); f.setY_(6);"
+       " return [f, layer.frame(), f.isKindOfClass_(KVRect), f.className()].join(' ') })()",
+       "{7, 6, 9, 8} {7, 6, 9, 8} true KVRect"},
+      {"(() => { const menu = KVMenu.new(), item = NSMenuItem.new(); item.title = 'Home';"
+       " menu.addItem_(item); const view = KVView.new(); view.dropShadow = NSShadow.new();"
+       " const manager = TrackerManager.alloc().initWithTrackers_identifier_([Tracker.new()], 'a');"
+       " const trackers = manager.trackers(); manager.trackers = [];"
+       " return [menu.itemArray()[0].title(), view.dropShadow().shadowOffset(), trackers.count(),"
+       " manager.trackers().count()].join(' ') })()",
+       "Home {0, 0} 1 0"},
+      {"(() => { const c = KVVersionChecker.alloc().initWithIdentifier_name_('i', 'n');"
+       " c.lastCheck = new Date(5); const then = c.lastCheck().getTime(); c.lastCheck = nil;"
+       " return [then, c.lastCheck(), c.actionURL(), KVButton.new().textColor(),"
+       " NSURL.URLWithString_('')].map(String).join(' ') })()",
+       "5 null null null null"},
       {"document.imageOfArtboard_forTransform_(artboard, transform).size()", "{40, 20}"},
       {"document.settingsOfLayer_(layer)", "null"},
       {"document.fillLayer_withImage_settings_(artboard, image, {})",

@@ -67,12 +67,18 @@ TEST_F(Run, RunsScriptsAndSaysWhereTheyFail) {
 
 TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
   write(u"a.js"_s, "");
+  write(u"echo.js"_s, "log(context.arguments)");
   write(u"bad/Contents/Sketch/manifest.json"_s, "{");
   write(u"none/Contents/Sketch/manifest.json"_s, "{\"commands\": []}");
   write(u"p/Contents/Sketch/manifest.json"_s,
         "{\"commands\": [{\"identifier\": \"x\", \"script\": \"x.js\", \"handler\": \"go\"},"
-        "{\"identifier\": \"y\", \"script\": \"x.js\"}]}");
-  write(u"p/Contents/Sketch/x.js"_s, "function onRun(c) { log(c.command.identifier()) }");
+        "{\"identifier\": \"y\", \"script\": \"x.js\"},"
+        "{\"identifier\": \"run\", \"script\": \"x.js\", \"handlers\": {\"run\": \"other\"}},"
+        "{\"identifier\": \"all\", \"script\": \"x.js\", \"handlers\": \"other\"}]}");
+  write(u"nameless/Contents/Sketch/manifest.json"_s,
+        "{\"commands\": [{\"name\": \"Do\", \"script\": \"x.js\"}]}");
+  write(u"p/Contents/Sketch/x.js"_s,
+        "function onRun(c) { log(c.command.identifier()) }\nfunction other() { log('other') }");
   const std::pair<const char*, const char*> cases[] = {
       {"nowhere.js", "1: kelvar: "},
       {"a.js --command x", "2: kelvar: --command takes a plug-in"},
@@ -80,13 +86,20 @@ TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
       {"a.js --select x", "2: kelvar: --select needs a --document"},
       {"a.js --document nowhere.sketch", "1: kelvar: "},
       {"a.js --frobnicate", "2: kelvar: "},
+      {"a.js x", "2: kelvar: The following argument was not expected: x"},
+      {"echo.js -- --list x", "--list,x"},
       {"bad --list", "1: kelvar: bad/Contents/Sketch/manifest.json is no plug-in's manifest: "},
       {"none --list",
        "1: kelvar: none/Contents/Sketch/manifest.json is no plug-in's manifest: it "
        "has no \"commands\""},
-      {"p", "2: kelvar: --command is missing; the plug-in has x, y"},
-      {"p --command z", "2: kelvar: the plug-in has no command z, only x, y"},
-      {"p --command x", "1: kelvar: the script has no function go"},
+      {"p", "2: kelvar: --command is missing; the plug-in has x, y, run, all"},
+      {"p --command z", "2: kelvar: the plug-in has no command z, only x, y, run, all"},
+      {"p --command run", "other\n"},
+      {"p --command all", "other\n"},
+      {"nameless",
+       "1: kelvar: nameless/Contents/Sketch/manifest.json is no plug-in's manifest: the "
+       "command \"Do\" has no \"identifier\""},
+      {"p --command x", "1: kelvar: p/Contents/Sketch/x.js has no function go for the command x"},
       {"p --command y", "y\n"},
       {"p --list --json",
        "[{\"handler\":\"go\",\"identifier\":\"x\",\"name\":\"\",\"script\":\"p/Contents/Sketch/"
@@ -99,12 +112,14 @@ TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
 
 TEST_F(Run, EndsWhatDoesNotEnd) {
   write(u"loop.js"_s, "log('on'); for (;;);");
-  EXPECT_EQ(run(u"loop.js --timeout 0.3"_s),
-            "on\n1: kelvar: the script did not end within 0.3 s\n");
+  EXPECT_EQ(
+      run(u"loop.js --timeout 0.3"_s),
+      "on\n1: kelvar: the script did not end within 0.3 s\nloop.js:1\n    log('on'); for (;;);\n");
   start(u"loop.js"_s);
   ASSERT_TRUE(program_.waitForReadyRead(-1));
   ASSERT_EQ(kill(pid_t(program_.processId()), SIGINT), 0);
-  EXPECT_EQ(finish(), "on\n1: kelvar: the script was interrupted\n");
+  EXPECT_EQ(finish(),
+            "on\n1: kelvar: the script was interrupted\nloop.js:1\n    log('on'); for (;;);\n");
 }
 
 TEST_F(Run, OurPlugInChecksTheVersionAndShowsMessages) {

@@ -51,6 +51,12 @@ class Bell : public Object {
                          return QString::fromLatin1(value.metaType().name());
                        })
             .operation("another", [](Bell&) { return std::make_shared<Bell>(); })
+            .operation("ringAndFail",
+                       [](Bell& self) {
+                         self.ring();
+                         self.ring();
+                         throw std::runtime_error("it is cracked");
+                       })
             .operation("fail", [](Bell&) { throw std::runtime_error("it is cracked"); })
             .operation("ringLater",
                        [](Bell& self) {
@@ -159,8 +165,13 @@ TEST_F(Runtime, ValuesKeepTheirKindBothWays) {
     EXPECT_EQ(run(script), std::string(result) + "\n") << value;
   }
   EXPECT_EQ(run(u"var l = bell.echo([4, 5]); print(l.count(), l.objectAtIndex_(1), "
-                "l.firstObject(), [[] firstObject], Object.keys(l)); l.objectAtIndex(2)"_s),
-            "2 5 4 null 0,1\nRangeError: the list has no object at 2, only 2 in all");
+                "l.firstObject(), [[] firstObject], Object.keys(l));\n"
+                "var e = [l objectEnumerator], n; while (n = [e nextObject]) print(n);\n"
+                "var d = bell.echo({a: {b: 1}, c: 2}); print([[d objectForKey:@\"a\"] "
+                "valueForKey:@\"b\"], d.objectForKey('x'), d.allKeys(), Object.keys(d));\n"
+                "l.objectAtIndex(2)"_s),
+            "2 5 4 null 0,1\n4\n5\n1 null a,c a,c\n"
+            "RangeError: the list has no object at 2, only 2 in all");
 }
 
 TEST_F(Runtime, SaysWhatIsWrong) {
@@ -179,11 +190,13 @@ TEST_F(Runtime, SaysWhatIsWrong) {
       {"bell.tone = 1", "Bell setTone: takes string as argument 1, not number"},
       {"bell.ring_('a')", "Bell ring: takes number as argument 1, not string"},
       {"bell.my__name()", "Bell my_name: takes 1 argument, not 0"},
-      {"KVRectMake(1, 2)", "functions KVRectMake takes 4 arguments, not 2"},
+      {"KVRectMake(1, 2)", "Error: KVRectMake takes 4 arguments, not 2"},
+      {"KVShape.new()", "the class KVShape has no selector new; the nearest is"},
       {"KVShape.alloc().initWithBounds_path_(bell, [])",
        "KVShape initWithBounds:path: takes KVRect as argument 1, not Bell"},
       {"bell.ring.call(KVRect.new())", "ring of Bell was called on something else"},
       {"bell.echo(() => 1)", "a function cannot be handed on"},
+      {"bell.echo([new Date('x')])", "a date that is none cannot be handed on"},
       {"bell.echo(KVRect.alloc())", "an object is not initialised yet"},
       {"var a = []; a[0] = a; bell.echo(a)", "the lists or dictionaries are nested too deeply"},
       {"bell.fail()", "it is cracked"},
@@ -210,6 +223,7 @@ TEST_F(Runtime, SaysWhereItWasThrown) {
        "throw new Error('late') }, 1)"},
       {"(async () => {\n await 1\n throw new Error('later') })()", "Error: later", 3,
        "throw new Error('later') })()"},
+      {"throw {code: 5}", "{\"code\":5}", 1, "throw {code: 5}"},
       {"bell.delegate = {bellDidRing() {}, bell_shouldRing_() {\n bell.rang() }}\nbell.ring()",
        "Error: an object of class Bell has no selector rang", 2, "bell.rang() }}"},
   };
@@ -232,6 +246,44 @@ TEST_F(Runtime, ScriptObjectsServeAsDelegates) {
                 "    setTimeout(() => { print(bell.ring()); bell.delegate = nil;\n"
                 "      print(bell.ring(), bell.delegate()) }, 0) }, 0) }, 0)"_s),
             "not asked true\ntrue 3 true\nyes\ntrue 3 true\nrang\nyes\nnobody null\n");
+}
+
+TEST_F(Runtime, WhatDelegatesThrowReachesTheScriptThatCalls) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"bell.delegate = {bell_shouldRing: () => { throw new Error('no') }};\n"
+       "try { bell.ring(); print('went on') } catch (e) { print('caught', e) }\n"
+       "bell.delegate = {bell_shouldRing: () => true}; print(bell.ring())",
+       "caught Error: no\nyes\n"},
+      // One goes before what the operation itself goes wrong with, and nobody is asked after it.
+      {"let asked = 0; bell.delegate = {bell_shouldRing() { asked++; throw 5 }};\n"
+       "try { bell.ringAndFail() } catch (e) { print(e, asked) }",
+       "5 1\n"},
+      {"bell.delegate = {bell_shouldRing() { try { bell.rang() } catch { return true } }};\n"
+       "print(bell.ring())",
+       "yes\n"},
+      {"bell.delegate = {bell_shouldRing() { throw new Error('late') }};\nbell.ringLater();\n"
+       "setTimeout(() => print('not any more'), 100)",
+       "Error: late"},
+  };
+  for (const auto& [script, said] : cases) EXPECT_EQ(run(QString::fromUtf8(script)), said);
+}
+
+TEST_F(Runtime, PrintsWhatListsAndDictionariesHold) {
+  EXPECT_EQ(run(u"var a = {b: bell, c: [1, NSMakePoint(1, 2)], d: 2n ** 60n}; print(a, [a]);\n"
+                "print([1, 'b', bell], nil, undefined, {}, new Date(0).getTime());\n"
+                "a.a = a; print(a); print({toString() { return 'own' }});\n"
+                "try { print({toString() { throw 'up' }}) } catch (e) { print(e) }"_s),
+            "{\"b\":\"<Bell>\",\"c\":[1,\"{1, 2}\"],\"d\":\"1152921504606846976\"} "
+            "[{\"b\":\"<Bell>\",\"c\":[1,\"{1, 2}\"],\"d\":\"1152921504606846976\"}]\n"
+            "1,b,<Bell> null undefined {} 0\n"
+            "[object Object]\nown\nup\n");
+}
+
+TEST_F(Runtime, TimersCallWithWhatTheyAreGiven) {
+  EXPECT_EQ(run(u"setTimeout((...all) => print('a', ...all), undefined, 1, {b: 2});\n"
+                "const id = setInterval(n => { print(n); clearInterval(id) }, NaN, 'n');\n"
+                "clearTimeout(setTimeout(print, 0, 'never'))"_s),
+            "a 1 {\"b\":2}\nn\n");
 }
 
 TEST_F(Runtime, HoldsObjectsWhileTheScriptDoes) {
@@ -293,8 +345,22 @@ TEST_F(Runtime, PicturesThatNobodyHoldsAreGivenBack) {
 TEST_F(Runtime, CanBeStopped) {
   runtime_ = std::make_unique<ScriptRuntime>([](const QString&) {});
   runtime_->setTimeout(std::chrono::milliseconds(200));
-  EXPECT_FALSE(runtime_->evaluate(u"while (true) { try { for (;;); } catch (e) {} }"_s, u"a"_s));
+  EXPECT_FALSE(runtime_->evaluate(
+      u"\n\nfunction f() {\n while (true) { try { for (;;); } catch (e) {} }\n}\nf()"_s, u"a"_s));
   EXPECT_EQ(runtime_->failure()->message, u"the script did not end within 0.2 s"_s);
+  EXPECT_EQ(runtime_->failure()->file, u"a"_s);
+  // Of a loop that the engine has compiled it tells where the function begins.
+  EXPECT_TRUE(runtime_->failure()->line == 3 || runtime_->failure()->line == 4);
+
+  // Neither is one that is called from a loop.
+  runtime_ = std::make_unique<ScriptRuntime>([](const QString&) {});
+  runtime_->setTimeout(std::chrono::milliseconds(200));
+  runtime_->setGlobal(u"bell"_s, QVariant::fromValue<ObjectRef>(std::make_shared<Bell>()));
+  EXPECT_FALSE(
+      runtime_->evaluate(u"bell.delegate = {bell_shouldRing() {\n for (;;); }};\n"
+                         "for (;;) { try { bell.ring() } catch {} }"_s,
+                         u"a"_s));
+  EXPECT_EQ(runtime_->failure()->file, u"a"_s);
 
   runtime_ = std::make_unique<ScriptRuntime>([](const QString&) {});
   runtime_->setTimeout(std::chrono::milliseconds(200));
@@ -333,6 +399,25 @@ TEST_F(Runtime, ImportsEachFileOnceFromBesideTheImporter) {
   EXPECT_EQ(printed_, u"once\na b\n"_s);
   EXPECT_EQ(runtime_->failure()->file, dir.filePath(u"sub/b.js"_s));
   EXPECT_EQ(runtime_->failure()->line, 4);
+  // What a script says itself goes before what it imports, and nothing is run of a broken one.
+  write(u"own.js"_s,
+        "// first\n@import 'sub/d.js';\n\nfunction f() { return 'own' }\nprint(f(), g());\nnull.x");
+  write(u"sub/d.js"_s,
+        "function f() { return 'imported' }\nfunction g() { return f() + d }\nvar d = 'd'");
+  run(u""_s);
+  EXPECT_FALSE(runtime_->evaluateFile(dir.filePath(u"own.js"_s)));
+  EXPECT_EQ(printed_, u"own ownd\n"_s);
+  EXPECT_EQ(runtime_->failure()->line, 6);
+  write(u"broken.js"_s, "print('run');\n@import 'sub/d.js'\nfunction {");
+  run(u""_s);
+  EXPECT_FALSE(runtime_->evaluateFile(dir.filePath(u"broken.js"_s)));
+  EXPECT_EQ(printed_, u""_s);
+  EXPECT_EQ(runtime_->failure()->line, 3);
+  write(u"late.js"_s, "function later() {\n @import 'sub/c.js'\n return c }");
+  write(u"sub/c.js"_s, "var c = 'c'");
+  run(u""_s);
+  EXPECT_TRUE(runtime_->evaluateFile(dir.filePath(u"late.js"_s)));
+  EXPECT_TRUE(runtime_->call(u"later"_s, {})) << "beside the file, whoever calls the function";
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 namespace kelvar {
 namespace {
 
+QString plain(const QString& script) { return plainJavaScript(script).join(QString()); }
+
 TEST(Translation, TurnsBracketsIntoCalls) {
   const std::pair<const char*, const char*> cases[] = {
       {"[object name]", "object.name()"},
@@ -20,6 +22,7 @@ TEST(Translation, TurnsBracketsIntoCalls) {
       {"[o a:x => [x y] b:i++]", "o.a_b_(x => x.y(), i++)"},
       {"[new Date() time]", "(new Date()).time()"},
       {"[(a || b) c]", "(a || b).c()"},
+      {"[...x y]; f(...[a b])", "(...x).y(); f(...a.b())"},
       {"[this c]; [5 d]", "this.c(); (5).d()"},
       {"[@\"text\" length]", "\"text\".length()"},
       {"f(`${[a b]} [a b]`)", "f(`${a.b()} [a b]`)"},
@@ -28,12 +31,17 @@ TEST(Translation, TurnsBracketsIntoCalls) {
       {"if (x) [a b]; else [c d]", "if (x) a.b(); else c.d()"},
       {"[o a: /* b:1 */ 2 // c\n b:3]", "o.a_b_( /* b:1 */ 2 // c\n , 3)"},
       {"[NSArray arrayWithObjects:a, b, nil]", "NSArray.arrayWithObjects_(a, b, nil)"},
-      {"@import \"a.js\";\n@import 'b.js'", "__kelvarImport(\"a.js\");\n__kelvarImport('b.js')"},
+      {"@import \"a.js\";\n@import 'b.js'", "__kelvarImport(\"a.js\");;\n__kelvarImport('b.js');"},
+      {"@import 'a.js'\n(function() {})()", "__kelvarImport('a.js');\n(function() {})()"},
+      {"[o respondsTo:@selector( doThis:with: )]", "o.respondsTo_(\"doThis:with:\")"},
+      {"[o a:/x[/]y/gi b:1]", "o.a_b_(/x[/]y/gi, 1)"},
+      {"'a\\\r\n[b c]'; [d e]", "'a\\\r\n[b c]'; d.e()"},
+      {"for (const x of /[a]'/.exec([b c])) [x y]", "for (const x of /[a]'/.exec(b.c())) x.y()"},
       {"[a b", "[a.b()"},
       {"throw 'x'; a.throw(1)", "throw __kelvarThrown = 'x'; a.throw(1)"},
   };
-  for (const auto& [script, plain] : cases) {
-    EXPECT_EQ(plainJavaScript(QString::fromUtf8(script)).toStdString(), plain) << script;
+  for (const auto& [script, translated] : cases) {
+    EXPECT_EQ(plain(QString::fromUtf8(script)).toStdString(), translated) << script;
   }
 }
 
@@ -49,6 +57,8 @@ TEST(Translation, LeavesJavaScriptAlone) {
       "[a\n, b]",
       "const [a, {b: [c]}] = d",
       "var r = /[a b]/g.exec(s) / 2 / [1][0]",
+      "[...new Set(x), ...typeof y, a.new]",
+      "[/a b/g, /c/]; of / 2 / [1]",
       "if (x) /[a b]'/.test(y)",
       "x = a / b; y = '/[c d]/'",
       "// [a b] @\"c\"\n/* [a b] */ '[a b]' \"[a \\\" b]\"",
@@ -64,12 +74,15 @@ TEST(Translation, LeavesJavaScriptAlone) {
       "/* ",
       "`${",
       "@class",
+      "@selector(",
       ")]}",
   };
   for (const char* const script : cases) {
     const QString text = QString::fromUtf8(script);
-    EXPECT_EQ(plainJavaScript(text).toStdString(), script);
+    EXPECT_EQ(plain(text).toStdString(), script);
   }
+  const QString deep(1000000, u'[');
+  EXPECT_TRUE(plain(deep) == deep);
 }
 
 }  // namespace

@@ -8,13 +8,16 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLoggingCategory>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <string_view>
 #include <thread>
 
+#include "app/DocumentCommand.h"
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "host/SketchDocument.h"
-#include "platform/Bundle.h"
 #include "runtime/Conversion.h"
 #include "scripting/PluginBundle.h"
 #include "scripting/ScriptRuntime.h"
@@ -28,7 +31,8 @@ using kelvar::app::Failure;
 constexpr const char* kExplanation = R"(
 Runs a script, or a command of a plug-in, with Kelvar's classes. The script's function onRun, or the
 command's handler, is called with the context: document, selection, command, plugin, scriptPath and
-arguments. The program ends when nothing is pending any more: no timer, no request, no window.
+arguments, which are what follows --. The program ends when nothing is pending any more: no timer, no
+request, no window.
 
 Examples:
   kelvar run hello.js
@@ -64,13 +68,7 @@ void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString
 [[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
 [[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
 
-void print(const QString& line) {
-  const QByteArray bytes = line.toUtf8() + '\n';
-  if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) != size_t(bytes.size()) ||
-      std::fflush(stdout) != 0) {
-    fail(u"cannot write to standard output"_s);
-  }
-}
+void print(const QString& line) { kelvar::app::print(line.toUtf8()); }
 
 /// The first Ctrl-C ends the script in good order, a second one the program.
 void interrupt(int) {
@@ -129,17 +127,14 @@ kelvar::PluginCommandRef chosenCommand(const kelvar::PluginBundle& plugin, const
                         : u"the plug-in has no command %1, only %2"_s.arg(name, names.join(u", ")));
 }
 
-QVariantMap documentContext(const Arguments& arguments) {
-  QVariantMap context{{u"document"_s, QVariant()}, {u"selection"_s, QVariantList()}};
-  if (arguments.document.empty()) {
-    if (!arguments.selection.empty()) misuse(u"--select needs a --document"_s);
-    return context;
-  }
-  QString error;
-  const auto document =
-      kelvar::SketchDocument::open(QString::fromStdString(arguments.document), &error);
-  if (!document) fail(error);
-  kelvar::Bundle::setHostInformation(document->hostInformation());
+/// Null without --document.
+kelvar::SketchDocumentRef chosenDocument(const Arguments& arguments) {
+  if (!arguments.document.empty()) return kelvar::app::openDocument(arguments.document);
+  if (!arguments.selection.empty()) misuse(u"--select needs a --document"_s);
+  return nullptr;
+}
+
+QVariantList chosenLayers(const kelvar::SketchDocumentRef& document, const Arguments& arguments) {
   QVariantList selection;
   for (const std::string& each : arguments.selection) {
     const QString name = QString::fromStdString(each);
@@ -147,7 +142,7 @@ QVariantMap documentContext(const Arguments& arguments) {
     if (found.isEmpty()) fail(u"the document has no layer \"%1\""_s.arg(name));
     for (const auto& layer : found) selection.append(kelvar::toVariant(layer));
   }
-  return {{u"document"_s, kelvar::toVariant(document)}, {u"selection"_s, selection}};
+  return selection;
 }
 
 [[noreturn]] void tell(const ScriptRuntime::Failure& failure) {
@@ -155,6 +150,24 @@ QVariantMap documentContext(const Arguments& arguments) {
   if (!failure.file.isEmpty()) told += u"\n%1:%2"_s.arg(failure.file).arg(failure.line);
   if (!failure.text.isEmpty()) told += u"\n    "_s + failure.text;
   fail(told);
+}
+
+void tellWarnings(const kelvar::SketchDocument& document) {
+  for (const QString& warning : document.warnings()) {
+    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(kelvar::app::printable(warning)));
+  }
+}
+
+/// A script by itself needs no function.
+bool callHandler(ScriptRuntime& runtime, const kelvar::PluginCommandRef& command,
+                 const QVariantMap& context) {
+  const QString handler = command ? command->handler() : u"onRun"_s;
+  if (runtime.hasFunction(handler)) return runtime.call(handler, {context});
+  if (command) {
+    fail(u"%1 has no function %2 for the command %3"_s.arg(command->script(), handler,
+                                                           command->identifier()));
+  }
+  return true;
 }
 
 void run(const Arguments& arguments) {
@@ -165,16 +178,18 @@ void run(const Arguments& arguments) {
   const kelvar::PluginBundleRef plugin = isPlugin ? openPlugin(target) : nullptr;
   if (arguments.list) return list(*plugin, arguments.json);
 
-  QVariantMap context = documentContext(arguments);
   const kelvar::PluginCommandRef command =
       plugin ? chosenCommand(*plugin, QString::fromStdString(arguments.command)) : nullptr;
   const QString script = command ? command->script() : target;
+  const kelvar::SketchDocumentRef document = chosenDocument(arguments);
   QStringList rest;
   for (const std::string& each : arguments.rest) rest.append(QString::fromStdString(each));
-  context.insert({{u"plugin"_s, kelvar::toVariant(plugin)},
-                  {u"command"_s, kelvar::toVariant(command)},
-                  {u"scriptPath"_s, QFileInfo(script).absoluteFilePath()},
-                  {u"arguments"_s, rest}});
+  const QVariantMap context{{u"document"_s, kelvar::toVariant(document)},
+                            {u"selection"_s, chosenLayers(document, arguments)},
+                            {u"plugin"_s, kelvar::toVariant(plugin)},
+                            {u"command"_s, kelvar::toVariant(command)},
+                            {u"scriptPath"_s, QFileInfo(script).absoluteFilePath()},
+                            {u"arguments"_s, rest}};
 
   ScriptRuntime runtime(print);
   if (arguments.timeout > 0) runtime.setTimeout(std::chrono::duration<double>(arguments.timeout));
@@ -183,12 +198,10 @@ void run(const Arguments& arguments) {
   running = &runtime;
   std::signal(SIGINT, interrupt);
   runtime.setGlobal(u"context"_s, context);
-  const QString handler = command ? command->handler() : u"onRun"_s;
   const bool done =
-      runtime.evaluateFile(script) &&
-      ((!command && !runtime.hasFunction(handler)) || runtime.call(handler, {context})) &&
-      runtime.run();
+      runtime.evaluateFile(script) && callHandler(runtime, command, context) && runtime.run();
   running = nullptr;
+  if (document) tellWarnings(*document);
   if (!done) tell(*runtime.failure());
 }
 
@@ -211,9 +224,12 @@ int parseAndRun(int argc, char** argv) {
   CLI::Option* const list = program.add_flag("--list", arguments.list, "List the commands");
   program.add_flag("--json", arguments.json, "List them as JSON")->needs(list);
   list->excludes(timeout);
-  program.add_option("ARGS", arguments.rest, "After --: the context's arguments");
+  // What follows -- is the script's, whatever it looks like.
+  char** const end = std::find_if(argv, argv + argc,
+                                  [](const char* each) { return std::string_view(each) == "--"; });
+  if (end != argv + argc) arguments.rest.assign(end + 1, argv + argc);
   try {
-    program.parse(argc, argv);
+    program.parse(int(end - argv), argv);
   } catch (const CLI::Success& success) {
     return program.exit(success);
   } catch (const CLI::ParseError& error) {

@@ -8,7 +8,10 @@ function requireSelection(context) {
 
 function artboardNamed(document, name) {
   const found = document.artboards().filter(each => each.name() === name || each.objectID() === name);
-  if (found.length !== 1) throw new Error(`${found.length} artboards are called "${name}"`);
+  if (found.length === 0) throw new Error(`no artboard is called "${name}"`);
+  if (found.length > 1) {
+    throw new Error(`${found.length} artboards are called "${name}": give the identifier of one`);
+  }
   return found[0];
 }
 
