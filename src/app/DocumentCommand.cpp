@@ -19,8 +19,8 @@ SketchDocumentRef openDocument(const std::string& path) {
   return document;
 }
 
-void tellWarnings(const DocumentMapping& mapping) {
-  for (const QString& warning : mapping.warnings()) {
+void tellWarnings(const QStringList& warnings) {
+  for (const QString& warning : warnings) {
     std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(printable(warning)));
   }
 }

@@ -11,7 +11,7 @@ namespace kelvar::app {
 SketchDocumentRef openDocument(const std::string& path);
 
 /// A line on standard error for each thing that was not drawn as the document wants it.
-void tellWarnings(const DocumentMapping& mapping);
+void tellWarnings(const QStringList& warnings);
 
 /// The report of --json: the layers that got a picture, and what is remembered on them.
 void reportMapped(const QList<SketchLayerRef>& layers);

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "app/addProgram.h"
 #include "app/analytics.h"
 #include "app/archive.h"
@@ -28,7 +29,8 @@ void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString
 }
 
 int complain(int status, const char* sentence) {
-  std::fprintf(stderr, "kelvar: %s\n", sentence);
+  const QString line = kelvar::app::printable(QString::fromUtf8(sentence));
+  std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(line));
   return status;
 }
 

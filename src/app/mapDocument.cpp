@@ -16,10 +16,6 @@ constexpr const char* kArtboard = "artboard:";
 [[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
 [[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
 
-bool isDocument(const QString& path) {
-  return path.endsWith(QStringLiteral(".sketch"), Qt::CaseInsensitive);
-}
-
 void check(const DocumentArguments& arguments) {
   if (arguments.layers.empty()) {
     misuse(QStringLiteral("--document needs a --layer for the design (see kelvar layers)"));
@@ -31,7 +27,7 @@ void check(const DocumentArguments& arguments) {
     misuse(QStringLiteral("--json and -o - cannot both write to standard output"));
   }
   const QString output = QString::fromStdString(arguments.output);
-  if (isDocument(output)) return;
+  if (SketchDocument::hasKnownEnding(output)) return;
   if (!ImageFile::hasKnownEnding(output)) {
     misuse(QStringLiteral("-o takes a file that ends in sketch, png, jpg, jpeg or webp, or -, not "
                           "\"%1\"")
@@ -95,7 +91,7 @@ void write(const SketchDocumentRef& document, DocumentMapping* mapping,
            const QList<SketchLayerRef>& layers, const DocumentArguments& arguments) {
   const QString output = QString::fromStdString(arguments.output);
   QString error;
-  if (isDocument(output)) {
+  if (SketchDocument::hasKnownEnding(output)) {
     mapping->redrawPreview();
     if (!document->save(output, &error)) fail(error);
     return;
@@ -104,6 +100,7 @@ void write(const SketchDocumentRef& document, DocumentMapping* mapping,
   const ImageRef picture =
       renderer.render(*commonArtboard(layers), arguments.settings.quality, &error);
   if (!picture || !ImageFile::write(*picture, output, &error)) fail(error);
+  tellWarnings(renderer.warnings());
 }
 
 }  // namespace
@@ -117,14 +114,16 @@ void mapOnDocument(const DocumentArguments& arguments) {
   mapping.setSampling(arguments.sampling);
   mapping.setThreads(arguments.threads);
   const QList<SketchLayerRef> layers = chosenLayers(mapping, arguments.layers);
-  if (!isDocument(QString::fromStdString(arguments.output))) commonArtboard(layers);
+  if (!SketchDocument::hasKnownEnding(QString::fromStdString(arguments.output))) {
+    commonArtboard(layers);
+  }
 
   progress.setStage("mapping");
   mapAll(&mapping, layers, arguments);
   progress.setStage("writing");
   write(document, &mapping, layers, arguments);
   logLine(u"Wrote %@", {QString::fromStdString(arguments.output)});
-  tellWarnings(mapping);
+  tellWarnings(mapping.warnings());
   if (arguments.json) reportMapped(layers);
 }
 

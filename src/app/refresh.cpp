@@ -36,6 +36,12 @@ void run(const Arguments& arguments) {
                   QStringLiteral("the document goes to -o OUT or, with --in-place, where it came "
                                  "from: give one of them"));
   }
+  const std::string& output = arguments.inPlace ? arguments.document : arguments.output;
+  if (!arguments.inPlace && !SketchDocument::hasKnownEnding(QString::fromStdString(output))) {
+    throw Failure(Failure::kMisuse,
+                  QStringLiteral("-o takes a file that ends in sketch, not \"%1\"")
+                      .arg(QString::fromStdString(output)));
+  }
   Progress progress;
   progress.setStage("reading");
   const SketchDocumentRef document = openDocument(arguments.document);
@@ -46,11 +52,10 @@ void run(const Arguments& arguments) {
   if (!mapping.refresh(&layers, &error)) throw Failure(Failure::kFailed, error);
   if (!layers.isEmpty()) mapping.redrawPreview();
   progress.setStage("writing");
-  const std::string& output = arguments.inPlace ? arguments.document : arguments.output;
   if (!document->save(QString::fromStdString(output), &error)) {
     throw Failure(Failure::kFailed, error);
   }
-  tellWarnings(mapping);
+  tellWarnings(mapping.warnings());
   if (arguments.json) reportMapped(layers);
 }
 

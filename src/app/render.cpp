@@ -4,7 +4,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <cstdio>
 #include <memory>
 
 #include "app/DocumentCommand.h"
@@ -117,9 +116,7 @@ void run(const Arguments& arguments) {
   if (!picture) fail(error);
   if (!ImageFile::write(*picture, QString::fromStdString(arguments.output), &error)) fail(error);
   if (arguments.json) return report(*picture, renderer.warnings());
-  for (const QString& warning : renderer.warnings()) {
-    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(printable(warning)));
-  }
+  tellWarnings(renderer.warnings());
 }
 
 }  // namespace

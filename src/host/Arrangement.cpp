@@ -229,6 +229,14 @@ const Arrangement::Shape* Arrangement::shape(const QString& id) const { return f
 
 Arrangement::Shape* Arrangement::shape(const QString& id) { return find(shapes, id); }
 
+QList<Arrangement::Shape> Arrangement::shapesInSight() const {
+  QList<Shape> inSight;
+  for (const Shape& shape : shapes) {
+    if (shape.artboard == artboard) inSight.append(shape);
+  }
+  return inSight;
+}
+
 QString Arrangement::addDesign(const QString& file) {
   const QString path = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
   for (const Design& design : designs) {

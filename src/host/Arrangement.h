@@ -43,6 +43,8 @@ struct KELVAR_EXPORT Arrangement {
     bool flipped = false;
     /// Whether it shows in exports.
     bool included = true;
+    /// In a document, the `id` of the artboard that it is on. Not in files.
+    QString artboard{};
     bool operator==(const Shape&) const = default;
 
     /// How its design comes onto the picture, with the best sampling.
@@ -59,12 +61,16 @@ struct KELVAR_EXPORT Arrangement {
   QList<Design> designs;
   /// The later lie over the earlier.
   QList<Shape> shapes;
+  /// In a document, the `id` of the artboard that is shown. Not in files.
+  QString artboard{};
   bool operator==(const Arrangement&) const = default;
 
   /// Null when there is none of that `id`.
   const Design* design(const QString& id) const;
   const Shape* shape(const QString& id) const;
   Shape* shape(const QString& id);
+  /// Those on the artboard that is shown; in a photo all.
+  QList<Shape> shapesInSight() const;
 
   /// The id of the design in `file`, which is added unless it is there.
   QString addDesign(const QString& file);

@@ -15,6 +15,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+/// Pixels from the origin, beyond which numbers lose digits.
+constexpr double kFarthest = 1e7;
+
 /// To whole pixels, unless digits that were lost on the way would add one.
 QRect pixelRect(const QRectF& rect) {
   constexpr double kLost = 1e-3;
@@ -50,6 +53,13 @@ ImageRef ArtboardRenderer::render(const SketchLayer& layer, double scale, QStrin
   return draw(layer, extentOf(layer), scale, backgroundOf(layer), error);
 }
 
+QRect ArtboardRenderer::pictureRect(const SketchLayer& layer, double scale) const {
+  const QRectF wanted = scaled(extentOf(layer), scale);
+  const bool isNear = std::abs(wanted.x()) < kFarthest && std::abs(wanted.y()) < kFarthest;
+  if (!isNear || wanted.isEmpty() || !isHoldable(wanted.width(), wanted.height())) return {};
+  return pixelRect(wanted);
+}
+
 ImageRef ArtboardRenderer::renderPreview(QString* error) {
   const SketchLayerRef page = document_->currentPage();
   const QRectF extent = extentOf(*page);
@@ -72,7 +82,7 @@ ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, 
     *error = u"there is nothing to draw in \"%1\""_s.arg(layer.name());
     return nullptr;
   }
-  if (!(std::abs(wanted.x()) < 1e7 && std::abs(wanted.y()) < 1e7)) {
+  if (!(std::abs(wanted.x()) < kFarthest && std::abs(wanted.y()) < kFarthest)) {
     *error = u"\"%1\" lies too far away to be drawn"_s.arg(layer.name());
     return nullptr;
   }

@@ -34,6 +34,11 @@ class KELVAR_EXPORT ArtboardRenderer {
   /// picture would be too large.
   ImageRef render(const SketchLayer& layer, double scale, QString* error);
 
+  /// Where the picture of `render` lies, in pixels from the origin of the layer's own coordinates;
+  /// for what is neither an artboard nor a page, of those around it. Empty when there is nothing to
+  /// draw, or it is too large.
+  QRect pictureRect(const SketchLayer& layer, double scale) const;
+
   /// The picture that the host stores in a document: the contents of the open page on white, one
   /// pixel a unit, scaled down where a side would pass `kPreviewSide`.
   ImageRef renderPreview(QString* error);

@@ -13,25 +13,35 @@
 namespace kelvar {
 namespace {
 
+/// Layers that a sentence lists; more than these nobody reads.
+constexpr qsizetype kMostListed = 12;
+
 QString listed(const QList<SketchLayerRef>& layers) {
   QStringList lines;
-  for (const SketchLayerRef& layer : layers) {
+  for (const SketchLayerRef& layer : layers.first(std::min(layers.size(), kMostListed))) {
     const SketchLayerRef around = layer->parent();
     lines.append(QStringLiteral("%1 %2%3").arg(
         layer->kind(), layer->objectID(),
         around ? QStringLiteral(" in \"%1\"").arg(around->name()) : QString()));
   }
-  return lines.join(QStringLiteral(", "));
+  const qsizetype more = layers.size() - lines.size();
+  return lines.join(QStringLiteral(", ")) +
+         (more > 0 ? QStringLiteral(" and %1 more").arg(more) : QString());
 }
 
 /// The only one of `found`; null, and a sentence about its `kind`, when there are none or several.
 SketchLayerRef only(const QList<SketchLayerRef>& found, const QString& kind, const QString& name,
                     QString* error) {
   if (found.size() == 1) return found.first();
-  *error = found.isEmpty()
-               ? QStringLiteral("the document has no %1 \"%2\"").arg(kind, name)
-               : QStringLiteral("\"%1\" fits several %2s, so take the identifier of one: %3")
-                     .arg(name, kind, listed(found));
+  if (found.isEmpty()) {
+    *error = QStringLiteral("the document has no %1 \"%2\"").arg(kind, name);
+  } else if (found.first()->objectID() == name) {
+    *error = QStringLiteral("the document is damaged: \"%1\" is the identifier of several %2s")
+                 .arg(name, kind);
+  } else {
+    *error = QStringLiteral("\"%1\" fits several %2s, so take the identifier of one: %3")
+                 .arg(name, kind, listed(found));
+  }
   return nullptr;
 }
 

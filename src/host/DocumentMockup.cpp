@@ -23,26 +23,41 @@ QByteArray digestOf(const QByteArray& bytes) {
   return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
 }
 
-bool isSeenOn(const SketchLayerRef& layer, const SketchLayerRef& artboard) {
+/// What shows the layer: its artboard, or else its page.
+SketchLayerRef groundLayerOf(const SketchLayerRef& layer) {
+  const SketchLayerRef artboard = layer->artboard();
+  return artboard ? artboard : layer->page();
+}
+
+bool isSeenOn(const SketchLayerRef& layer, const SketchLayerRef& ground) {
+  if (groundLayerOf(layer) != ground) return false;
   SketchLayerRef around = layer;
-  while (around != artboard && around->isVisible()) around = around->parent();
-  return around == artboard;
+  while (around != ground && around->isVisible()) around = around->parent();
+  return around == ground;
+}
+
+/// An identifier that nobody has yet, as like the layer's own as can be.
+QString freeId(const QString& id, QHash<QString, int>* taken) {
+  const QString wanted = id.isEmpty() ? QStringLiteral("unnamed") : id;
+  QString free = wanted;
+  while (taken->contains(free)) free = wanted + u'+' + QString::number(++(*taken)[wanted]);
+  taken->insert(free, 1);
+  return free;
 }
 
 /// The layers that can be seen and can take a design, the lowest first.
-QList<SketchLayerRef> layersForDesigns(const SketchLayerRef& artboard) {
-  QList<SketchLayerRef> layers = artboard->withDescendants();
+QList<SketchLayerRef> layersForDesigns(const SketchLayerRef& ground) {
+  QList<SketchLayerRef> layers = ground->withDescendants();
   layers.removeIf([&](const SketchLayerRef& layer) {
-    return !isSeenOn(layer, artboard) || !LayerMapping::canMapOnto(layer);
+    return !isSeenOn(layer, ground) || !LayerMapping::canMapOnto(layer);
   });
   return layers;
 }
 
 /// A rectangle that lies straight on its artboard is rarely what a mockup is made for.
-bool isInPerspective(const SketchLayerRef& layer, const SketchLayerRef& artboard) {
-  const auto corners = MockupLayer(layer, artboard, 1).shape().corners;
+bool isInPerspective(const Arrangement::Shape& shape) {
   const auto isStraight = [&](size_t i) {
-    const QPointF side = corners[(i + 1) % 4] - corners[i];
+    const QPointF side = shape.corners[(i + 1) % 4] - shape.corners[i];
     return qFuzzyIsNull(side.x()) || qFuzzyIsNull(side.y());
   };
   return !(isStraight(0) && isStraight(1) && isStraight(2) && isStraight(3));
@@ -58,57 +73,105 @@ std::shared_ptr<DocumentMockup> DocumentMockup::open(const QString& path, const 
   QByteArray bytes;
   if (!WholeFile::read(path, ZipArchive::kMaxArchiveBytes, &bytes, error)) return nullptr;
   mockup->document_ = SketchDocument::read(bytes, path, error);
-  if (!mockup->document_ || !mockup->choose(choice, error)) return nullptr;
+  if (!mockup->document_) return nullptr;
   mockup->path_ = QFileInfo(path).absoluteFilePath();
   mockup->digest_ = digestOf(bytes);
   mockup->opened_.photo = mockup->path_;
+  mockup->readGrounds();
   mockup->readDesigns();
-  mockup->readShapes();
-  return mockup;
+  for (const Ground& ground : mockup->grounds_) mockup->readShapes(ground);
+  const QString objection = mockup->choose(choice);
+  if (objection.isNull()) return mockup;
+  *error = objection;
+  return nullptr;
 }
 
-bool DocumentMockup::choose(const Choice& choice, QString* error) {
+void DocumentMockup::readGrounds() {
+  const bool hasArtboards = !document_->artboards().isEmpty();
+  for (const SketchLayerRef& page : document_->pages()) {
+    for (const SketchLayerRef& layer : page->children()) {
+      if (layer->isArtboard()) addGround(layer);
+    }
+    if (!hasArtboards || !layersForDesigns(page).isEmpty()) addGround(page);
+  }
+}
+
+void DocumentMockup::addGround(const SketchLayerRef& layer) {
+  const ArtboardRenderer renderer(document_);
+  Ground ground{.artboard = {.id = freeId(layer->objectID(), &groundIds_), .name = layer->name()},
+                .layer = layer};
+  const bool hasPages = document_->pages().size() > 1;
+  if (!layer->isPage() && hasPages)
+    ground.artboard.name += QStringLiteral(" – ") + layer->page()->name();
+  const QRect plain = renderer.pictureRect(*layer, 1);
+  const bool isHuge = !(double(plain.width()) * plain.height() * 4 <= kMostWindowPixels);
+  ground.scale = isHuge ? 1 : 2;
+  const QPointF origin = renderer.pictureRect(*layer, ground.scale).topLeft();
+  ground.toPicture = QTransform::fromScale(ground.scale, ground.scale) *
+                     QTransform::fromTranslate(-origin.x(), -origin.y());
+  if (!plain.isEmpty() || layer->isArtboard()) grounds_.append(ground);
+}
+
+QList<Mockup::Artboard> DocumentMockup::artboards() const {
+  QList<Artboard> artboards;
+  for (const Ground& ground : grounds_) artboards.append(ground.artboard);
+  return artboards;
+}
+
+QString DocumentMockup::choose(const Choice& choice) {
+  if (grounds_.isEmpty()) return QStringLiteral("there is nothing in the document to show");
   const DocumentMapping mapping(document_);
+  QString error;
   QList<SketchLayerRef> layers;
   for (const QString& name : choice.layers) {
-    const SketchLayerRef layer = mapping.layer(name, error);
-    if (!layer) return false;
+    const SketchLayerRef layer = mapping.layer(name, &error);
+    if (!layer) return error;
     layers.append(layer);
-    chosen_.append(layer->objectID());
   }
+  SketchLayerRef shown = layers.isEmpty() ? nullptr : groundLayerOf(layers.first());
   if (!choice.artboard.isEmpty()) {
-    artboard_ = mapping.artboard(choice.artboard, error);
-    if (!artboard_) return false;
-  } else {
-    artboard_ = layers.isEmpty() ? mostLikelyArtboard() : layers.first()->artboard();
-  }
-  if (!artboard_) {
-    *error = layers.isEmpty()
-                 ? QStringLiteral("the document has no artboard to show")
-                 : QStringLiteral("the layer \"%1\" is on no artboard").arg(layers[0]->name());
-    return false;
-  }
-  for (const SketchLayerRef& layer : layers) {
-    if (layer->artboard() == artboard_ && isSeenOn(layer, artboard_)) continue;
-    *error = QStringLiteral("the layer \"%1\" cannot be seen on the artboard \"%2\"")
-                 .arg(layer->name(), artboard_->name());
-    return false;
-  }
-  const QSizeF size = artboard_->frameRect().size();
-  windowScale_ = size.width() * size.height() * 4 <= kMostWindowPixels ? 2 : 1;
-  return true;
-}
-
-SketchLayerRef DocumentMockup::mostLikelyArtboard() const {
-  const QList<SketchLayerRef> artboards = document_->artboards();
-  SketchLayerRef withShapes;
-  for (const SketchLayerRef& artboard : artboards) {
-    for (const SketchLayerRef& layer : layersForDesigns(artboard)) {
-      if (isInPerspective(layer, artboard)) return artboard;
-      if (!withShapes) withShapes = artboard;
+    shown = mapping.artboard(choice.artboard, &error);
+    if (!shown) return error;
+    if (groundOf(shown).isNull()) {
+      return QStringLiteral("the artboard \"%1\" lies within another").arg(shown->name());
     }
   }
-  return withShapes ? withShapes : artboards.value(0);
+  opened_.artboard = shown ? groundOf(shown) : choice.artboardBefore;
+  if (!ground(opened_.artboard)) opened_.artboard = mostLikelyArtboard();
+  for (const SketchLayerRef& layer : layers) {
+    const Arrangement::Shape* shape = opened_.shape(shapeOf(layer));
+    if (!shape || shape->artboard != opened_.artboard) {
+      return QStringLiteral("the layer \"%1\" cannot be seen on the artboard \"%2\"")
+          .arg(layer->name(), ground(opened_.artboard)->layer->name());
+    }
+    chosen_.append(shape->id);
+  }
+  return {};
+}
+
+QString DocumentMockup::groundOf(const SketchLayerRef& artboard) const {
+  const auto found = std::find_if(grounds_.begin(), grounds_.end(),
+                                  [&](const Ground& ground) { return ground.layer == artboard; });
+  return found == grounds_.end() ? QString() : found->artboard.id;
+}
+
+QString DocumentMockup::shapeOf(const SketchLayerRef& layer) const {
+  const auto found = std::find_if(layers_.begin(), layers_.end(),
+                                  [&](const auto& each) { return each->layer() == layer; });
+  return found == layers_.end() ? QString() : found.key();
+}
+
+const DocumentMockup::Ground* DocumentMockup::ground(const QString& id) const {
+  const auto found = std::find_if(grounds_.begin(), grounds_.end(),
+                                  [&](const Ground& ground) { return ground.artboard.id == id; });
+  return found == grounds_.end() ? nullptr : &*found;
+}
+
+QString DocumentMockup::mostLikelyArtboard() const {
+  for (const Arrangement::Shape& shape : opened_.shapes) {
+    if (isInPerspective(shape)) return shape.artboard;
+  }
+  return opened_.shapes.isEmpty() ? grounds_.first().artboard.id : opened_.shapes.first().artboard;
 }
 
 void DocumentMockup::readDesigns() {
@@ -131,23 +194,29 @@ void DocumentMockup::readDesigns() {
   }
 }
 
-void DocumentMockup::readShapes() {
-  for (const SketchLayerRef& layer : layersForDesigns(artboard_)) {
-    const auto mockupLayer = std::make_shared<MockupLayer>(layer, artboard_, windowScale_);
-    Arrangement::Shape shape = mockupLayer->shape();
-    if (shape.id.isEmpty() || layers_.contains(shape.id)) continue;
-    if (const auto& settings = mockupLayer->settings()) {
-      const bool isKnown = designLayers_.contains(settings->artboard);
-      shape.design = isKnown ? settings->artboard : settings->image;
-      if (!isKnown && !settings->image.isEmpty() && !opened_.design(settings->image)) {
-        opened_.designs.append(
-            {settings->image, QStringLiteral("Mapped onto %1 before").arg(shape.name), QString()});
-      }
-    }
+void DocumentMockup::readShapes(const Ground& ground) {
+  for (const SketchLayerRef& layer : layersForDesigns(ground.layer)) {
+    const auto mockupLayer = std::make_shared<MockupLayer>(layer, ground.layer, ground.toPicture);
+    const Arrangement::Shape shape = readShape(*mockupLayer, ground);
     layers_.insert(shape.id, mockupLayer);
     shown_.insert(shape.id, {shape, nullptr, {}, {}});
     opened_.shapes.append(shape);
   }
+}
+
+Arrangement::Shape DocumentMockup::readShape(const MockupLayer& layer, const Ground& ground) {
+  Arrangement::Shape shape = layer.shape();
+  shape.id = freeId(shape.id, &shapeIds_);
+  shape.artboard = ground.artboard.id;
+  const auto& settings = layer.settings();
+  if (!settings) return shape;
+  const bool isKnown = designLayers_.contains(settings->artboard);
+  shape.design = isKnown ? settings->artboard : settings->image;
+  if (!isKnown && !settings->image.isEmpty() && !opened_.design(settings->image)) {
+    opened_.designs.append(
+        {settings->image, QStringLiteral("Mapped onto %1 before").arg(shape.name), QString()});
+  }
+  return shape;
 }
 
 void DocumentMockup::apply(const Arrangement& arrangement) {
@@ -232,14 +301,16 @@ Mockup::Drawing DocumentMockup::draw(const Arrangement& arrangement, Purpose pur
     const QString problem = shown.problem.isEmpty() ? shown.doubt : shown.problem;
     if (!problem.isEmpty()) drawing.shapeProblems.insert(shape.id, problem);
   }
-  const double scale = purpose == Purpose::Window ? windowScale_ : exportScale(arrangement);
-  drawing.picture = ArtboardRenderer(document_).render(*artboard_, scale, &drawing.problem);
+  const Ground* const found = this->ground(arrangement.artboard);
+  const Ground& ground = found ? *found : grounds_.first();
+  const double scale = purpose == Purpose::Window ? ground.scale : exportScale(arrangement);
+  drawing.picture = ArtboardRenderer(document_).render(*ground.layer, scale, &drawing.problem);
   return drawing;
 }
 
 double DocumentMockup::exportScale(const Arrangement& arrangement) const {
   double scale = 1;
-  for (const Arrangement::Shape& shape : arrangement.shapes) {
+  for (const Arrangement::Shape& shape : arrangement.shapesInSight()) {
     const auto layer = layers_.value(shape.id);
     if (layer && !shape.design.isEmpty())
       scale = std::max(scale, layer->settingsFor(shape).quality);
@@ -278,7 +349,8 @@ bool DocumentMockup::save(const Arrangement& arrangement, const QString& path, Q
   for (const Arrangement::Shape& shape : arrangement.shapes) {
     const QString problem = shown_.value(shape.id).problem;
     if (problem.isEmpty()) continue;
-    *error = QStringLiteral("\"%1\" cannot be saved: %2").arg(shape.name, problem);
+    *error = QStringLiteral("\"%1\" in \"%2\" cannot be saved: %3")
+                 .arg(shape.name, ground(shape.artboard)->layer->name(), problem);
     return false;
   }
   if (isPreviewOld_) DocumentMapping(document_).redrawPreview();

@@ -11,12 +11,14 @@ namespace kelvar {
 
 class MockupLayer;
 
-/// The four-cornered layers of one artboard of a Sketch document, which take the document's
-/// artboards, its bitmaps, and picture files as designs.
+/// The four-cornered layers on the artboards of a Sketch document, which take the document's
+/// artboards, its bitmaps, and picture files as designs. A page counts as an artboard where such
+/// layers lie on the page itself, and where there is no artboard at all.
 ///
 /// What is chosen for a layer is mapped onto it in memory when it is next drawn or saved, and
 /// remembered on it. A layer for which the arrangement says what it said at the opening is again,
-/// member for member, what it was. Shapes are told apart by the layers' identifiers.
+/// member for member, what it was. Shapes and artboards are told apart by the layers' identifiers,
+/// with something behind them where two have the same.
 class KELVAR_EXPORT DocumentMockup : public Mockup {
  public:
   /// Names or identifiers of what is to be shown and selected.
@@ -24,6 +26,8 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
     /// Empty: that of the layers, or else the first with a shape in perspective.
     QString artboard{};
     QStringList layers{};
+    /// Takes the place of `artboard` where that is empty, if the document has it.
+    QString artboardBefore{};
   };
 
   /// Null and a sentence when there is no such document, artboard or layer.
@@ -32,9 +36,10 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   ~DocumentMockup() override;
 
   Arrangement arrangement() const override { return opened_; }
+  QList<Artboard> artboards() const override;
   bool canChangeShapes() const override { return false; }
   /// In the window two pixels a point where that is no huge picture; in exports as many as the
-  /// finest of the shapes asks for. All shapes are in both.
+  /// finest of its shapes asks for. All shapes are in both.
   Drawing draw(const Arrangement& arrangement, Purpose purpose) override;
   ImageRef designPicture(const Arrangement::Design& design, int side, QString* error) override;
   /// An artboard is mapped again as it is now.
@@ -44,7 +49,6 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
 
   /// The shapes that were asked for.
   const QStringList& chosenShapes() const { return chosen_; }
-  QString artboard() const { return artboard_->objectID(); }
   /// See `Bundle`.
   QVariantMap hostInformation() const { return document_->hostInformation(); }
 
@@ -55,6 +59,15 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   void disregardDisk();
 
  private:
+  struct Ground {
+    Artboard artboard;
+    SketchLayerRef layer;
+    /// Pixels a point in the window.
+    double scale = 1;
+    /// From the layer's coordinates to those of its picture in the window.
+    QTransform toPicture{};
+  };
+
   /// What the document shows on a layer.
   struct Shown {
     Arrangement::Shape shape;
@@ -66,10 +79,19 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   };
 
   DocumentMockup() = default;
-  bool choose(const Choice& choice, QString* error);
-  SketchLayerRef mostLikelyArtboard() const;
+  void readGrounds();
+  void addGround(const SketchLayerRef& layer);
   void readDesigns();
-  void readShapes();
+  void readShapes(const Ground& ground);
+  Arrangement::Shape readShape(const MockupLayer& layer, const Ground& ground);
+  /// What is shown and selected at first. Why it cannot be, or none.
+  QString choose(const Choice& choice);
+  /// The identifiers here; null for what is not shown.
+  QString groundOf(const SketchLayerRef& artboard) const;
+  QString shapeOf(const SketchLayerRef& layer) const;
+  QString mostLikelyArtboard() const;
+  /// Null when there is none of that identifier.
+  const Ground* ground(const QString& id) const;
   /// Brings the document up to date.
   void apply(const Arrangement& arrangement);
   /// The picture file's picture; null for other designs, and where it never could be read.
@@ -84,10 +106,12 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   /// Of the file as it was read or written last.
   QByteArray digest_;
   SketchDocumentRef document_;
-  SketchLayerRef artboard_;
-  double windowScale_ = 1;
+  QList<Ground> grounds_;
   Arrangement opened_;
   QStringList chosen_;
+  /// The identifiers that are taken, and how often they were asked for.
+  QHash<QString, int> groundIds_;
+  QHash<QString, int> shapeIds_;
   /// By the identifier of the design: artboards and bitmaps.
   QHash<QString, SketchLayerRef> designLayers_;
   QHash<QString, std::shared_ptr<MockupLayer>> layers_;

@@ -39,40 +39,46 @@ void MappedArtboards::add(const SketchDocument& document, const SketchLayerRef& 
 QList<SketchLayerRef> MappedArtboards::layersInOrder() const {
   QSet<Artboard> seen;
   QList<Artboard> order;
-  for (const SketchLayerRef& artboard : artboards_) visit(artboard.get(), &seen, &order);
+  for (const SketchLayerRef& artboard : artboards_) wayTo(nullptr, artboard.get(), &seen, &order);
   order.append(nullptr);
   QList<SketchLayerRef> layers;
   for (const Artboard artboard : order) layers += mapped_.value(artboard);
   return layers + excluded_;
 }
 
-void MappedArtboards::visit(Artboard artboard, QSet<Artboard>* seen, QList<Artboard>* order) const {
-  if (seen->contains(artboard)) return;
-  seen->insert(artboard);
-  for (const Artboard shown : shown_.value(artboard)) visit(shown, seen, order);
-  order->append(artboard);
-}
-
 QStringList MappedArtboards::circle(const SketchLayerRef& design,
                                     const SketchLayerRef& layer) const {
   const SketchLayerRef around = layer->artboard();
+  if (!around) return {};
   QSet<Artboard> seen;
-  QStringList way;
-  if (!around || !findWay(design.get(), around.get(), &seen, &way)) return {};
-  return way + QStringList{design->name()};
+  QList<Artboard> left;
+  QStringList names;
+  for (const Artboard artboard : wayTo(around.get(), design.get(), &seen, &left)) {
+    names.append(artboard->name());
+  }
+  return names.isEmpty() ? names : names + QStringList{design->name()};
 }
 
-bool MappedArtboards::findWay(Artboard from, Artboard to, QSet<Artboard>* seen,
-                              QStringList* way) const {
-  if (seen->contains(from)) return false;
-  seen->insert(from);
-  way->append(from->name());
-  if (from == to) return true;
-  for (const Artboard shown : shown_.value(from)) {
-    if (findWay(shown, to, seen, way)) return true;
+QList<MappedArtboards::Artboard> MappedArtboards::wayTo(Artboard to, Artboard from,
+                                                        QSet<Artboard>* seen,
+                                                        QList<Artboard>* left) const {
+  // Without recursion, since the document says how long a way is.
+  QList<Artboard> way;
+  QList<QList<Artboard>> ahead{{from}};
+  while (!ahead.isEmpty()) {
+    if (ahead.last().isEmpty()) {
+      ahead.removeLast();
+      if (!way.isEmpty()) left->append(way.takeLast());
+      continue;
+    }
+    const Artboard next = ahead.last().takeFirst();
+    if (seen->contains(next)) continue;
+    seen->insert(next);
+    way.append(next);
+    if (next == to) return way;
+    ahead.append(shown_.value(next));
   }
-  way->removeLast();
-  return false;
+  return {};
 }
 
 }  // namespace kelvar

@@ -26,9 +26,11 @@ class KELVAR_EXPORT MappedArtboards {
  private:
   using Artboard = const SketchLayer*;
   void add(const SketchDocument& document, const SketchLayerRef& layer);
-  /// Appends the artboard after those that it shows.
-  void visit(Artboard artboard, QSet<Artboard>* seen, QList<Artboard>* order) const;
-  bool findWay(Artboard from, Artboard to, QSet<Artboard>* seen, QStringList* way) const;
+  /// The artboards from `from` to `to`, each of which shows the next, without those that were seen
+  /// before; empty when there is no such way. Then all to which there are ways have been `left`,
+  /// each after those that it shows.
+  QList<Artboard> wayTo(Artboard to, Artboard from, QSet<Artboard>* seen,
+                        QList<Artboard>* left) const;
 
   /// Keeps who is pointed to.
   QList<SketchLayerRef> artboards_;

@@ -6,7 +6,7 @@ ImageRef Mockup::exportPicture(const Arrangement& arrangement, QString* error) {
   const Drawing drawing = draw(arrangement, Purpose::Export);
   *error = drawing.problem;
   if (!drawing.picture) return nullptr;
-  for (const Arrangement::Shape& shape : arrangement.shapes) {
+  for (const Arrangement::Shape& shape : arrangement.shapesInSight()) {
     if (!drawing.shapeProblems.contains(shape.id)) continue;
     *error = QStringLiteral("\"%1\" cannot be shown: %2")
                  .arg(shape.name, drawing.shapeProblems.value(shape.id));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QMap>
 #include <QString>
 
@@ -30,13 +31,22 @@ class KELVAR_EXPORT Mockup {
 
   virtual ~Mockup() = default;
 
+  /// One of several pictures that a mockup has, each with shapes of its own.
+  struct Artboard {
+    QString id;
+    QString name;
+  };
+
   /// As it was opened.
   virtual Arrangement arrangement() const = 0;
+
+  /// What an arrangement's `artboard` can be; nothing where there is but one picture.
+  virtual QList<Artboard> artboards() const { return {}; }
 
   /// Whether shapes can be made, moved and removed.
   virtual bool canChangeShapes() const = 0;
 
-  /// Whatever can be drawn of it.
+  /// Whatever can be drawn of it; of several artboards the one that the arrangement shows.
   virtual Drawing draw(const Arrangement& arrangement, Purpose purpose) = 0;
 
   /// The design by itself. What has to be drawn for it is no longer than `side` pixels; what is

@@ -19,19 +19,20 @@ int positionOf(double quality) {
 
 }  // namespace
 
-MockupLayer::MockupLayer(const SketchLayerRef& layer, const SketchLayerRef& artboard, double scale)
+MockupLayer::MockupLayer(const SketchLayerRef& layer, const SketchLayerRef& ground,
+                         const QTransform& toPicture)
     : layer_(layer),
       settings_(LayerSettings::of(*layer)),
       style_(copyOf(kStyle)),
       userInfo_(copyOf(kUserInfo)) {
-  QTransform toPicture;
-  for (SketchLayerRef around = layer; around != artboard; around = around->parent()) {
-    toPicture *= around->transform();
+  QTransform fromLayer;
+  for (SketchLayerRef around = layer; around != ground; around = around->parent()) {
+    fromLayer *= around->transform();
   }
-  toPicture *= QTransform::fromScale(scale, scale);
+  fromLayer *= toPicture;
   const PointList corners = LayerMapping::cornersOf(layer);
   std::transform(corners.begin(), corners.end(), corners_.begin(),
-                 [&](const QString& corner) { return toPicture.map(pointFromString(corner)); });
+                 [&](const QString& corner) { return fromLayer.map(pointFromString(corner)); });
 }
 
 MockupLayer::Json MockupLayer::copyOf(const char* member) const {

@@ -10,8 +10,10 @@ namespace kelvar {
 /// and the way back to that.
 class MockupLayer {
  public:
-  /// `layer` is on `artboard`, which is shown with `scale` pixels a point, and can take a design.
-  MockupLayer(const SketchLayerRef& layer, const SketchLayerRef& artboard, double scale);
+  /// `layer` is within `ground`, whose coordinates `toPicture` carries to pixels, and can take a
+  /// design.
+  MockupLayer(const SketchLayerRef& layer, const SketchLayerRef& ground,
+              const QTransform& toPicture);
 
   const SketchLayerRef& layer() const { return layer_; }
   /// As it was opened, but for the design, which the document has to find.

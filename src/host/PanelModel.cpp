@@ -41,6 +41,19 @@ void PanelModel::markSaved(const Arrangement& saved) {
   tell();
 }
 
+bool PanelModel::isModified() const {
+  Arrangement saved = saved_;
+  saved.artboard = arrangement_.artboard;
+  return arrangement_ != saved;
+}
+
+void PanelModel::showArtboard(const QString& artboard) {
+  if (artboard == arrangement_.artboard) return;
+  arrangement_.artboard = artboard;
+  keepInOrder(selection_);
+  tell();
+}
+
 void PanelModel::undo() { step(&undo_, &redo_); }
 
 void PanelModel::redo() { step(&redo_, &undo_); }
@@ -48,8 +61,10 @@ void PanelModel::redo() { step(&redo_, &undo_); }
 void PanelModel::step(QList<Arrangement>* from, QList<Arrangement>* to) {
   endStep();
   if (from->isEmpty()) return;
-  to->append(arrangement_);
+  Arrangement now = arrangement_;
   arrangement_ = from->takeLast();
+  now.artboard = arrangement_.artboard;
+  to->append(now);
   keepInOrder(selection_);
   tell();
 }
@@ -69,13 +84,14 @@ void PanelModel::toggleSelected(const QString& shape) {
 }
 
 void PanelModel::selectNext(int direction) {
-  const QList<Arrangement::Shape>& shapes = arrangement_.shapes;
+  const QList<Arrangement::Shape> shapes = arrangement_.shapesInSight();
   if (shapes.isEmpty()) return;
   qsizetype next = direction > 0 ? 0 : shapes.size() - 1;
   if (!selection_.isEmpty()) {
     const QString from = direction > 0 ? selection_.last() : selection_.first();
-    const Arrangement::Shape* shape = arrangement_.shape(from);
-    next = (shape - shapes.constData() + direction + shapes.size()) % shapes.size();
+    const auto shape = std::find_if(shapes.begin(), shapes.end(),
+                                    [&](const auto& each) { return each.id == from; });
+    next = (shape - shapes.begin() + direction + shapes.size()) % shapes.size();
   }
   select({shapes[next].id});
 }
@@ -174,7 +190,7 @@ void PanelModel::change(const Arrangement& next) {
 // By value: it is usually the selection itself.
 void PanelModel::keepInOrder(QStringList selection) {
   selection_.clear();
-  for (const Arrangement::Shape& shape : arrangement_.shapes) {
+  for (const Arrangement::Shape& shape : arrangement_.shapesInSight()) {
     if (selection.contains(shape.id)) selection_.append(shape.id);
   }
 }

@@ -12,7 +12,8 @@ namespace kelvar {
 /// the way back. It knows no widget and no file.
 ///
 /// Operations on settings concern the selected shapes. One that changes nothing leaves no step
-/// behind. Main thread.
+/// behind. Which artboard is shown is no change: going back shows the one where the change was.
+/// Only shapes in sight can be selected. Main thread.
 class KELVAR_EXPORT PanelModel {
  public:
   static constexpr int kMixed = -1;
@@ -28,13 +29,15 @@ class KELVAR_EXPORT PanelModel {
   /// Another arrangement, with nothing selected and no way back.
   void open(const Arrangement& arrangement);
 
-  bool isModified() const { return arrangement_ != saved_; }
+  bool isModified() const;
   void markSaved(const Arrangement& saved);
 
   bool canUndo() const { return !undo_.isEmpty(); }
   bool canRedo() const { return !redo_.isEmpty(); }
   void undo();
   void redo();
+
+  void showArtboard(const QString& artboard);
 
   /// Until endStep(), all changes are one step.
   void beginStep() { isOneStep_ = true; }

@@ -17,6 +17,10 @@ const auto kMetaFile = QStringLiteral("meta.json");
 /// Of all JSON files together: a value takes up to a hundred bytes of memory.
 constexpr size_t kMaxValues = size_t{1} << 23;
 
+/// What the pictures that are kept take at most: they are a thousand times as large as their files
+/// can be.
+constexpr qsizetype kMostKeptBytes = qsizetype{1} << 30;
+
 QString unreadable(const QString& name, const QString& why) {
   return QStringLiteral("cannot read %1: %2").arg(name, why);
 }
@@ -144,6 +148,10 @@ void SketchDocument::readStyles() {
   }
 }
 
+bool SketchDocument::hasKnownEnding(const QString& path) {
+  return path.endsWith(QStringLiteral(".sketch"), Qt::CaseInsensitive);
+}
+
 bool SketchDocument::save(const QString& path, QString* error) {
   const QByteArray all = bytes(error);
   if (all.isEmpty() || !WholeFile::write(path, all, error)) return false;
@@ -236,8 +244,15 @@ ImageRef SketchDocument::image(const SketchJson& reference) const {
   QString problem = QStringLiteral("it is missing");
   const ImageRef image = bytes.isNull() ? nullptr : ImageFile::fromBytes(bytes, {}, &problem);
   if (!image) logLine(u"SketchDocument: cannot read the picture %@: %@", {name, problem});
-  images_.insert(key, image);
+  keep(key, image);
   return image;
+}
+
+void SketchDocument::keep(const QString& key, const ImageRef& image) const {
+  qsizetype bytes = image ? image->pixels().sizeInBytes() : 0;
+  for (const ImageRef& kept : images_) bytes += kept ? kept->pixels().sizeInBytes() : 0;
+  if (bytes > kMostKeptBytes) images_.clear();
+  images_.insert(key, image);
 }
 
 QString SketchDocument::addImage(const QByteArray& png) {

@@ -25,6 +25,9 @@ class KELVAR_EXPORT SketchDocument : public Object {
   static const ClassInfo& theClass();
   const ClassInfo& classInfo() const override { return theClass(); }
 
+  /// Whether a path names a document: it ends in "sketch".
+  static bool hasKnownEnding(const QString& path);
+
   /// Null, and `*error` says why, when it cannot be read.
   static SketchDocumentRef open(const QString& path, QString* error);
   /// The document in `bytes`, called `name` in sentences.
@@ -63,7 +66,8 @@ class KELVAR_EXPORT SketchDocument : public Object {
   const nlohmann::ordered_json& document() const { return *document_.json; }
   const nlohmann::ordered_json& meta() const { return *meta_.json; }
 
-  /// The picture that a fill's or bitmap's "image" refers to, or holds itself. Read once and kept.
+  /// The picture that a fill's or bitmap's "image" refers to, or holds itself. Read once and kept,
+  /// as long as all that is kept has room.
   /// Null, and a line in the log, when it is missing or cannot be read.
   ImageRef image(const nlohmann::ordered_json& reference) const;
   /// Keeps a picture file under its hash in images/ and returns the reference to it, "images/…".
@@ -98,6 +102,7 @@ class KELVAR_EXPORT SketchDocument : public Object {
   void readStyles();
   /// Which of the replaced pictures nobody refers to.
   QSet<QString> unusedImages() const;
+  void keep(const QString& key, const ImageRef& image) const;
 
   QString path_;
   std::shared_ptr<ZipArchive> archive_;

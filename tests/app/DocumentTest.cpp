@@ -173,6 +173,12 @@ TEST_F(Document, SaysWhatIsWrong) {
        "standard input"},
       {"kelvar map red.png --layer Glass -o out.png", 2, "--document"},
       {"kelvar refresh none.sketch --in-place", 1, "none.sketch"},
+      {"kelvar refresh doc.sketch -o out.png", 2, "ends in sketch"},
+      {"kelvar refresh doc.sketch -o -", 2, "ends in sketch"},
+      {"ulimit -f 2; kelvar refresh doc.sketch --in-place", 1, "doc.sketch"},
+      {"ulimit -f 2; " + map + "--layer Glass -o out.sketch", 1, "out.sketch"},
+      {"ulimit -f 2; " + map + "--layer Glass -o doc.sketch", 1, "doc.sketch"},
+      {"kelvar render doc.sketch --layer \"$(printf 'a\\nb\\033[1m')\" -o out.png", 1, "no layer"},
       {"kelvar refresh doc.sketch -o out.sketch --in-place", 2, "one of them"},
   };
   const QByteArray before = bytes("doc.sketch");

@@ -140,5 +140,71 @@ TEST(ArtboardRenderer, SymbolsThatMultiplyComeToAnEnd) {
   EXPECT_FALSE(renderer.warnings().isEmpty());
 }
 
+SketchJson master(const std::string& symbolID, const render::List& layers) {
+  return with(container("symbolMaster", frame(0, 0, 10, 10), layers), {{"symbolID", symbolID}});
+}
+
+SketchJson instance(const std::string& symbolID, const SketchJson& more = SketchJson::object()) {
+  return with(with(render::layer("symbolInstance", frame(0, 0, 10, 10)),
+                   {{"symbolID", symbolID}, {"do_objectID", "of " + symbolID}}),
+              more);
+}
+
+TEST(ArtboardRenderer, WhatIsInItselfOrTooDeepComesToAnEnd) {
+  const SketchJson red = rectangle(0, 0, 10, 10, filled(Qt::red));
+  const SketchJson override = SketchJson::array(
+      {{{"_class", "overrideValue"}, {"overrideName", "of plain_symbolID"}, {"value", "a"}}});
+  render::List chain{master("0", {red, instance("1")})};
+  for (int i = 1; i < 2000; ++i) {
+    chain.push_back(master(std::to_string(i), {instance(std::to_string(i + 1))}));
+  }
+  const SketchJson mask = with(red, {{"hasClippingMask", true}, {"clippingMaskMode", 1}});
+  const struct {
+    const char* what;
+    render::List layers;
+    const char* warning;
+  } cases[] = {
+      {"itself", {master("a", {red, instance("a")})}, "contains itself"},
+      {"a circle",
+       {master("a", {red, instance("b")}), master("b", {instance("c")}),
+        master("c", {instance("a")})},
+       "contains itself"},
+      {"through an override",
+       {master("a", {red, instance("b", {{"overrideValues", override}})}),
+        master("b", {instance("plain")}), master("plain", {})},
+       "contains itself"},
+      {"a chain", chain, "nested too deep"},
+      {"masks in masks",
+       {container("artboard", frame(0, 0, 10, 10), render::List(2000, mask))},
+       "nested too deep"},
+  };
+  for (const auto& [what, layers, warning] : cases) {
+    TinyDocument tiny;
+    tiny.layers = layers;
+    const SketchDocumentRef document = tiny.open();
+    ArtboardRenderer renderer(document);
+    QString error;
+    const ImageRef image = renderer.render(*document->artboards()[0], 1, &error);
+    ASSERT_TRUE(image) << what << ": " << qPrintable(error);
+    EXPECT_EQ(image->pixels().pixel(5, 5), 0xffff0000) << what;
+    ASSERT_EQ(renderer.warnings().size(), 1) << what;
+    EXPECT_TRUE(renderer.warnings()[0].contains(QLatin1String(warning))) << what;
+  }
+}
+
+TEST(ArtboardRenderer, WarnsOfAHundredThingsAtMost) {
+  render::List lost;
+  for (int i = 0; i < 20000; ++i) {
+    lost.push_back(with(rectangle(1e300, 0, 1, 1, filled(Qt::red)), {{"name", std::to_string(i)}}));
+  }
+  TinyDocument tiny;
+  tiny.layers = {container("artboard", frame(0, 0, 10, 10), lost)};
+  const SketchDocumentRef document = tiny.open();
+  ArtboardRenderer renderer(document);
+  QString error;
+  EXPECT_TRUE(renderer.render(*document->artboards()[0], 1, &error));
+  EXPECT_EQ(renderer.warnings().size(), 101);
+}
+
 }  // namespace
 }  // namespace kelvar

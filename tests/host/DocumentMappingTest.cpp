@@ -68,6 +68,24 @@ TEST(MappedArtboards, PutsEachLayerBeforeThoseThatShowIt) {
   }
 }
 
+TEST(MappedArtboards, FollowsAWayOfAnyLength) {
+  constexpr int kLength = 100'000;
+  std::vector<SketchJson> layers;
+  for (int i = 0; i < kLength; ++i) {
+    SketchJson master{{"_class", "symbolMaster"}, {"symbolID", std::to_string(i)}, {"name", "M"}};
+    master["layers"] = {
+        {{"_class", "symbolInstance"}, {"symbolID", std::to_string((i + 1) % kLength)}}};
+    layers.push_back(master);
+  }
+  const auto document = parts::document(layers);
+  const SketchLayerRef first = document->artboards().first();
+  EXPECT_TRUE(MappedArtboards(*document).layersInOrder().isEmpty());
+  EXPECT_EQ(MappedArtboards(*document).circle(first, first->children().first()).size(), 2);
+  EXPECT_EQ(
+      MappedArtboards(*document).circle(document->artboards()[1], first->children().first()).size(),
+      kLength + 1);
+}
+
 TEST(DocumentMapping, RefusesCirclesAndNamesThem) {
   const struct {
     const char* what;
@@ -153,6 +171,7 @@ TEST(DocumentMapping, SaysWhatIsWrongWithNames) {
       {"Nobody", {QStringLiteral("no layer \"Nobody\"")}},
       {"Twice",
        {QStringLiteral("fits several layers"), QStringLiteral("rectangle Twice-id in \"Board\"")}},
+      {"Twice-id", {QStringLiteral("\"Twice-id\" is the identifier of several layers")}},
       {"Three", {QStringLiteral("\"Three\" (Three-id)"), QStringLiteral("it has 3 corners")}},
   };
   for (const auto& [name, sentences] : cases) {

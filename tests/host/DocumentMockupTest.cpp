@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QLineF>
 #include <QTemporaryDir>
 
 #include "host/LayerSettings.h"
@@ -64,10 +65,10 @@ TEST_F(Documents, ShowsWhatIsMeant) {
   write("doc.sketch", kLayers);
   const auto likely = open("doc.sketch");
   ASSERT_TRUE(likely) << qPrintable(error_);
-  EXPECT_EQ(likely->artboard(), QStringLiteral("Stage-id")) << "it has a shape that is turned";
   const Arrangement arrangement = likely->arrangement();
-  ASSERT_EQ(arrangement.shapes.size(), 2) << "the hidden one is none";
-  EXPECT_EQ(arrangement.shapes[0].corners[2], QPointF(30, 30)) << "two pixels a point";
+  EXPECT_EQ(arrangement.artboard, QStringLiteral("Stage-id")) << "it has a shape that is turned";
+  ASSERT_EQ(arrangement.shapesInSight().size(), 2) << "the hidden one is none";
+  EXPECT_EQ(arrangement.shape(kTarget)->corners[2], QPointF(30, 30)) << "two pixels a point";
   EXPECT_EQ(arrangement.designs.size(), 2);
 
   const struct {
@@ -84,7 +85,7 @@ TEST_F(Documents, ShowsWhatIsMeant) {
   };
   for (const auto& [choice, artboard, sentence] : cases) {
     const auto mockup = open("doc.sketch", choice);
-    EXPECT_EQ(mockup ? mockup->artboard() : QString(), QString::fromLatin1(artboard));
+    EXPECT_EQ(mockup ? mockup->arrangement().artboard : QString(), QString::fromLatin1(artboard));
     EXPECT_EQ(mockup == nullptr, *sentence != 0) << sentence;
     EXPECT_TRUE(error_.contains(QString::fromLatin1(sentence))) << qPrintable(error_);
   }
@@ -123,6 +124,74 @@ TEST_F(Documents, GoesBackToWhatWasOpened) {
   const auto cleared = saved(*again, none, "b.sketch");
   EXPECT_FALSE(LayerSettings::of(*named(cleared, "Target")));
   EXPECT_TRUE(cleared->fileNames().filter(QStringLiteral("images/")).isEmpty());
+}
+
+TEST_F(Documents, ShowsOneArtboardAndSavesAll) {
+  // The same identifiers twice, as some programs leave them behind.
+  write("doc.sketch", {board("Design", {}, 1), board("Stage", {square("Target")}),
+                       board("Stage", {square("Target")}, 0.5), board("Bare", {})});
+  const auto mockup = open("doc.sketch");
+  ASSERT_TRUE(mockup) << qPrintable(error_);
+  QStringList ids;
+  for (const Mockup::Artboard& artboard : mockup->artboards()) ids.append(artboard.id);
+  ASSERT_EQ(ids.size(), 4);
+  EXPECT_EQ(QSet<QString>(ids.begin(), ids.end()).size(), 4);
+  Arrangement arrangement = mockup->arrangement();
+  ASSERT_EQ(arrangement.shapes.size(), 2);
+  EXPECT_EQ(arrangement.artboard, ids[1]);
+  EXPECT_EQ(middle(mockup->draw(arrangement, Mockup::Purpose::Window)), 0xff000000);
+  arrangement.artboard = ids[2];
+  ASSERT_EQ(arrangement.shapesInSight().size(), 1);
+  const QString second = arrangement.shapesInSight()[0].id;
+  arrangement.shape(second)->design = kDesign;
+  arrangement.shape(second)->quality = 3;
+  EXPECT_EQ(middle(mockup->draw(arrangement, Mockup::Purpose::Window)), 0xffff0000);
+  EXPECT_EQ(mockup->draw(arrangement, Mockup::Purpose::Export).picture->pixels().width(), 80);
+  arrangement.artboard = ids[3];
+  EXPECT_EQ(mockup->draw(arrangement, Mockup::Purpose::Export).picture->pixels().width(), 20)
+      << "the quality of what is elsewhere does not matter";
+
+  const auto document = saved(*mockup, arrangement, "out.sketch");
+  const auto targets = document->layersNamed(QStringLiteral("Target"));
+  ASSERT_EQ(targets.size(), 2);
+  EXPECT_FALSE(LayerSettings::of(*targets[0]));
+  EXPECT_TRUE(LayerSettings::of(*targets[1]));
+
+  arrangement.shape(second)->design = arrangement.addDesign(path("gone.png"));
+  EXPECT_TRUE(mockup->exportPicture(arrangement, &error_)) << "of another artboard";
+  EXPECT_FALSE(mockup->save(arrangement, path("out.sketch"), &error_));
+  EXPECT_TRUE(error_.contains(u"in \"Stage\" cannot be saved")) << qPrintable(error_);
+
+  EXPECT_EQ(open("doc.sketch", {.artboardBefore = ids[3]})->arrangement().artboard, ids[3]);
+  EXPECT_EQ(open("doc.sketch", {.artboardBefore = QStringLiteral("gone")})->arrangement().artboard,
+            ids[1]);
+}
+
+TEST_F(Documents, ShowsAPageWhereShapesLieOnIt) {
+  SketchJson loose = square("Loose", {{"rotation", 90}});
+  loose["frame"] = {{"x", 105}, {"y", -5}, {"width", 10}, {"height", 10}};
+  write("doc.sketch", {board("Design", {square("Flat")}, 1), loose});
+  const auto mockup = open("doc.sketch", {.layers = {QStringLiteral("Loose")}});
+  ASSERT_TRUE(mockup) << qPrintable(error_);
+  ASSERT_EQ(mockup->artboards().size(), 2);
+  Arrangement arrangement = mockup->arrangement();
+  EXPECT_EQ(mockup->artboards().last().id, arrangement.artboard);
+  EXPECT_EQ(arrangement.shapesInSight().size(), 1);
+  Arrangement::Shape* const shape = arrangement.shape(QStringLiteral("Loose-id"));
+  ASSERT_TRUE(shape);
+  shape->design = kDesign;
+  const QImage page = mockup->draw(arrangement, Mockup::Purpose::Window).picture->pixels();
+  EXPECT_EQ(page.size(), QSize(230, 50));
+  const QPointF middle = (shape->corners[0] + shape->corners[2]) / 2;
+  EXPECT_NEAR(QLineF(middle, {220, 10}).length(), 0, 1e-9);
+  EXPECT_EQ(page.pixel(middle.toPoint()), 0xffff0000);
+  EXPECT_EQ(page.pixel(200, 10), 0u);
+
+  write("bare.sketch", {layer("oval", "O", {1, 1, 9, 9})});
+  EXPECT_EQ(open("bare.sketch")->artboards().size(), 1);
+  write("empty.sketch", {});
+  EXPECT_FALSE(open("empty.sketch"));
+  EXPECT_TRUE(error_.contains(u"nothing in the document")) << qPrintable(error_);
 }
 
 TEST_F(Documents, MapsAnewWhatIsRefreshed) {

@@ -43,6 +43,43 @@ TEST(PanelModel, GoesBackAndForth) {
   EXPECT_FALSE(model.canRedo()) << "another way was taken";
 }
 
+TEST(PanelModel, GoesBackToTheArtboardOfTheChange) {
+  Arrangement two;
+  two.artboard = s("A");
+  for (const char* artboard : {"A", "B"}) {
+    two.shapes.append({.id = s(artboard), .name = {}, .corners = square(0), .design = {}});
+    two.shapes.last().artboard = s(artboard);
+  }
+  PanelModel model;
+  model.open(two);
+  model.select({s("A"), s("B")});
+  EXPECT_EQ(model.selection(), QStringList(s("A"))) << "the other one is not in sight";
+  model.rotate();
+  model.showArtboard(s("B"));
+  EXPECT_TRUE(model.selection().isEmpty());
+  model.selectNext(1);
+  EXPECT_EQ(model.selection(), QStringList(s("B")));
+  model.flip();
+  model.showArtboard(s("A"));
+
+  const auto shown = [&] { return model.arrangement().artboard; };
+  model.undo();
+  EXPECT_EQ(shown(), s("B"));
+  EXPECT_FALSE(model.arrangement().shape(s("B"))->flipped);
+  model.undo();
+  EXPECT_EQ(shown(), s("A"));
+  EXPECT_FALSE(model.isModified());
+  model.showArtboard(s("B"));
+  EXPECT_FALSE(model.isModified()) << "looking is no change";
+  model.redo();
+  EXPECT_EQ(shown(), s("A"));
+  EXPECT_EQ(model.arrangement().shape(s("A"))->rotation, 1u);
+  model.redo();
+  EXPECT_EQ(shown(), s("B"));
+  EXPECT_TRUE(model.arrangement().shape(s("B"))->flipped);
+  EXPECT_FALSE(model.canRedo());
+}
+
 TEST(PanelModel, MakesOneStepOfADrag) {
   PanelModel model;
   fill(&model);

@@ -1,6 +1,8 @@
 #include "host/SketchDocument.h"
 
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 #include <zip.h>
 
 #include <QBuffer>
@@ -10,6 +12,19 @@
 
 #include "host/SketchParts.h"
 #include "platform/LogCapture.h"
+
+namespace {
+
+/// Whether the program is killed when it has written a file and is about to have it flushed.
+bool diesBeforeFlushing = false;
+
+}  // namespace
+
+// In the place of the system's own.
+extern "C" int fdatasync(int file) {
+  if (diesBeforeFlushing) ::kill(::getpid(), SIGKILL);
+  return int(::syscall(SYS_fdatasync, file));
+}
 
 namespace kelvar {
 namespace {
@@ -270,6 +285,22 @@ TEST(SketchDocument, IsReplacedWholeOrNotAtAll) {
   ASSERT_TRUE(document->save(path, &error)) << qPrintable(error);
   EXPECT_TRUE(SketchDocument::open(path, &error)) << qPrintable(error);
   EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+
+  const auto file = [&] {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  };
+  const QByteArray before = file();
+  named(document, "a")->setName(QStringLiteral("b"));
+  EXPECT_EXIT(
+      {
+        diesBeforeFlushing = true;
+        document->save(path, &error);
+      },
+      testing::KilledBySignal(SIGKILL), "");
+  EXPECT_EQ(file(), before);
+  ASSERT_TRUE(document->save(path, &error)) << qPrintable(error);
+  EXPECT_NE(file(), before);
 }
 
 }  // namespace

@@ -195,11 +195,12 @@ void PanelColumn::modelDidChange() {
 QString PanelColumn::emptyHint() const {
   const Arrangement& arrangement = model_->arrangement();
   if (arrangement.photo.isEmpty()) return QStringLiteral("The shapes' settings come here.");
-  if (arrangement.shapes.isEmpty() && !canMakeShapes_) {
+  const bool isEmpty = arrangement.shapesInSight().isEmpty();
+  if (isEmpty && !canMakeShapes_) {
     return QStringLiteral(
-        "This artboard has no shape with four corners, which is what a design is laid onto.");
+        "There is no shape with four corners here, which is what a design is laid onto.");
   }
-  if (arrangement.shapes.isEmpty()) {
+  if (isEmpty) {
     return QStringLiteral(
         "No shapes yet. Click the four corners of a screen, a wall or a label in the photo, the "
         "top-left one first.");

@@ -52,6 +52,7 @@ QRect boundsOf(const PanelModel& model) {
 PanelWindow::PanelWindow() {
   setWindowTitle(QStringLiteral("Kelvar"));
   setAcceptDrops(false);
+  artboards_ = new ArtboardChooser(this);
   makeViews();
   makeFileActions();
   makeEditActions();
@@ -210,7 +211,9 @@ void PanelWindow::makeEditActions() {
             [this] { model_.removeSelected(); });
   addAction(edit, QStringLiteral("Select &All"), QKeySequence::SelectAll, [this] {
     QStringList all;
-    for (const Arrangement::Shape& shape : model_.arrangement().shapes) all.append(shape.id);
+    for (const Arrangement::Shape& shape : model_.arrangement().shapesInSight()) {
+      all.append(shape.id);
+    }
     model_.select(all);
   });
 }
@@ -227,6 +230,10 @@ void PanelWindow::makeViewActions() {
             [this] { photoView_->zoomTo(1 / devicePixelRatioF()); });
   addAction(view, QStringLiteral("&Fit"), QKeySequence(QStringLiteral("Ctrl+0")),
             [this] { photoView_->fit(); });
+  addAction(view, QStringLiteral("&Next Artboard"), QKeySequence(QStringLiteral("Ctrl+PgDown")),
+            [this] { artboards_->step(1); });
+  addAction(view, QStringLiteral("&Previous Artboard"), QKeySequence(QStringLiteral("Ctrl+PgUp")),
+            [this] { artboards_->step(-1); });
 }
 
 void PanelWindow::makeToolBar() {
@@ -242,19 +249,17 @@ void PanelWindow::makeToolBar() {
   for (const char* name : {"Open", "Add Designs"}) add(name);
   bar->addSeparator();
   for (const char* name : {"New Shape", "Undo", "Redo"}) add(name);
+  artboards_->didChoose = [this](const QString& artboard) { model_.showArtboard(artboard); };
+  artboardsAction_ = bar->addWidget(artboards_);
   auto* const space = new QWidget;
   space->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   bar->addWidget(space);
   for (const char* name : {"Save", "Export"}) add(name);
 }
 
-bool PanelWindow::isDocumentFile(const QString& file) {
-  return file.endsWith(QStringLiteral(".sketch"), Qt::CaseInsensitive);
-}
-
 void PanelWindow::open(const QString& file, const DocumentMockup::Choice& choice) {
   say(QStringLiteral("Opening %1…").arg(nameOf(file)));
-  if (isDocumentFile(file)) return openDocument(file, choice);
+  if (SketchDocument::hasKnownEnding(file)) return openDocument(file, choice);
   Arrangement arrangement;
   arrangement.photo = QFileInfo(file).absoluteFilePath();
   if (isArrangementFile(file)) {
@@ -317,10 +322,11 @@ void PanelWindow::opened(const BackgroundDrawing::Result& result) {
   file_ = document_ || isArrangementFile(openingFile_) ? openingFile_ : QString();
   requested_ = result.arrangement;
   thumbnails_.clear();
+  artboards_->setArtboards(mockup_->artboards());
   photoView_->setCanChangeShapes(mockup_->canChangeShapes());
   column_->setCanMakeShapes(mockup_->canChangeShapes());
-  showDrawing(result);
   model_.open(result.arrangement);
+  showDrawing(result);
   if (document_) model_.select(document_->chosenShapes() + std::exchange(selectionBefore_, {}));
   photoView_->fit();
   photoView_->setDrawing(result.arrangement.shapes.isEmpty());
@@ -332,11 +338,19 @@ void PanelWindow::opened(const BackgroundDrawing::Result& result) {
 
 void PanelWindow::showDrawing(const BackgroundDrawing::Result& result) {
   if (!result.problem.isEmpty()) fail(result.problem);
-  if (!result.picture.isNull()) photoView_->setPicture(result.picture, result.ground);
+  showPicture(result);
   photoView_->setProblems(result.shapeProblems);
   column_->setProblems(result.shapeProblems);
   if (!isBusy()) column_->setBusy(false);
   showPreview();
+}
+
+void PanelWindow::showPicture(const BackgroundDrawing::Result& result) {
+  const bool isInSight = result.arrangement.artboard == model_.arrangement().artboard;
+  if (result.picture.isNull() || !isInSight) return;
+  const bool isFirst = photoView_->picture().isNull();
+  photoView_->setPicture(result.picture, result.ground);
+  if (isFirst) photoView_->fit();
 }
 
 void PanelWindow::showPreview() {
@@ -350,6 +364,8 @@ void PanelWindow::showPreview() {
 void PanelWindow::modelDidChange() {
   photoView_->modelDidChange();
   column_->modelDidChange();
+  artboards_->setShown(model_.arrangement().artboard);
+  artboardsAction_->setVisible(artboards_->count() > 0);
   requestDrawing();
   showPreview();
   updateActions();
@@ -367,6 +383,8 @@ void PanelWindow::watchFiles() {
 
 void PanelWindow::requestDrawing() {
   if (!mockup_ || requested_ == model_.arrangement()) return;
+  // Shapes are not to be seen on the picture of another artboard.
+  if (requested_.artboard != model_.arrangement().artboard) photoView_->setPicture({}, {});
   requested_ = model_.arrangement();
   drawing_.draw(mockup_, requested_);
   column_->setBusy(true);
@@ -383,6 +401,8 @@ void PanelWindow::updateActions() {
   }
   enable("Undo", model_.canUndo());
   enable("Redo", model_.canRedo());
+  enable("Next Artboard", artboards_->hasNext(1));
+  enable("Previous Artboard", artboards_->hasNext(-1));
   const bool canChangeShapes = hasMockup && mockup_->canChangeShapes();
   enable("New Shape", canChangeShapes);
   enable("Delete Shape", canChangeShapes && !model_.selection().isEmpty());
@@ -495,7 +515,7 @@ void PanelWindow::documentDidChangeOnDisk() {
 
 void PanelWindow::reload() {
   selectionBefore_ = model_.selection();
-  open(file_, {.artboard = document_->artboard()});
+  open(file_, {.artboardBefore = model_.arrangement().artboard});
 }
 
 void PanelWindow::askWhichToKeep() {
@@ -538,7 +558,7 @@ void PanelWindow::fail(const QString& sentence) {
 void PanelWindow::say(const QString& sentence) { status_->setText(sentence); }
 
 void PanelWindow::dropFiles(const QStringList& files, const QString& shape) {
-  const bool opens = !mockup_ || isArrangementFile(files.first()) || isDocumentFile(files.first());
+  const bool opens = !mockup_ || isArrangementFile(files.first()) || SketchDocument::hasKnownEnding(files.first());
   if (!opens) return addDesigns(files, shape);
   whenUnsavedAreSettled([this, files] { open(files.first()); });
 }

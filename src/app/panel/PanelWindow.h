@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <functional>
 
+#include "app/panel/ArtboardChooser.h"
 #include "app/panel/BackgroundDrawing.h"
 #include "app/panel/FileWatch.h"
 #include "app/panel/PanelColumn.h"
@@ -36,7 +37,6 @@ class PanelWindow : public QMainWindow {
   /// Opens a photo, an arrangement file or a Sketch document, of which `choice` says what is shown
   /// and selected, in place of what is open if that succeeds.
   void open(const QString& file, const DocumentMockup::Choice& choice = {});
-  static bool isDocumentFile(const QString& file);
   /// For the menu of designs; chosen for `shape` where one is named. Waits for a mockup to be open.
   void addDesigns(const QStringList& files, const QString& shape = {});
   void saveAs(const QString& file);
@@ -71,6 +71,7 @@ class PanelWindow : public QMainWindow {
   void startOpening(const std::shared_ptr<Mockup>& mockup, const QString& file);
   void opened(const BackgroundDrawing::Result& result);
   void showDrawing(const BackgroundDrawing::Result& result);
+  void showPicture(const BackgroundDrawing::Result& result);
   void showPreview();
   void showThumbnail(const QString& design, const QImage& picture);
   void loadThumbnails();
@@ -121,6 +122,9 @@ class PanelWindow : public QMainWindow {
 
   PhotoView* photoView_ = nullptr;
   PanelColumn* column_ = nullptr;
+  ArtboardChooser* artboards_ = nullptr;
+  /// Where it stands in the tool bar, and stays away for a photo.
+  QAction* artboardsAction_ = nullptr;
   QSplitter* splitter_ = nullptr;
   QWidget* welcome_ = nullptr;
   QFrame* errorBar_ = nullptr;

@@ -78,7 +78,7 @@ void PhotoView::modelDidChange() {
   }
   const QString selected = names.isEmpty() ? QStringLiteral("none") : names.join(u", ");
   setAccessibleDescription(QStringLiteral("%1 shapes, selected: %2")
-                               .arg(model_->arrangement().shapes.size())
+                               .arg(model_->arrangement().shapesInSight().size())
                                .arg(selected));
   update();
 }

@@ -54,7 +54,7 @@ QPolygonF ShapeOverlay::outline(const Arrangement::Shape& shape) const {
 
 void ShapeOverlay::paint(QPainter* painter) const {
   painter->setRenderHint(QPainter::Antialiasing);
-  for (const Arrangement::Shape& shape : model.arrangement().shapes) {
+  for (const Arrangement::Shape& shape : model.arrangement().shapesInSight()) {
     if (!model.isSelected(shape.id)) paintShape(painter, shape);
   }
   for (const QString& id : model.selection()) paintShape(painter, *model.arrangement().shape(id));
@@ -69,7 +69,7 @@ QString ShapeOverlay::problemOf(const Arrangement::Shape& shape) const {
 /// One label a line of the view: the panel lists them all.
 void ShapeOverlay::paintProblems(QPainter* painter) const {
   QList<double> taken;
-  for (const Arrangement::Shape& shape : model.arrangement().shapes) {
+  for (const Arrangement::Shape& shape : model.arrangement().shapesInSight()) {
     const QString problem = problemOf(shape);
     if (problem.isEmpty()) continue;
     const QRectF bounds = outline(shape).boundingRect();
@@ -151,7 +151,7 @@ void ShapeOverlay::paintLabel(QPainter* painter, const QString& text, const QPoi
 }
 
 QString ShapeOverlay::shapeAt(const QPointF& point) const {
-  const QList<Arrangement::Shape>& shapes = model.arrangement().shapes;
+  const QList<Arrangement::Shape> shapes = model.arrangement().shapesInSight();
   for (auto shape = shapes.rbegin(); shape != shapes.rend(); ++shape) {
     const QPolygonF corners = outline(*shape);
     if (corners.containsPoint(point, Qt::WindingFill) || isOnOutline(corners, point, kReach / 2)) {

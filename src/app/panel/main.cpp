@@ -105,7 +105,7 @@ int main(int argc, char** argv) {
     program.parse(argc, argv);
     const bool choosesInDocument = !arguments.artboard.empty() || !arguments.layers.empty();
     if (choosesInDocument &&
-        !kelvar::app::PanelWindow::isDocumentFile(QString::fromStdString(arguments.file))) {
+        !kelvar::SketchDocument::hasKnownEnding(QString::fromStdString(arguments.file))) {
       throw CLI::ValidationError("--artboard and --layer are of a Sketch document (.sketch)");
     }
   } catch (const CLI::Success& success) {

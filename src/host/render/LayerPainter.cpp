@@ -1,6 +1,7 @@
 #include "host/render/LayerPainter.h"
 
 #include <QLineF>
+#include <QScopedValueRollback>
 #include <algorithm>
 #include <cmath>
 
@@ -23,11 +24,16 @@ constexpr double kFarthest = 1e7;
 /// The first document version in which the fills of groups and instances tint what is in them.
 constexpr int kFirstWithTints = 123;
 constexpr int kMostDashes = 100'000;
+constexpr qsizetype kMostWarnings = 100;
 constexpr double kMostBlur = 500;
 
 bool isSane(const QRectF& frame) {
   const auto isNear = [](double v) { return std::abs(v) <= kFarthest; };
   return isNear(frame.x()) && isNear(frame.y()) && isNear(frame.width()) && isNear(frame.height());
+}
+
+qint64 pixelsOf(const QRect& rect) {
+  return std::max<qint64>(rect.width(), 0) * std::max<qint64>(rect.height(), 0);
 }
 
 QPainterPath rectPath(const QRectF& rect) {
@@ -109,7 +115,15 @@ LayerPainter::LayerPainter(const SketchDocument& document, const QSet<QString>& 
 }
 
 void LayerPainter::warn(const QString& sentence) {
-  if (!warnings_.contains(sentence)) warnings_.append(sentence);
+  if (warnings_.size() > kMostWarnings || warnings_.contains(sentence)) return;
+  warnings_.append(warnings_.size() < kMostWarnings ? sentence : u"There is more like that."_s);
+}
+
+bool LayerPainter::hasRoomFor(qint64 pixels, const SketchJson& layer) {
+  if (pixels <= kMostHeldPixels) return true;
+  warn(u"\"%1\" lies within too many others that are drawn by themselves; it is not."_s.arg(
+      textIn(layer, "name")));
+  return false;
 }
 
 void LayerPainter::paintContents(const SketchJson& container, const Canvas& canvas) {
@@ -125,6 +139,10 @@ void LayerPainter::paintContents(const SketchJson& container, const Canvas& canv
 
 /// A mask cuts the layers above it, up to the first that breaks the chain.
 void LayerPainter::paintRange(const SketchJson& layers, size_t first, size_t last, Canvas canvas) {
+  if (depth_ >= kMostDepth) {
+    return warn(u"Layers are nested too deep; not all of them are drawn."_s);
+  }
+  const QScopedValueRollback deeper(depth_, depth_ + 1);
   const QList<QPainterPath> outside = canvas.clips;
   const auto breaksChain = [&](size_t i) { return flagIn(layers[i], "shouldBreakMaskChain"); };
   for (size_t i = first; i < last; ++i) {
@@ -136,6 +154,9 @@ void LayerPainter::paintRange(const SketchJson& layers, size_t first, size_t las
       canvas.clips.append(canvas.toPicture.map(maskOutline(layer)));
       continue;
     }
+    const qint64 held = heldPixels_ + 2 * pixelsOf(canvas.surface->rect());
+    if (!hasRoomFor(held, layer)) continue;
+    const QScopedValueRollback holds(heldPixels_, held);
     size_t end = i + 1;
     while (end < last && !breaksChain(end)) ++end;
     Surface masked = Surface::of(canvas.surface->rect()), mask = masked;
@@ -210,6 +231,8 @@ QRectF LayerPainter::reachOf(const SketchJson& layer) {
 }
 
 QRectF LayerPainter::reachOfContents(const SketchJson& container) {
+  if (depth_ >= kMostDepth) return {};
+  const QScopedValueRollback deeper(depth_, depth_ + 1);
   QRectF reach;
   for (const SketchJson& layer : listIn(container, "layers")) {
     if (layer.is_object()) reach |= reachOf(layer);
@@ -245,6 +268,9 @@ void LayerPainter::paintByItself(Subject* subject) {
   const double deviation = std::min(ownBlur(subject->style) * scale, kMostBlur);
   const int reach = blurReach(deviation);
   const QRect rect = reachOnCanvas(*subject).adjusted(-reach, -reach, reach, reach);
+  const qint64 held = heldPixels_ + pixelsOf(rect);
+  if (!hasRoomFor(held, subject->layer)) return paintSubject(*subject);
+  const QScopedValueRollback holds(heldPixels_, held);
   Surface alone = Surface::of(rect);
   if (alone.isEmpty()) return;
   subject->canvas = {&alone, below.toPicture, {}};

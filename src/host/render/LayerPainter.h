@@ -23,6 +23,10 @@ class LayerPainter {
  public:
   /// Of all layers together, symbols written out: more is a symbol that multiplies itself.
   static constexpr int kMostLayers = 200'000;
+  /// Of layers, symbols and masks in one another, of which each takes some of the stack.
+  static constexpr int kMostDepth = 400;
+  /// Of layers that are drawn by themselves before they are mixed with what lies below.
+  static constexpr qint64 kMostHeldPixels = qint64{1} << 29;
 
   LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures);
 
@@ -77,6 +81,8 @@ class LayerPainter {
   bool tints(const Subject& subject) const;
   ImageRef pictureOf(const SketchJson& reference);
   void warn(const QString& sentence);
+  /// Whether that many pixels can be held; else the layer is drawn without.
+  bool hasRoomFor(qint64 pixels, const SketchJson& layer);
 
   const SketchDocument& document_;
   const QSet<QString>& withoutPictures_;
@@ -84,6 +90,8 @@ class LayerPainter {
   QStringList warnings_;
   QStringList openSymbols_;
   int layersLeft_ = kMostLayers;
+  int depth_ = 0;
+  qint64 heldPixels_ = 0;
   bool leavesOutPictures_ = false;
   std::optional<FontMeasures> measures_;
 };

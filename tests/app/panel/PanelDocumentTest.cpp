@@ -25,7 +25,12 @@ class DocumentWindow : public Window {
   /// In the middle of the glass; the window has two pixels a point.
   void clickGlass() { click(at(1200, 880)); }
 
-  Arrangement::Shape glass() const { return model().arrangement().shapes.value(0); }
+  Arrangement::Shape glass() const {
+    for (const Arrangement::Shape& shape : model().arrangement().shapes) {
+      if (shape.name == u"Glass") return shape;
+    }
+    return {};
+  }
 
   int map(const QStringList& options, const char* output) {
     const QStringList arguments{QStringLiteral("map"),        QStringLiteral("artboard:Screen"),
@@ -91,6 +96,39 @@ TEST_F(DocumentWindow, MapsAnArtboardAsTheCommandLineDoes) {
   ASSERT_EQ(map({}, "plain.sketch"), 0);
   EXPECT_EQ(bytes("saved.sketch"), bytes("plain.sketch")) << "one step back";
   EXPECT_EQ(bytes("doc.sketch"), before);
+}
+
+TEST_F(DocumentWindow, ShowsOtherArtboards) {
+  openDocument();
+  auto* const chooser = window_.findChild<QComboBox*>(QStringLiteral("artboardChooser"));
+  ASSERT_TRUE(wait([&] { return chooser->isVisible(); }));
+  EXPECT_EQ(chooser->currentText(), QStringLiteral("Mockup"));
+  ASSERT_EQ(chooser->count(), 2);
+  chooseScreen();
+  const auto picture = [&] { return static_cast<PhotoView*>(view_)->picture().size(); };
+  const QSize mockup = picture();
+
+  window_.findChild<QAction*>(QStringLiteral("Previous Artboard"))->trigger();
+  ASSERT_TRUE(wait([&] { return settled(); })) << error().toStdString();
+  EXPECT_EQ(chooser->currentText(), QStringLiteral("Screen"));
+  EXPECT_EQ(picture(), QSize(750, 1624));
+  EXPECT_TRUE(model().selection().isEmpty());
+  click(at(20, 20));
+  EXPECT_NE(model().selection(), QStringList(glass().id));
+  throughDialog("Export", path("screen.png"));
+  ASSERT_TRUE(wait([&] { return QFile::exists(path("screen.png")); })) << error().toStdString();
+  EXPECT_EQ(QImage(path("screen.png")).size(), QSize(375, 812));
+
+  window_.findChild<QAction*>(QStringLiteral("Undo"))->trigger();
+  ASSERT_TRUE(wait([&] { return settled(); }));
+  EXPECT_EQ(chooser->currentText(), QStringLiteral("Mockup")) << "where the change was";
+  EXPECT_EQ(picture(), mockup);
+  EXPECT_FALSE(model().isModified());
+
+  window_.open(path("photo.png"));
+  ASSERT_TRUE(
+      wait([&] { return settled() && model().arrangement().photo.endsWith(u"photo.png"); }));
+  EXPECT_TRUE(wait([&] { return !chooser->isVisible(); }));
 }
 
 TEST_F(DocumentWindow, LeavesShapesWhereTheyAre) {
