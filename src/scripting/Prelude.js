@@ -79,9 +79,10 @@
     isKnown: name => name in Object.prototype || name === 'then' || name === 'toJSON',
     known: name => Object.prototype[name],
 
-    // Dictionaries show what they hold, and so do lists of them.
+    // Dictionaries show what they hold, and so do lists of them and empty ones.
     describe(value) {
-      if (isDictionary(value) || Array.isArray(value) && value.some(isPlain)) {
+      if (isDictionary(value) ||
+          Array.isArray(value) && (value.length === 0 || value.some(isPlain))) {
         try {
           return JSON.stringify(value, inside);
         } catch {

@@ -225,7 +225,10 @@ QString Reference::markdown() {
   QString text =
       u"# Reference for scripts\n\nMade from the descriptions of the classes; do not edit.\nThe "
       u"last underscore of a name may be left out. "
-      "[How to write a script](scripting.md).\n\n## Classes\n"_s;
+      "[How to write a script](scripting.md).\n\n## Classes\n\nEvery class answers `alloc`, "
+      "`class` "
+      "and `name`, and `new` where it has `init`; every object answers `class`, `className`, "
+      "`isKindOfClass:` and\n`respondsToSelector:`.\n"_s;
   for (const ClassInfo* const each : Catalogue::classes()) text += markdownOf(*each);
   text += u"\n## Classes of the context\n"_s;
   for (const ClassInfo* const each : classesOfContext()) text += markdownOf(*each);

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QRegularExpression>
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
@@ -41,12 +42,17 @@ size_t memoryInUse() {
 template <class Evaluate>
 void forEachPiece(JSContextRef context, const QStringList& pieces, const QString& file,
                   Evaluate evaluate) {
+  static const QRegularExpression kStrict(uR"(^\s*(["'])use strict\1)"_s);
+  const bool isStrict = kStrict.match(pieces.first()).hasMatch();
   int line = 1;
   for (const QString& piece : pieces) {
     // The engine does not tell the place of an exception in a script's very first expression.
     // Before "use strict" and #! nothing may stand.
     const QString start = piece.trimmed().left(1);
-    const QString whole = u"\"'#"_s.contains(start) ? piece : u';' + piece;
+    const bool goesOn = line > 1 && isStrict;
+    const QString whole = goesOn                      ? u"'use strict';"_s + piece
+                          : u"\"'#"_s.contains(start) ? piece
+                                                      : u';' + piece;
     JSValueRef exception = nullptr;
     evaluate(context, EngineString(whole), EngineString(file), line, &exception);
     if (exception) throw Bridge::Thrown{exception};
@@ -372,21 +378,24 @@ const void* ScriptRuntime::startTimer(const void* made, bool repeats) {
   return JSValueMakeNumber(context, id);
 }
 
-bool ScriptRuntime::isPending() const {
-  if (!timers_.isEmpty() || PendingWork::count() > 0) return true;
-  if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return false;
+/// What the script is not done with; null for nothing.
+QString ScriptRuntime::pending() const {
+  if (!timers_.isEmpty()) return u"a timer"_s;
+  if (PendingWork::count() > 0) return u"a request or work that was put off"_s;
+  if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return {};
   const auto windows = QGuiApplication::topLevelWindows();
-  return std::any_of(windows.begin(), windows.end(),
-                     [](const QWindow* window) { return window->isVisible(); });
+  const bool isShown = std::any_of(windows.begin(), windows.end(),
+                                   [](const QWindow* window) { return window->isVisible(); });
+  return isShown ? u"a window"_s : QString();
 }
 
 bool ScriptRuntime::run() {
   QTimer turn;
   turn.start(kTurn);
   QCoreApplication::processEvents();
-  while (!failure_ && isPending()) {
+  for (QString what; !failure_ && !(what = pending()).isNull();) {
     if (mustStop()) {
-      fail({stopped_, {}, 0, {}});
+      fail({u"%1: %2 is still pending"_s.arg(stopped_, what), {}, 0, {}});
       break;
     }
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);

@@ -81,7 +81,7 @@ class KELVAR_EXPORT ScriptRuntime {
   QString lineOf(const QString& file, int line) const;
   bool mustStop();
   QString reasonToStop() const;
-  bool isPending() const;
+  QString pending() const;
 
   const Output output_;
   std::unique_ptr<Engine> engine_;

@@ -270,12 +270,12 @@ TEST_F(Runtime, WhatDelegatesThrowReachesTheScriptThatCalls) {
 
 TEST_F(Runtime, PrintsWhatListsAndDictionariesHold) {
   EXPECT_EQ(run(u"var a = {b: bell, c: [1, NSMakePoint(1, 2)], d: 2n ** 60n}; print(a, [a]);\n"
-                "print([1, 'b', bell], nil, undefined, {}, new Date(0).getTime());\n"
+                "print([1, 'b', bell], nil, undefined, {}, [], new Date(0).getTime());\n"
                 "a.a = a; print(a); print({toString() { return 'own' }});\n"
                 "try { print({toString() { throw 'up' }}) } catch (e) { print(e) }"_s),
             "{\"b\":\"<Bell>\",\"c\":[1,\"{1, 2}\"],\"d\":\"1152921504606846976\"} "
             "[{\"b\":\"<Bell>\",\"c\":[1,\"{1, 2}\"],\"d\":\"1152921504606846976\"}]\n"
-            "1,b,<Bell> null undefined {} 0\n"
+            "1,b,<Bell> null undefined {} [] 0\n"
             "[object Object]\nown\nup\n");
 }
 
@@ -366,6 +366,8 @@ TEST_F(Runtime, CanBeStopped) {
   runtime_->setTimeout(std::chrono::milliseconds(200));
   EXPECT_TRUE(runtime_->evaluate(u"setInterval(() => {}, 5)"_s, u"a"_s));
   EXPECT_FALSE(runtime_->run());
+  EXPECT_EQ(runtime_->failure()->message,
+            u"the script did not end within 0.2 s: a timer is still pending"_s);
 
   runtime_ = std::make_unique<ScriptRuntime>([](const QString&) {});
   std::thread other([&] {
@@ -412,6 +414,10 @@ TEST_F(Runtime, ImportsEachFileOnceFromBesideTheImporter) {
   run(u""_s);
   EXPECT_FALSE(runtime_->evaluateFile(dir.filePath(u"broken.js"_s)));
   EXPECT_EQ(printed_, u""_s);
+  EXPECT_EQ(runtime_->failure()->line, 3);
+  write(u"strict.js"_s, "'use strict';\n@import 'sub/d.js'\nvague = 1");
+  run(u""_s);
+  EXPECT_FALSE(runtime_->evaluateFile(dir.filePath(u"strict.js"_s)));
   EXPECT_EQ(runtime_->failure()->line, 3);
   write(u"late.js"_s, "function later() {\n @import 'sub/c.js'\n return c }");
   write(u"sub/c.js"_s, "var c = 'c'");

@@ -82,16 +82,22 @@ size_t mostMemory() {
 }
 
 /// Ends the program where the engine cannot be interrupted, in one long call that takes more and
-/// more memory.
-void guardMemory(size_t limit) {
-  std::thread([limit] {
+/// more memory, or more time than the timeout (0 for none) and a second.
+void guard(size_t memory, double timeout) {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + std::chrono::duration<double>(timeout + 1);
+  std::thread([=] {
     const auto page = size_t(sysconf(_SC_PAGESIZE));
     while (true) {
       std::this_thread::sleep_for(std::chrono::milliseconds(20));
+      if (timeout > 0 && Clock::now() > end) {
+        std::fprintf(stderr, "kelvar: the script did not end within %g s\n", timeout);
+        std::_Exit(Failure::kFailed);
+      }
       QFile file(u"/proc/self/statm"_s);
       if (!file.open(QIODevice::ReadOnly)) return;
-      if (file.readAll().split(' ').value(1).toULongLong() * page < limit) continue;
-      std::fprintf(stderr, "kelvar: the script uses more than %zu MB of memory\n", limit >> 20);
+      if (file.readAll().split(' ').value(1).toULongLong() * page < memory) continue;
+      std::fprintf(stderr, "kelvar: the script uses more than %zu MB of memory\n", memory >> 20);
       std::_Exit(Failure::kFailed);
     }
   }).detach();
@@ -194,7 +200,7 @@ void run(const Arguments& arguments) {
   ScriptRuntime runtime(print);
   if (arguments.timeout > 0) runtime.setTimeout(std::chrono::duration<double>(arguments.timeout));
   runtime.setMemoryLimit(mostMemory());
-  guardMemory(mostMemory() + mostMemory() / 4);
+  guard(mostMemory() + mostMemory() / 4, arguments.timeout);
   running = &runtime;
   std::signal(SIGINT, interrupt);
   runtime.setGlobal(u"context"_s, context);
