@@ -145,7 +145,7 @@ QString interfaceOf(const ClassInfo& info) {
 }
 
 QString classOf(const ClassInfo& info) {
-  const QString name = info.name();
+  const QString& name = info.name();
   QString initialisers = u"\ninterface %1Allocated {\n"_s.arg(name);
   QString ofClass = u"\ndeclare const %1: KelvarClass & {\n  alloc(): %1Allocated;\n"_s.arg(name);
   for (const ClassInfo::Operation& operation : info.operations()) {
