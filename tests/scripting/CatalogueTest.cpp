@@ -84,7 +84,8 @@ class CatalogueTest : public testing::Test {
     const SketchJson red = parts::color(1, 0, 0);
     const auto document = parts::document(
         {parts::group("artboard", "A", {0, 0, 40, 20},
-                      {parts::layer("rectangle", "R", {0, 0, 40, 20}, parts::filled(red))}),
+                      {parts::layer("rectangle", "R", {0, 0, 40, 20}, parts::filled(red)),
+                       parts::layer("hologram", "H", {0, 0, 1, 1})}),
          parts::layer("rectangle", "L", {50, 0, 8, 8}, parts::filled(red))});
     runtime_.setGlobal(u"document"_s, toVariant(document));
     runtime_.evaluate(
@@ -229,6 +230,9 @@ TEST_F(CatalogueTest, OperationsGiveWhatTheyGiveInTheLibrary) {
        " NSURL.URLWithString_('')].map(String).join(' ') })()",
        "5 null null null null"},
       {"document.imageOfArtboard_forTransform_(artboard, transform).size()", "{40, 20}"},
+      // Whether for the preview or for a design, once.
+      {"document.imageOfArtboard_forTransform_(artboard, transform) && document.warnings()",
+       "\"H\" is a layer of an unknown kind, \"hologram\"; what is in it is drawn."},
       {"document.settingsOfLayer_(layer)", "null"},
       {"document.fillLayer_withImage_settings_(artboard, image, {})",
        "Error: the layer \"A\" (A-id) cannot take a design: it is no shape (artboard)"},
