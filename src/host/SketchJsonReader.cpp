@@ -143,7 +143,11 @@ class Reader {
     ondemand::number number;
     if (!isDone(value.get_number().get(number))) return addLargeNumber(token);
     if (number.is_int64()) return keep(number.get_int64());
-    return number.is_uint64() ? keep(number.get_uint64()) : keep(number.get_double());
+    if (number.is_uint64()) return keep(number.get_uint64());
+    // The scanner, in version 3.0, takes reals of more than 19 digits for 0.
+    double real = number.get_double();
+    std::from_chars(token.data(), token.data() + token.size(), real);
+    return keep(real);
   }
 
   /// Whole numbers of more than 64 bits, which the scanner does not take.

@@ -168,6 +168,24 @@ void fit(SketchJson* group, const Children& children) {
   }
 }
 
+/// What is in it first. A group without a layout is fitted only where that moves what is around it.
+void layOutWithin(SketchJson* container, bool isInLayout) {
+  const auto layers = container->find("layers");
+  if (layers == container->end() || !layers->is_array()) return;
+  const bool isLayout = laysItselfOut(*container);
+  Children children;
+  for (SketchJson& layer : *layers) {
+    if (!layer.is_object()) continue;
+    children.emplace_back(&layer, rectIn(layer, "frame"));
+    if (classOf(layer) == u"group") layOutWithin(&layer, isInLayout || isLayout);
+  }
+  if (isLayout) {
+    layOutAlong(container, children);
+  } else if (isInLayout) {
+    fit(container, children);
+  }
+}
+
 }  // namespace
 
 bool laysItselfOut(const SketchJson& container) {
@@ -180,20 +198,6 @@ void addGrowth(const QSizeF& growth, SketchJson* instance) {
   if (!sum.isNull()) (*instance)[kGrowth] = {{"width", sum.width()}, {"height", sum.height()}};
 }
 
-void layOut(SketchJson* container) {
-  const auto layers = container->find("layers");
-  if (layers == container->end() || !layers->is_array()) return;
-  Children children;
-  for (SketchJson& layer : *layers) {
-    if (!layer.is_object()) continue;
-    children.emplace_back(&layer, rectIn(layer, "frame"));
-    if (classOf(layer) == u"group") layOut(&layer);
-  }
-  if (laysItselfOut(*container)) {
-    layOutAlong(container, children);
-  } else if (classOf(*container) == u"group") {
-    fit(container, children);
-  }
-}
+void layOut(SketchJson* container) { layOutWithin(container, false); }
 
 }  // namespace kelvar::render

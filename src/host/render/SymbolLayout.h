@@ -7,8 +7,9 @@ namespace kelvar::render {
 /// Where the master of a symbol, or a group in it, lays out its layers by itself ("groupLayout"):
 /// gives replaced texts and nested instances the room that they take, closes the gaps of what is
 /// hidden, moves what comes after along the layout's axis, and lets what spans all of it, and its
-/// own frame, grow with it. Groups without a layout keep around what is in them. Changes nothing
-/// where everything has the size that it had. Needs an application with fonts.
+/// own frame, grow with it. In one, groups without a layout of their own keep around what is in
+/// them. Changes nothing where everything has the size that it had. Needs an application with
+/// fonts.
 void layOut(SketchJson* master);
 
 /// Whether a master, or a group, has a layout that moves what is in it.
