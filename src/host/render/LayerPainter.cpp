@@ -1,5 +1,6 @@
 #include "host/render/LayerPainter.h"
 
+#include <QGlyphRun>
 #include <QLineF>
 #include <QScopedValueRollback>
 #include <algorithm>
@@ -92,6 +93,27 @@ QRectF cropOf(const SketchJson& bitmap, const QRectF& frame) {
   if (part.isEmpty()) return frame;
   return {part.x() * frame.width(), part.y() * frame.height(), part.width() * frame.width(),
           part.height() * frame.height()};
+}
+
+/// As sharp as the picture is: each at the size that it has there.
+void paintEmblems(const TextShape& shape, const Canvas& canvas) {
+  for (const TextShape::Area& area : shape.areas) {
+    for (const TextShape::Emblem& emblem : area.emblems) {
+      const double scale = std::clamp(scaleOf(emblem.place * canvas.toPicture), 1e-3, 1e3);
+      QRawFont font = emblem.font;
+      font.setPixelSize(std::clamp(emblem.size * scale, 1.0, 1000.0));
+      QGlyphRun glyph;
+      glyph.setRawFont(font);
+      glyph.setGlyphIndexes({emblem.glyph});
+      glyph.setPositions({QPointF()});
+      QPainter painter;
+      begin(&painter, canvas);
+      painter.setOpacity(area.color.alphaF());
+      painter.setWorldTransform(emblem.place, true);
+      painter.scale(1 / scale, 1 / scale);
+      painter.drawGlyphRun({}, glyph);
+    }
+  }
 }
 
 /// Without dashes that would be too many to draw.
@@ -558,7 +580,7 @@ void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs,
   }
   const QString name = textIn(layer, "name");
   if (shape.lacksCharacters) {
-    warn(u"Some characters of \"%1\" are in no font here, or are pictures."_s.arg(name));
+    warn(u"Some characters of \"%1\" are in no font here."_s.arg(name));
   }
   if (flagIn(layer, "automaticallyDrawOnUnderlyingPath")) {
     warn(u"\"%1\" runs along the path below it; it is drawn straight."_s.arg(name));
@@ -571,6 +593,7 @@ void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs,
 
 void LayerPainter::paintText(const Subject& subject) {
   const TextShape shape = textOf(subject.layer);
+  paintEmblems(shape, subject.canvas);
   const QPainterPath outline = shape.outline();
   if (outline.isEmpty()) return;
   const LayerStyle& style = subject.style;

@@ -325,7 +325,7 @@ class Typesetter {
               TextShape::Area area{{}, run.style.color};
               const double y = baseline - run.style.baselineOffset;
               for (const QGlyphRun& glyphs : line.glyphRuns(int(at - paragraph), int(length))) {
-                addGlyphRun(glyphs, line.ascent() + line.y(), y, run, &area.path);
+                addGlyphRun(glyphs, line.ascent() + line.y(), y, run, &area);
               }
               addLinesAlong(line, run, at - paragraph, length, y, &area.path);
               area.path.setFillRule(Qt::WindingFill);
@@ -334,7 +334,7 @@ class Typesetter {
   }
 
   void addGlyphRun(const QGlyphRun& glyphs, double layoutBaseline, double baseline,
-                   const FontRun& run, QPainterPath* path) {
+                   const FontRun& run, TextShape::Area* area) {
     const QRawFont font = glyphs.rawFont();
     const bool hasTwins = !run.twins.isEmpty() && font.familyName() == run.font.family();
     const QList<quint32> indexes = glyphs.glyphIndexes();
@@ -347,8 +347,13 @@ class Typesetter {
       const quint32 twin = hasTwins ? run.twins.value(indexes[i]) : 0;
       const QPainterPath glyph =
           twin != 0 ? run.outlines.pathForGlyph(twin) : font.pathForGlyph(indexes[i]);
-      if (indexes[i] == 0 || (isColored && glyph.isEmpty())) shape_.lacksCharacters = true;
-      path->addPath(toText.map(reweighted(glyph, run.boldness * kZoom, font.capHeight())));
+      if (indexes[i] == 0) shape_.lacksCharacters = true;
+      if (isColored && glyph.isEmpty()) {
+        area->emblems.append(
+            {font, indexes[i], font.pixelSize() / kZoom, QTransform::fromTranslate(x, y)});
+        continue;
+      }
+      area->path.addPath(toText.map(reweighted(glyph, run.boldness * kZoom, font.capHeight())));
     }
   }
 
@@ -382,7 +387,7 @@ class Typesetter {
                                                                             : 0);
       const QTransform toPlace(stretch, 0, 0, 1, x, 0);
       for (qsizetype i = line.firstArea; i < line.lastArea; ++i) {
-        shape_.areas[i].path = toPlace.map(shape_.areas[i].path);
+        shape_.areas[i].move(toPlace);
       }
     }
   }
@@ -406,7 +411,7 @@ class Typesetter {
     if (!isBearable(across) || !isBearable(down)) return;
     const QTransform toPlace(across, 0, 0, down, wanted.x() - ink.x() * across,
                              wanted.y() - ink.y() * down);
-    for (TextShape::Area& area : shape_.areas) area.path = toPlace.map(area.path);
+    for (TextShape::Area& area : shape_.areas) area.move(toPlace);
   }
 
   void moveDown(double height) {
@@ -415,7 +420,7 @@ class Typesetter {
     }
     const double spare = box_.size.height() - height;
     const double y = box_.vertical == TextBox::Vertical::Middle ? std::round(spare / 2) : spare;
-    for (TextShape::Area& area : shape_.areas) area.path.translate(0, y);
+    for (TextShape::Area& area : shape_.areas) area.move(QTransform::fromTranslate(0, y));
   }
 
   const TextBox& box_;
@@ -441,6 +446,11 @@ TextBox readTextBox(const SketchJson& layer) {
           .fitsText = !flagIn(layer, kHasForeignFrame),
           // Old documents have the lines' extents in its place.
           .ink = isOld ? QRectF() : textRectIn(layer, "glyphBounds")};
+}
+
+void TextShape::Area::move(const QTransform& transform) {
+  path = transform.map(path);
+  for (Emblem& emblem : emblems) emblem.place *= transform;
 }
 
 QPainterPath TextShape::outline() const {

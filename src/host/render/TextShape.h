@@ -3,9 +3,11 @@
 #include <QColor>
 #include <QList>
 #include <QPainterPath>
+#include <QRawFont>
 #include <QRectF>
 #include <QSizeF>
 #include <QStringList>
+#include <QTransform>
 
 #include "host/render/FontMeasures.h"
 #include "host/render/TextRuns.h"
@@ -35,16 +37,26 @@ TextBox readTextBox(const nlohmann::ordered_json& layer);
 /// A text set in lines: outlines of its glyphs and of the lines drawn along them, from the layer's
 /// origin.
 struct TextShape {
+  /// A glyph that is a picture: a coloured emoji. `place` leads from its baseline's start to the
+  /// layer.
+  struct Emblem {
+    QRawFont font;
+    quint32 glyph = 0;
+    double size = 0;
+    QTransform place;
+  };
   struct Area {
     QPainterPath path;
     QColor color;
+    QList<Emblem> emblems = {};
+    void move(const QTransform& transform);
   };
   QList<Area> areas;
   /// Of all lines, without what is added around them.
   QSizeF size;
   /// PostScript names for which another font stands in.
   QStringList missingFonts;
-  /// Whether some characters are in no font, or are pictures there.
+  /// Whether some characters are in no font.
   bool lacksCharacters = false;
 
   QPainterPath outline() const;

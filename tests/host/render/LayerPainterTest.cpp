@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QFontDatabase>
 
 #include "host/render/TinyDocument.h"
+#include "platform/FontsAtHand.h"
 
 namespace kelvar::render {
 namespace {
@@ -671,6 +673,42 @@ TEST(LayerPainter, NamesWhatIsNotSupported) {
   EXPECT_EQ(drawInstances({instance({change("B_volume", "11")})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({}, {{"verticalSpacing", 4}})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({change("B_flowDestination", "back")})}).warnings.size(), 0);
+}
+
+/// A green heart of 20, in a text at (10, 10) that has nothing else, at both sizes.
+TEST(LayerPainter, DrawsColoredEmoji) {
+  {
+    const FontsAtHand fonts;
+    if (!QFontDatabase::hasFamily(QStringLiteral("Noto Color Emoji"))) GTEST_SKIP() << "no emoji";
+  }
+  SketchJson text = with(layer("text", frame(10, 10, 25, 24)),
+                         {{"textBehaviour", 1}, {"lineSpacingBehaviour", 2}});
+  text["attributedString"]["string"] = "\xF0\x9F\x92\x9A";
+  text["attributedString"]["attributes"] = List{{{"location", 0}, {"length", 2}}};
+  SketchJson& attributes = text["attributedString"]["attributes"][0]["attributes"];
+  attributes["MSAttributedStringFontAttribute"]["attributes"] = {{"name", "Roboto-Regular"},
+                                                                 {"size", 20}};
+  TinyDocument tiny;
+  tiny.layers = {text};
+  for (const int scale : {1, 3}) {
+    const Drawing drawing = drawDocument(tiny, 50, 50, scale);
+    QRect covered;
+    int green = 0, all = 0;
+    for (int y = 0; y < drawing.image.height(); ++y) {
+      for (int x = 0; x < drawing.image.width(); ++x) {
+        const QColor c = drawing.at(x, y);
+        if (c.alpha() < 128) continue;
+        covered |= QRect(x, y, 1, 1);
+        all += 1;
+        green += c.green() > c.red() + 40 && c.green() > c.blue() + 40 ? 1 : 0;
+      }
+    }
+    EXPECT_GT(green, 0.8 * all);
+    EXPECT_NEAR(covered.width(), 22 * scale, 4 * scale);
+    EXPECT_NEAR(covered.center().x(), 22 * scale, 3 * scale);
+    EXPECT_NEAR(covered.center().y(), 21 * scale, 4 * scale);
+    EXPECT_EQ(drawing.warnings, QStringList());
+  }
 }
 
 TEST(LayerPainter, NamesWhatIsNotSupportedOfTexts) {
