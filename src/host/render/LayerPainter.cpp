@@ -266,7 +266,8 @@ QRectF LayerPainter::reachOfInstance(const SketchJson& instance) {
   const QString symbolID = textIn(instance, "symbolID");
   if (openSymbols_.contains(symbolID) || layersLeft_-- <= 0) return {};
   openSymbols_.append(symbolID);
-  const QRectF reach = reachOfContents(expandedInstance(instance, document_, &warnings_));
+  const QRectF reach =
+      reachOfContents(expandedInstance(instance, document_, &measuresLeft_, &warnings_));
   openSymbols_.removeLast();
   const double scale = numberIn(instance, "scale", 1);
   return scale > 0 ? QTransform::fromScale(scale, scale).mapRect(reach) : reach;
@@ -400,7 +401,7 @@ void LayerPainter::paintInstance(const Subject& subject) {
   if (openSymbols_.contains(symbolID)) {
     return warn(u"The symbol of \"%1\" contains itself; it is left out there."_s.arg(name));
   }
-  const SketchJson content = expandedInstance(subject.layer, document_, &warnings_);
+  const SketchJson content = expandedInstance(subject.layer, document_, &measuresLeft_, &warnings_);
   if (content.is_null()) {
     return warn(u"The symbol of \"%1\" is missing."_s.arg(name));
   }

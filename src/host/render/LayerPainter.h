@@ -23,6 +23,8 @@ class LayerPainter {
  public:
   /// Of all layers together, symbols written out: more is a symbol that multiplies itself.
   static constexpr int kMostLayers = 200'000;
+  /// Of nested instances whose layouts change, likewise.
+  static constexpr int kMostMeasures = 10'000;
   /// Of layers, symbols and masks in one another, of which each takes some of the stack.
   static constexpr int kMostDepth = 400;
   /// Of layers that are drawn by themselves before they are mixed with what lies below.
@@ -90,6 +92,7 @@ class LayerPainter {
   QStringList warnings_;
   QStringList openSymbols_;
   int layersLeft_ = kMostLayers;
+  int measuresLeft_ = kMostMeasures;
   int depth_ = 0;
   qint64 heldPixels_ = 0;
   bool leavesOutPictures_ = false;

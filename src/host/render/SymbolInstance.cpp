@@ -11,9 +11,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// Of nested instances within one. More is a symbol that multiplies itself.
-constexpr int kMostMeasures = 200;
-
 /// "ID/ID_property": the way through nested instances to a layer, and what of it is changed.
 struct Override {
   QStringList way;
@@ -331,11 +328,10 @@ SketchJson laidOutMaster(const SketchJson& instance, const SketchLayer& master,
 }  // namespace
 
 SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& document,
-                            QStringList* warnings) try {
+                            int* measuresLeft, QStringList* warnings) try {
   const SketchLayerRef master = document.symbolMaster(textIn(instance, "symbolID"));
   if (!master) return {};
-  int measuresLeft = kMostMeasures;
-  SketchJson expanded = laidOutMaster(instance, *master, document, &measuresLeft, warnings);
+  SketchJson expanded = laidOutMaster(instance, *master, document, measuresLeft, warnings);
   const double scale = numberIn(instance, "scale", 1);
   const QSizeF size = rectIn(instance, "frame").size() / (scale > 0 ? scale : 1);
   resizeLayers(&expanded, rectIn(expanded, "frame").size(), size);

@@ -9,8 +9,9 @@ namespace kelvar::render {
 
 /// The master of an instance as the instance shows it: with its overrides and at its size. None of
 /// the document's own JSON is changed. Overrides of instances within are handed down to them.
-/// Null JSON when the master is missing. What cannot be applied gets a line in `*warnings`.
+/// Nested instances in layouts are measured anew while `*measuresLeft` lasts; then they keep their
+/// sizes. Null JSON when the master is missing. What cannot be applied gets a line in `*warnings`.
 SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& document,
-                            QStringList* warnings);
+                            int* measuresLeft, QStringList* warnings);
 
 }  // namespace kelvar::render

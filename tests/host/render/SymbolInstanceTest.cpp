@@ -21,10 +21,11 @@ SketchJson changed(const char* property, const SketchJson& value) {
   tiny.layers = {with(container("symbolMaster", frame(0, 0, 40, 14), {text}), {{"symbolID", "S"}})};
   const SketchJson change = {{"overrideName", std::string("T_") + property}, {"value", value}};
   QStringList warnings;
+  int measures = 1;
   const SketchJson result =
       expandedInstance(with(layer("symbolInstance", frame(0, 0, 40, 14)),
                             {{"symbolID", "S"}, {"overrideValues", SketchJson::array({change})}}),
-                       *tiny.open(), &warnings);
+                       *tiny.open(), &measures, &warnings);
   EXPECT_EQ(warnings, QStringList()) << property;
   return result["layers"][0];
 }
