@@ -187,12 +187,12 @@ void PanelModel::change(const Arrangement& next) {
   tell();
 }
 
-// By value: it is usually the selection itself.
-void PanelModel::keepInOrder(QStringList selection) {
-  selection_.clear();
+void PanelModel::keepInOrder(const QStringList& selection) {
+  QStringList kept;
   for (const Arrangement::Shape& shape : arrangement_.shapesInSight()) {
-    if (selection.contains(shape.id)) selection_.append(shape.id);
+    if (selection.contains(shape.id)) kept.append(shape.id);
   }
+  selection_ = kept;
 }
 
 void PanelModel::tell() const {

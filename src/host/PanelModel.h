@@ -78,7 +78,7 @@ class KELVAR_EXPORT PanelModel {
   void change(const Arrangement& next);
   void changeSelected(const std::function<void(Arrangement::Shape&)>& change);
   void step(QList<Arrangement>* from, QList<Arrangement>* to);
-  void keepInOrder(QStringList selection);
+  void keepInOrder(const QStringList& selection);
   void tell() const;
 
   Arrangement arrangement_;

@@ -3,39 +3,50 @@
 namespace kelvar::app {
 namespace {
 
-/// Characters that are always in sight; longer names are whole in the list.
-constexpr int kLeastCharacters = 14;
-constexpr int kMostWidth = 320;
+/// Points: a name that is longer is cut.
+constexpr int kLeastWidth = 140, kMostWidth = 280;
 
 }  // namespace
 
-ArtboardChooser::ArtboardChooser(QWidget* parent) : QComboBox(parent) {
+ArtboardChooser::ArtboardChooser(QWidget* parent) : PopUpButton(parent) {
   setObjectName(QStringLiteral("artboardChooser"));
   setAccessibleName(QStringLiteral("Artboard"));
-  setToolTip(QStringLiteral("The artboard that is shown"));
   setFocusPolicy(Qt::TabFocus);
   setSizeAdjustPolicy(QComboBox::AdjustToContents);
-  setMinimumContentsLength(kLeastCharacters);
+  setMinimumWidth(kLeastWidth);
   setMaximumWidth(kMostWidth);
-  connect(this, &QComboBox::activated, this, [this](int index) {
-    if (didChoose) didChoose(itemData(index).toString());
-  });
+  setAction([this](PopUpButton& self) { choose(self.indexOfSelectedItem()); });
 }
 
 void ArtboardChooser::setArtboards(const QList<Mockup::Artboard>& artboards) {
-  clear();
-  for (const Mockup::Artboard& artboard : artboards) addItem(artboard.name, artboard.id);
+  artboards_.clear();
+  QVariantList items;
+  for (const Mockup::Artboard& artboard : artboards) {
+    artboards_.append(artboard.id);
+    items.append(QVariantMap{{QStringLiteral("title"), artboard.name},
+                             {QStringLiteral("identifier"), artboard.id}});
+  }
+  setMenu(KVMenu::menuWithItems(items));
+  // Otherwise it stays as wide as the menu before asked for.
+  setSizeAdjustPolicy(QComboBox::AdjustToContentsOnFirstShow);
+  setSizeAdjustPolicy(QComboBox::AdjustToContents);
 }
 
-void ArtboardChooser::setShown(const QString& artboard) { setCurrentIndex(findData(artboard)); }
+void ArtboardChooser::setShown(const QString& artboard) {
+  selectItemAtIndex(int(artboards_.indexOf(artboard)));
+}
 
 bool ArtboardChooser::hasNext(int direction) const {
-  const int next = currentIndex() + direction;
-  return currentIndex() >= 0 && next >= 0 && next < count();
+  const int next = indexOfSelectedItem() + direction;
+  return indexOfSelectedItem() >= 0 && next >= 0 && next < artboards_.size();
 }
 
 void ArtboardChooser::step(int direction) {
-  if (hasNext(direction) && didChoose) didChoose(itemData(currentIndex() + direction).toString());
+  if (hasNext(direction)) choose(indexOfSelectedItem() + direction);
+}
+
+void ArtboardChooser::choose(int index) {
+  if (didChoose && index >= 0 && index < artboards_.size()) didChoose(artboards_[index]);
 }
 
 }  // namespace kelvar::app

@@ -1,14 +1,12 @@
 #pragma once
 
-#include <QComboBox>
-#include <functional>
-
 #include "host/Mockup.h"
+#include "ui/PopUpButton.h"
 
 namespace kelvar::app {
 
-/// The pop-up that says which artboard of a document is shown. Not there for what has none.
-class ArtboardChooser : public QComboBox {
+/// The pop-up that says which artboard of a document is shown.
+class ArtboardChooser : public PopUpButton {
  public:
   explicit ArtboardChooser(QWidget* parent = nullptr);
 
@@ -21,6 +19,11 @@ class ArtboardChooser : public QComboBox {
   bool hasNext(int direction) const;
   /// As if a person chose that one.
   void step(int direction);
+
+ private:
+  void choose(int index);
+
+  QStringList artboards_;
 };
 
 }  // namespace kelvar::app

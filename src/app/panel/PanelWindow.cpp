@@ -558,7 +558,8 @@ void PanelWindow::fail(const QString& sentence) {
 void PanelWindow::say(const QString& sentence) { status_->setText(sentence); }
 
 void PanelWindow::dropFiles(const QStringList& files, const QString& shape) {
-  const bool opens = !mockup_ || isArrangementFile(files.first()) || SketchDocument::hasKnownEnding(files.first());
+  const bool opens =
+      !mockup_ || isArrangementFile(files.first()) || SketchDocument::hasKnownEnding(files.first());
   if (!opens) return addDesigns(files, shape);
   whenUnsavedAreSettled([this, files] { open(files.first()); });
 }
