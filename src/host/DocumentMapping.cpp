@@ -53,8 +53,11 @@ bool isInShapeGroup(const SketchLayer& layer) {
 /// The most that an artboard can be magnified to be drawn as large as `size`, and no larger than
 /// can be held. Whole, so that what lies on whole points stays sharp.
 double magnification(const QSizeF& artboard, const QSizeF& size) {
+  // It cannot be drawn at all.
+  if (!(artboard.width() > 0 && artboard.height() > 0)) return 1;
   double scale = std::ceil(
       std::max({1.0, size.width() / artboard.width(), size.height() / artboard.height()}));
+  scale = std::min(scale, double(ImageFile::kMaxSide));
   while (scale > 1 && !isHoldable(artboard.width() * scale + 1, artboard.height() * scale + 1)) {
     scale = std::floor(scale / 2);
   }
@@ -183,7 +186,7 @@ bool DocumentMapping::refreshLayer(const SketchLayerRef& layer, QString* error) 
   QString problem;
   const SketchLayerRef design = artboard(settings.artboard, &problem);
   if (!design) {
-    *error = QStringLiteral("the design of the layer \"%1\" (%2) is gone: %3")
+    *error = QStringLiteral("the design of the layer \"%1\" (%2) cannot be found: %3")
                  .arg(layer->name(), layer->objectID(), problem);
     return false;
   }

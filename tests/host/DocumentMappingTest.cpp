@@ -186,20 +186,32 @@ TEST(DocumentMapping, SaysWhatIsWrongWithNames) {
 }
 
 TEST(DocumentMapping, TellsWhenADesignIsGoneOrALayerHasChanged) {
+  const auto flat = [](double width, double height) {
+    SketchJson board = parts::board("Flat", {});
+    board["frame"] = {{"width", width}, {"height", height}};
+    return board;
+  };
   SketchJson round = mapped("round", "A");
   round["fixedRadius"] = 3;
   const struct {
     SketchJson layer;
     const char* sentence;
-  } cases[] = {{mapped("l", "Gone"), "the design of the layer \"l\" (l-id) is gone"},
-               {round, "the layer \"round\" (round-id) cannot take a design"}};
+  } cases[] = {{mapped("l", "Gone"), "the design of the layer \"l\" (l-id) cannot be found"},
+               {round, "the layer \"round\" (round-id) cannot take a design"},
+               {mapped("l", "Flat"), "nothing to draw in \"Flat\""}};
   for (const auto& [json, sentence] : cases) {
-    const auto document = parts::document({board("A", {}), json});
-    QString error;
-    QList<SketchLayerRef> layers;
-    EXPECT_FALSE(DocumentMapping(document).refresh(&layers, &error));
-    EXPECT_TRUE(error.contains(QString::fromLatin1(sentence))) << qPrintable(error);
+    for (const SketchJson& other : {flat(0, 0), flat(1e-300, 0), flat(-5, 9)}) {
+      const auto document = parts::document({board("A", {}), other, json});
+      QString error;
+      QList<SketchLayerRef> layers;
+      EXPECT_FALSE(DocumentMapping(document).refresh(&layers, &error));
+      EXPECT_TRUE(error.contains(QString::fromLatin1(sentence))) << qPrintable(error);
+    }
   }
+  const auto thin = parts::document({flat(5e-324, 9), mapped("l", "Flat")});
+  QString error;
+  QList<SketchLayerRef> layers;
+  EXPECT_FALSE(DocumentMapping(thin).refresh(&layers, &error));
 }
 
 }  // namespace
