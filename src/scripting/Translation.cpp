@@ -20,7 +20,7 @@ bool continuesWord(QChar c) {
 }
 
 /// Brackets in one another, at most: deeper ones are left to the engine, which knows its stack.
-constexpr int kMaxDepth = 1000;
+constexpr int kMaxDepth = 400;
 
 /// Words after which an operand is still to come.
 bool isOperator(const QString& word) {

@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 constexpr double kFarthest = 1e7;
 /// The first document version in which the fills of groups and instances tint what is in them.
 constexpr int kFirstWithTints = 123;
-constexpr int kMostDashes = 100'000;
+constexpr int kMostDashes = 10'000;
 constexpr qsizetype kMostWarnings = 100;
 constexpr double kMostBlur = 500;
 
@@ -488,7 +488,7 @@ void LayerPainter::paintBorders(const Subject& subject, const QPainterPath& outl
 }
 
 Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outline) const {
-  const LayerStyle& style = subject.style;
+  const LayerStyle style = withBearableDashes(subject.style, outline);
   const double scale = scaleOf(subject.canvas.toPicture);
   const QTransform toPicture = subject.canvas.toPicture;
   const bool isFilled = !style.fills.isEmpty();

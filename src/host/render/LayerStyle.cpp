@@ -45,14 +45,24 @@ Paint readPaint(const SketchJson& json) {
           .opacity = std::clamp(numberIn(context, "opacity", 1), 0.0, 1.0)};
 }
 
+/// Units. A shadow that is farther away is in nobody's sight, and one that is spread wider takes
+/// minutes to draw.
+constexpr double kFarthest = 1e6, kWidestSpread = 2000;
+/// No thinner border can be seen, and the dashes of one take for ever.
+constexpr double kThinnestBorder = 1e-4;
+
+double lengthIn(const SketchJson& json, const char* key, double most = kFarthest) {
+  return std::clamp(numberIn(json, key), -most, most);
+}
+
 Shadow readShadow(const SketchJson& json) {
   const SketchJson& context = memberOf(json, "contextSettings");
   QColor color = readColor(memberOf(json, "color"));
   color.setAlphaF(color.alphaF() * float(std::clamp(numberIn(context, "opacity", 1), 0.0, 1.0)));
   return {.color = color,
-          .offset = {numberIn(json, "offsetX"), numberIn(json, "offsetY")},
-          .blurRadius = std::max(0.0, numberIn(json, "blurRadius")),
-          .spread = numberIn(json, "spread"),
+          .offset = {lengthIn(json, "offsetX"), lengthIn(json, "offsetY")},
+          .blurRadius = std::max(0.0, lengthIn(json, "blurRadius")),
+          .spread = lengthIn(json, "spread", kWidestSpread),
           .blendMode = blendModeFrom(integerIn(context, "blendMode"))};
 }
 
@@ -118,7 +128,7 @@ LayerStyle readLayerStyle(const SketchJson& json) {
   eachEnabled(json, "fills", [&](const auto& fill) { style.fills.append(readPaint(fill)); });
   eachEnabled(json, "borders", [&](const SketchJson& border) {
     const double thickness = numberIn(border, "thickness", 1);
-    if (!(thickness > 0)) return;
+    if (!(thickness > kThinnestBorder)) return;
     style.borders.append(
         {readPaint(border),
          choice(border, "position", Border::Position::Center, Border::Position::Outside),
