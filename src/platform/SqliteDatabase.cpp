@@ -25,7 +25,9 @@ void check(sqlite3* connection, int code) {
 }  // namespace
 
 SqliteError::SqliteError(sqlite3* connection)
-    : std::runtime_error(sentence(connection)), code_(sqlite3_errcode(connection)) {}
+    : std::runtime_error(sentence(connection)),
+      code_(sqlite3_errcode(connection)),
+      systemError_(sqlite3_system_errno(connection)) {}
 
 SqliteDatabase::SqliteDatabase(const QString& path) : connection_(nullptr, sqlite3_close) {
   sqlite3* connection = nullptr;

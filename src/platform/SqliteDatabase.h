@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <cerrno>
 #include <memory>
 #include <stdexcept>
 
@@ -17,9 +18,12 @@ class SqliteError : public std::runtime_error {
 
   /// Whether the file's contents are to blame.
   bool isDamage() const { return code_ == SQLITE_CORRUPT || code_ == SQLITE_NOTADB; }
+  /// Whether the file was not there.
+  bool isMissing() const { return code_ == SQLITE_CANTOPEN && systemError_ == ENOENT; }
 
  private:
   int code_;
+  int systemError_;
 };
 
 /// A connection to a database file that exists, for one thread. Opened for reading where writing is

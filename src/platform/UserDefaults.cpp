@@ -106,8 +106,10 @@ enum class Access { Read, Write };
 /// nothing to read where there is no file; to be written, it is made.
 template <class Work>
 bool onFile(const QString& path, Access access, QString* error, const Work& work) {
+  constexpr int kMostTurns = 4;
   const std::scoped_lock lock(callMutex());
-  for (bool first = true;; first = false) {
+  bool first = true;
+  for (int turn = 1;; ++turn) {
     try {
       if (!isThere(path)) {
         if (access == Access::Read) return true;
@@ -124,6 +126,9 @@ bool onFile(const QString& path, Access access, QString* error, const Work& work
         if (!first || !failure.isDamage()) throw;
       }
     } catch (const std::runtime_error& failure) {
+      // Another process has set the file aside between two steps of ours.
+      const auto* const known = dynamic_cast<const SqliteError*>(&failure);
+      if (turn < kMostTurns && known && known->isMissing()) continue;
       complain(QStringLiteral("the settings in %1 cannot be %2: %3")
                    .arg(path, access == Access::Read ? u"read" : u"written",
                         QString::fromUtf8(failure.what())),
@@ -131,6 +136,7 @@ bool onFile(const QString& path, Access access, QString* error, const Work& work
       return false;
     }
     setAside(path);
+    first = false;
   }
 }
 
