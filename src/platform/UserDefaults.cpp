@@ -111,10 +111,12 @@ bool onFile(const QString& path, Access access, QString* error, const Work& work
   bool first = true;
   for (int turn = 1;; ++turn) {
     try {
+      // Looked at once: another process may set the file aside meanwhile.
+      const QFileInfo info(path);
       if (!isThere(path)) {
         if (access == Access::Read) return true;
         makeFile(path);
-      } else if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
+      } else if (info.exists() && !info.isFile()) {
         // Beside a device, a journal would be left, and a device cannot be set aside.
         throw std::runtime_error("it is no regular file");
       }
