@@ -8,13 +8,12 @@
 #include <QTest>
 
 #include "app/panel/PanelColumn.h"
+#include "app/panel/visibleChild.h"
 #include "core/ServerMessages.h"
 #include "platform/Bundle.h"
 
 namespace kelvar::app {
 namespace {
-
-constexpr int kLongest = 10000;
 
 QVariantMap message(int id, const char* text, bool read) {
   return {{QStringLiteral("id"), id},
@@ -33,10 +32,7 @@ class News : public testing::Test {
 
   template <class T>
   T* shown(const char* name) {
-    for (T* found : column_.findChildren<T*>(QLatin1String(name))) {
-      if (found->isVisible()) return found;
-    }
-    return nullptr;
+    return visibleChild<T>(column_, name);
   }
 
   bool bannerReads(const char* text) {

@@ -16,12 +16,11 @@
 #include <QTest>
 
 #include "app/panel/PanelWindow.h"
+#include "app/panel/visibleChild.h"
 #include "host/Pictures.h"
 #include "ui/PopUpButton.h"
 
 namespace kelvar::app {
-
-constexpr int kLongest = 10000;
 
 /// A window over pictures in a folder of its own, used as people do: with the mouse and the keys.
 class Window : public testing::Test {
@@ -89,13 +88,9 @@ class Window : public testing::Test {
     for (const QPoint& corner : corners) click(at(corner.x(), corner.y()));
   }
 
-  /// The one that is in sight: the row has two layouts, and there is a chooser a shape.
   template <class T>
   T* control(const char* name) {
-    for (T* found : window_.findChildren<T*>(QLatin1String(name))) {
-      if (found->isVisible()) return found;
-    }
-    return nullptr;
+    return visibleChild<T>(window_, name);
   }
 
   void press(const char* name) {
