@@ -7,6 +7,7 @@
 #include "host/render/LayerExtent.h"
 #include "host/render/LayerPainter.h"
 #include "host/render/LayerStyle.h"
+#include "platform/ColorProfile.h"
 #include "platform/FontsAtHand.h"
 #include "platform/ImageFile.h"
 
@@ -106,7 +107,8 @@ ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, 
     painter.paintLayer(json, canvas);
   }
   warnings_ = painter.warnings();
-  return std::make_shared<Image>(surface.pixels, QSizeF(surface.pixels.size()) / scale);
+  const QImage pixels = painter.paintsDisplayP3() ? fromDisplayP3(surface.pixels) : surface.pixels;
+  return std::make_shared<Image>(pixels, QSizeF(pixels.size()) / scale);
 }
 
 }  // namespace kelvar

@@ -10,4 +10,9 @@ namespace kelvar {
 /// device links): then the numbers are taken as sRGB, as viewers do.
 QImage toSRgb(const QImage& image, const QByteArray& iccProfile);
 
+/// The picture's colours in other numbers, in the same format; what the other space cannot show
+/// becomes the nearest that it can.
+QImage fromDisplayP3(const QImage& image);
+QImage toDisplayP3(const QImage& image);
+
 }  // namespace kelvar

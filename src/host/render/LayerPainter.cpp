@@ -14,6 +14,8 @@
 #include "host/render/PictureTone.h"
 #include "host/render/StreakBlur.h"
 #include "host/render/SymbolInstance.h"
+#include "host/render/UnreadStyle.h"
+#include "platform/ColorProfile.h"
 
 namespace kelvar::render {
 namespace {
@@ -27,6 +29,8 @@ constexpr int kFirstWithTints = 123;
 constexpr int kMostDashes = 10'000;
 constexpr qsizetype kMostWarnings = 100;
 constexpr double kMostBlur = 500;
+/// A document's "colorSpace"; the others are sRGB and that of whatever screen it is.
+constexpr int kDisplayP3 = 2;
 
 bool isSane(const QRectF& frame) {
   const auto isNear = [](double v) { return std::abs(v) <= kFarthest; };
@@ -129,16 +133,21 @@ LayerStyle withBearableDashes(LayerStyle style, const QPainterPath& outline) {
 LayerPainter::LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures)
     : document_(document),
       withoutPictures_(withoutPictures),
-      documentVersion_(integerIn(document.meta(), "version")) {
-  constexpr int kDisplayP3 = 2;
-  if (integerIn(document.document(), "colorSpace") == kDisplayP3) {
-    warn(u"The document's colors are of Display P3; they are drawn as if they were of sRGB."_s);
-  }
-}
+      documentVersion_(integerIn(document.meta(), "version")),
+      paintsDisplayP3_(integerIn(document.document(), "colorSpace") == kDisplayP3) {}
 
 void LayerPainter::warn(const QString& sentence) {
   if (warnings_.size() > kMostWarnings || warnings_.contains(sentence)) return;
   warnings_.append(warnings_.size() < kMostWarnings ? sentence : u"There is more like that."_s);
+}
+
+void LayerPainter::warnOfUnreadStyle(const SketchJson& layer) {
+  for (const QString& member : unreadMembers(memberOf(layer, "style"))) {
+    if (unreadStyle_.contains(member)) continue;
+    unreadStyle_.insert(member);
+    warn(u"The style of \"%1\" has \"%2\", which is not known here and is left out."_s.arg(
+        textIn(layer, "name"), member));
+  }
 }
 
 bool LayerPainter::hasRoomFor(qint64 pixels, const SketchJson& layer) {
@@ -165,11 +174,13 @@ void LayerPainter::paintRange(const SketchJson& layers, size_t first, size_t las
     return warn(u"Layers are nested too deep; not all of them are drawn."_s);
   }
   const QScopedValueRollback deeper(depth_, depth_ + 1);
+  const QScopedValueRollback<const SketchJson*> inside(below_, nullptr);
   const QList<QPainterPath> outside = canvas.clips;
   const auto breaksChain = [&](size_t i) { return flagIn(layers[i], "shouldBreakMaskChain"); };
   for (size_t i = first; i < last; ++i) {
     const SketchJson& layer = layers[i];
     if (breaksChain(i)) canvas.clips = outside;
+    below_ = i > 0 ? &layers[i - 1] : nullptr;
     paintLayer(layer, canvas);
     if (!flagIn(layer, "hasClippingMask") || !flagIn(layer, "isVisible", true)) continue;
     if (integerIn(layer, "clippingMaskMode") == 0) {
@@ -204,6 +215,7 @@ void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
   const bool isLeaf = hasOutline(subject.layer) || subject.kind == u"text";
   if (isLeaf && reachOnCanvas(subject).isEmpty()) return;
   if (isSketchArtboard(layer)) return paintArtboard(subject);
+  warnOfUnreadStyle(layer);
   const bool leftOutPictures = leavesOutPictures_;
   leavesOutPictures_ = withoutPictures_.contains(textIn(layer, "do_objectID"));
   paintBackgroundBlur(subject);
@@ -229,13 +241,7 @@ QRectF LayerPainter::reachOf(const SketchJson& layer) {
   if (kind == u"symbolInstance") {
     reach |= reachOfInstance(layer);
   } else if (kind == u"text") {
-    const TextRuns runs = readTextRuns(layer);
-    double size = 0;
-    for (const TextRun& run : runs.runs) size = std::max(size, run.style.size + run.style.kerning);
-    const bool isOneLine = integerIn(layer, "textBehaviour") == 0;
-    const double across = isOneLine ? size * double(runs.text.size()) : 2 * size;
-    const double down = 2 * size * double(1 + runs.text.count(u'\n'));
-    reach.adjust(-across, -2 * size, across, down);
+    reach = reachOfText(layer);
   } else if (!hasOutline(layer)) {
     reach |= reachOfContents(layer);
   }
@@ -252,12 +258,27 @@ QRectF LayerPainter::reachOf(const SketchJson& layer) {
   return sketchTransform(layer).mapRect(shadows.adjusted(-margin, -margin, margin, margin));
 }
 
+QRectF LayerPainter::reachOfText(const SketchJson& text) const {
+  const TextRuns runs = readTextRuns(text);
+  double size = 0;
+  for (const TextRun& run : runs.runs) size = std::max(size, run.style.size + run.style.kerning);
+  const bool isOneLine = integerIn(text, "textBehaviour") == 0;
+  const double across = isOneLine ? size * double(runs.text.size()) : 2 * size;
+  const double down = 2 * size * double(1 + runs.text.count(u'\n'));
+  const QRectF straight =
+      QRectF({0, 0}, rectIn(text, "frame").size()).adjusted(-across, -2 * size, across, down);
+  const QRectF along = pathUnder(text).boundingRect();
+  return along.isEmpty() ? straight : straight | along.adjusted(-down, -down, down, down);
+}
+
 QRectF LayerPainter::reachOfContents(const SketchJson& container) {
   if (depth_ >= kMostDepth) return {};
   const QScopedValueRollback deeper(depth_, depth_ + 1);
   QRectF reach;
+  const QScopedValueRollback<const SketchJson*> inside(below_, nullptr);
   for (const SketchJson& layer : listIn(container, "layers")) {
     if (layer.is_object()) reach |= reachOf(layer);
+    below_ = &layer;
   }
   return reach;
 }
@@ -276,8 +297,7 @@ QRectF LayerPainter::reachOfInstance(const SketchJson& instance) {
 QRect LayerPainter::reachOnCanvas(const Subject& subject) {
   const QTransform toPicture = sketchTransform(subject.layer).inverted() * subject.canvas.toPicture;
   const QRectF reach = toPicture.mapRect(reachOf(subject.layer));
-  const QRectF seen = subject.canvas.surface->rect();
-  return (reach & seen).toAlignedRect().intersected(subject.canvas.surface->rect());
+  return touchedPixels(reach, 0, subject.canvas.surface->rect());
 }
 
 bool LayerPainter::tints(const Subject& subject) const {
@@ -455,8 +475,8 @@ void LayerPainter::paintWith(const Paint& paint, const QPainterPath& area, const
     painter.setOpacity(paint.opacity);
     return paintArea(&painter, area, paint, box, picture);
   }
-  const QRect rect = canvas.toPicture.mapRect(area.boundingRect()).toAlignedRect();
-  Surface alone = Surface::of(rect.intersected(canvas.surface->rect()));
+  Surface alone = Surface::of(
+      touchedPixels(canvas.toPicture.mapRect(area.boundingRect()), 0, canvas.surface->rect()));
   if (alone.isEmpty()) return;
   begin(&painter, {&alone, canvas.toPicture, {}});
   paintArea(&painter, area, paint, box, picture);
@@ -547,10 +567,7 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
         subject.canvas.toPicture.map(sketchTransform(subject.layer).inverted().map(outline));
     const double deviation = std::min(glass.radius * scaleOf(subject.canvas.toPicture), kMostBlur);
     const int reach = blurReach(deviation);
-    const QRect rect = place.boundingRect()
-                           .toAlignedRect()
-                           .adjusted(-reach, -reach, reach, reach)
-                           .intersected(subject.canvas.surface->rect());
+    const QRect rect = touchedPixels(place.boundingRect(), reach, subject.canvas.surface->rect());
     if (rect.isEmpty()) continue;
     const QPoint origin = subject.canvas.surface->origin;
     Surface seen{subject.canvas.surface->pixels.copy(rect.translated(-origin)), rect.topLeft()};
@@ -564,8 +581,15 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
   }
 }
 
+QPainterPath LayerPainter::pathUnder(const SketchJson& text) const {
+  if (!below_ || !flagIn(text, "automaticallyDrawOnUnderlyingPath")) return {};
+  const QTransform toText = sketchTransform(*below_) * sketchTransform(text).inverted();
+  return toText.map(layerOutline(*below_));
+}
+
 TextShape LayerPainter::textOf(const SketchJson& layer) {
-  const TextBox box = readTextBox(layer);
+  TextBox box = readTextBox(layer);
+  box.path = pathUnder(layer);
   const bool frameTells = box.fitsText && box.behaviour == TextBox::Behaviour::AutoWidth;
   if (!frameTells && !measures_) measures_ = measureFonts(document_);
   const TextRuns runs = readTextRuns(layer);
@@ -584,7 +608,9 @@ void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs,
     warn(u"Some characters of \"%1\" are in no font here."_s.arg(name));
   }
   if (flagIn(layer, "automaticallyDrawOnUnderlyingPath")) {
-    warn(u"\"%1\" runs along the path below it; it is drawn straight."_s.arg(name));
+    warn((pathUnder(layer).isEmpty() ? u"There is no shape below \"%1\" for it to run along."_s
+                                     : u"Where on the path below it \"%1\" begins is a guess."_s)
+             .arg(name));
   }
   if (std::any_of(runs.runs.begin(), runs.runs.end(),
                   [](const TextRun& run) { return run.style.hasVariations; })) {
@@ -663,7 +689,12 @@ QPainterPath LayerPainter::maskOutline(const SketchJson& layer) {
 
 ImageRef LayerPainter::pictureOf(const SketchJson& reference) {
   const ImageRef picture = document_.image(reference);
-  if (picture && picture->isValid()) return picture;
+  if (picture && picture->isValid()) {
+    if (!paintsDisplayP3_) return picture;
+    ImageRef& inDisplayP3 = inDisplayP3_[picture];
+    if (!inDisplayP3) inDisplayP3 = std::make_shared<Image>(toDisplayP3(picture->pixels()));
+    return inDisplayP3;
+  }
   warn(u"A picture is missing or cannot be read: %1."_s.arg(textIn(reference, "_ref")));
   return nullptr;
 }

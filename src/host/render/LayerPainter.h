@@ -40,6 +40,10 @@ class LayerPainter {
 
   const QStringList& warnings() const { return warnings_; }
 
+  /// Whether the document's colours, and so those of the canvas, are numbers of Display P3 rather
+  /// than sRGB.
+  bool paintsDisplayP3() const { return paintsDisplayP3_; }
+
  private:
   /// A layer with what is read of it, on the canvas of its own coordinates.
   struct Subject {
@@ -75,21 +79,32 @@ class LayerPainter {
   QPainterPath maskOutline(const SketchJson& layer);
   Caster casterOf(const Subject& subject, const QPainterPath& outline) const;
   TextShape textOf(const SketchJson& layer);
+  /// What the text runs along, in its coordinates: the shape below it, where it asks for that.
+  QPainterPath pathUnder(const SketchJson& text) const;
   void warnOfText(const SketchJson& layer, const TextRuns& runs, const TextShape& shape);
   QRectF reachOf(const SketchJson& layer);
   QRectF reachOfContents(const SketchJson& container);
+  QRectF reachOfText(const SketchJson& text) const;
   QRectF reachOfInstance(const SketchJson& instance);
   QRect reachOnCanvas(const Subject& subject);
   bool tints(const Subject& subject) const;
   ImageRef pictureOf(const SketchJson& reference);
   void warn(const QString& sentence);
+  /// Of each kind of thing once, with the first layer that has it.
+  void warnOfUnreadStyle(const SketchJson& layer);
   /// Whether that many pixels can be held; else the layer is drawn without.
   bool hasRoomFor(qint64 pixels, const SketchJson& layer);
 
   const SketchDocument& document_;
   const QSet<QString>& withoutPictures_;
   const int documentVersion_;
+  const bool paintsDisplayP3_;
+  /// Pictures in those colours.
+  std::map<ImageRef, ImageRef> inDisplayP3_;
   QStringList warnings_;
+  QSet<QString> unreadStyle_;
+  /// The layer under the one that is drawn or measured, if any.
+  const SketchJson* below_ = nullptr;
   QStringList openSymbols_;
   int layersLeft_ = kMostLayers;
   int measuresLeft_ = kMostMeasures;

@@ -66,8 +66,9 @@ Shadow readShadow(const SketchJson& json) {
           .blendMode = blendModeFrom(integerIn(context, "blendMode"))};
 }
 
+/// Later kinds, such as glass, change what is seen through the layer and leave the layer sharp.
 Blur readBlur(const SketchJson& json) {
-  return {.kind = choice(json, "type", Blur::Kind::Gaussian, Blur::Kind::Background),
+  return {.kind = Blur::Kind(std::clamp(integerIn(json, "type"), 0, int(Blur::Kind::Background))),
           .radius = std::max(0.0, numberIn(json, "radius")),
           .saturation = numberIn(json, "saturation", 1),
           .angle = numberIn(json, "motionAngle"),

@@ -10,6 +10,8 @@ namespace {
 
 /// More blur than this cannot be told from it, and takes memory.
 constexpr double kMostDeviation = 500;
+/// Pixels. What is farther away or wider is not on any canvas, or is all of it.
+constexpr double kFarthest = 1e8;
 
 double deviationOf(const Shadow& shadow, double scale) {
   return std::min(shadow.blurRadius / 2 * scale, kMostDeviation);
@@ -62,11 +64,12 @@ void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const
   const double deviation = deviationOf(shadow, scale), spread = shadow.spread * scale;
   const int reach = blurReach(deviation) + 1;
   const QPointF offset = shadow.offset * scale;
-  const int wide = reach + int(std::ceil(std::max(0.0, spread)));
+  if (!(offset.manhattanLength() < kFarthest)) return;
+  const int wide = reach + int(std::ceil(std::clamp(spread, 0.0, kFarthest)));
   // Only what can still darken the canvas is drawn.
   const QRect needed =
       grown(QRectF(canvas.surface->rect()).translated(-offset).toAlignedRect(), reach);
-  Surface cast = Surface::of(grown(caster.bounds.toAlignedRect(), wide).intersected(needed));
+  Surface cast = Surface::of(touchedPixels(caster.bounds, wide, needed));
   if (cast.isEmpty()) return;
   caster.draw(&cast, spread);
   blur(&cast.pixels, deviation);
@@ -85,8 +88,8 @@ void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double 
                       const Canvas& canvas) {
   if (shadow.color.alpha() == 0) return;
   const double deviation = deviationOf(shadow, scale), spread = shadow.spread * scale;
-  const QRect inside =
-      grown(outline.boundingRect().toAlignedRect(), 1).intersected(canvas.surface->rect());
+  const QRect inside = touchedPixels(outline.boundingRect(), 1, canvas.surface->rect());
+  if (inside.isEmpty()) return;
   Surface rim = Surface::of(grown(inside, blurReach(deviation) + 1));
   if (rim.isEmpty()) return;
   rim.pixels.fill(Qt::black);

@@ -27,6 +27,12 @@ Surface Surface::of(const QRect& rect) {
   return surface;
 }
 
+QRect touchedPixels(const QRectF& area, int margin, const QRect& limits) {
+  // Numbers that no QRect holds are cut off before they become one.
+  const QRectF touched = area.adjusted(-margin, -margin, margin, margin) & QRectF(limits);
+  return touched.toAlignedRect() & limits;
+}
+
 void begin(QPainter* painter, const Canvas& canvas) {
   painter->begin(&canvas.surface->pixels);
   painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);

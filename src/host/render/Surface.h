@@ -22,6 +22,10 @@ struct Surface {
   bool isEmpty() const { return pixels.isNull(); }
 };
 
+/// The whole pixels of `limits` that `area` or what lies within `margin` of it touches, for areas
+/// of any size and at any place.
+QRect touchedPixels(const QRectF& area, int margin, const QRect& limits);
+
 /// Where and how a layer is drawn: a surface, the way from the layer's coordinates to the picture's
 /// pixels, and the outlines, in the picture's pixels, that everything is cut with.
 struct Canvas {

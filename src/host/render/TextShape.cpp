@@ -13,6 +13,7 @@
 #include "host/render/FontChooser.h"
 #include "host/render/GlyphWeight.h"
 #include "host/render/Resizing.h"
+#include "host/render/TextPath.h"
 
 namespace kelvar::render {
 namespace {
@@ -103,6 +104,7 @@ QString withCase(const QString& text, CharacterStyle::Case letters) {
 class Typesetter {
  public:
   Typesetter(const TextRuns& runs, const TextBox& box, const FontMeasures& measures) : box_(box) {
+    if (!box.path.isEmpty()) path_.emplace(box.path);
     for (const TextRun& run : runs.runs) addRun(run, runs.text, measures);
     text_.replace(QChar::CarriageReturn, QChar::LineFeed);
   }
@@ -121,6 +123,7 @@ class Typesetter {
     }
     shape_.size.setHeight(y);
     alignLines();
+    if (path_) return shape_;
     moveDown(y);
     fitInk();
     return shape_;
@@ -297,6 +300,10 @@ class Typesetter {
     if (start == end) metrics = first.metrics;
     const double height = lineHeight(metrics.height(), runAt(start).style.paragraph);
     const double baseline = y + baselineIn(height, metrics);
+    if (lines_.isEmpty()) {
+      firstBaseline_ = baseline;
+      if (path_) pathStart_ = path_->nearestTo({0, baseline});
+    }
     const qsizetype firstArea = shape_.areas.size();
     addGlyphs(line, paragraph, baseline);
     const ParagraphStyle& style = first.style.paragraph;
@@ -327,10 +334,18 @@ class Typesetter {
               for (const QGlyphRun& glyphs : line.glyphRuns(int(at - paragraph), int(length))) {
                 addGlyphRun(glyphs, line.ascent() + line.y(), y, run, &area);
               }
-              addLinesAlong(line, run, at - paragraph, length, y, &area.path);
+              if (!path_) addLinesAlong(line, run, at - paragraph, length, y, &area.path);
               area.path.setFillRule(Qt::WindingFill);
               shape_.areas.append(area);
             });
+  }
+
+  /// Where a glyph goes that would stand at `at` on a straight line.
+  std::optional<QTransform> placeOf(const QPointF& at, double advance) const {
+    if (!path_) return QTransform::fromTranslate(at.x(), at.y());
+    const auto place = path_->placeAt(pathStart_, at.x() + advance / 2);
+    if (!place) return {};
+    return QTransform::fromTranslate(-advance / 2, at.y() - firstBaseline_) * *place;
   }
 
   void addGlyphRun(const QGlyphRun& glyphs, double layoutBaseline, double baseline,
@@ -339,18 +354,20 @@ class Typesetter {
     const bool hasTwins = !run.twins.isEmpty() && font.familyName() == run.font.family();
     const QList<quint32> indexes = glyphs.glyphIndexes();
     const QList<QPointF> positions = glyphs.positions();
+    const QList<QPointF> advances = font.advancesForGlyphIndexes(indexes);
     const bool isColored = !font.fontTable("CBDT").isEmpty() || !font.fontTable("COLR").isEmpty();
     for (qsizetype i = 0; i < indexes.size(); ++i) {
       const double x = positions[i].x() / kZoom;
       const double y = baseline + (positions[i].y() - layoutBaseline) / kZoom;
-      const QTransform toText(1 / kZoom, 0, 0, 1 / kZoom, x, y);
+      const auto place = placeOf({x, y}, advances.value(i).x() / kZoom);
+      if (!place) continue;
+      const QTransform toText = QTransform::fromScale(1 / kZoom, 1 / kZoom) * *place;
       const quint32 twin = hasTwins ? run.twins.value(indexes[i]) : 0;
       const QPainterPath glyph =
           twin != 0 ? run.outlines.pathForGlyph(twin) : font.pathForGlyph(indexes[i]);
       if (indexes[i] == 0) shape_.lacksCharacters = true;
       if (isColored && glyph.isEmpty()) {
-        area->emblems.append(
-            {font, indexes[i], font.pixelSize() / kZoom, QTransform::fromTranslate(x, y)});
+        area->emblems.append({font, indexes[i], font.pixelSize() / kZoom, *place});
         continue;
       }
       area->path.addPath(toText.map(reweighted(glyph, run.boldness * kZoom, font.capHeight())));
@@ -379,6 +396,7 @@ class Typesetter {
     const double stretch =
         isStretched ? std::clamp((box_.size.width() - 0.5) / widest, 0.6, 1.5) : widths_;
     shape_.size.setWidth(widest * stretch);
+    if (path_) return;
     for (const Line& line : lines_) {
       const double spare =
           box_.size.width() - line.width * stretch - line.indent - line.rightIndent;
@@ -424,6 +442,8 @@ class Typesetter {
   }
 
   const TextBox& box_;
+  std::optional<TextPath> path_;
+  double pathStart_ = 0, firstBaseline_ = 0;
   double widths_ = 1;  ///< The host's over those of the font at hand.
   QString text_;
   QList<FontRun> runs_;
@@ -444,6 +464,7 @@ TextBox readTextBox(const SketchJson& layer) {
           .vertical = TextBox::Vertical(std::clamp(vertical, 0, 2)),
           .hasOldLineSpacing = isOld,
           .fitsText = !flagIn(layer, kHasForeignFrame),
+          .path = {},
           // Old documents have the lines' extents in its place.
           .ink = isOld ? QRectF() : textRectIn(layer, "glyphBounds")};
 }

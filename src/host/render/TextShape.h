@@ -27,11 +27,14 @@ struct TextBox {
   bool hasOldLineSpacing = false;
   /// Whether the frame was made for this text.
   bool fitsText = true;
+  /// What the baseline runs along in place of straight on, from the point nearest to its start; in
+  /// the layer's coordinates. Empty for none.
+  QPainterPath path = {};
   /// What the glyphs cover, as the host measured it; empty where it is not known.
   QRectF ink;
 };
 
-/// Of a text layer's JSON.
+/// Of a text layer's JSON, without the path.
 TextBox readTextBox(const nlohmann::ordered_json& layer);
 
 /// A text set in lines: outlines of its glyphs and of the lines drawn along them, from the layer's

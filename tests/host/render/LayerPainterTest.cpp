@@ -435,6 +435,33 @@ TEST(LayerPainter, Bitmaps) {
   EXPECT_EQ(drawDocument(withPicture({lost}), 40, 40).warnings.size(), 1);
 }
 
+/// The expected numbers by the spaces' primaries and the curve that both have.
+TEST(LayerPainter, DisplayP3BecomesSRgb) {
+  const QColor dull = QColor::fromRgbF(0.5f, 0.3f, 0.3f);
+  TinyDocument tiny = withPicture(
+      {rectangle(0, 0, 10, 10, filled(dull)), rectangle(10, 0, 10, 10, filled(Qt::white)),
+       rectangle(20, 0, 10, 10, filled(QColor(0, 255, 0, 128))),
+       with(layer("bitmap", frame(0, 10, 40, 20)), {{"image", kPicture}})});
+  tiny.document["colorSpace"] = 2;
+  const Drawing drawing = drawDocument(tiny, 40, 40);
+  const struct {
+    QPoint at;
+    QColor color;
+  } probes[] = {{{5, 5}, QColor(136, 73, 75)},
+                {{15, 5}, Qt::white},
+                {{25, 5}, QColor(0, 255, 0, 128)},
+                {{5, 20}, kRed},
+                {{35, 20}, kBlue},
+                {{20, 35}, kNothing}};
+  for (const auto& [at, color] : probes) {
+    const QColor got = drawing.image.pixelColor(at);
+    for (const auto part : {&QColor::red, &QColor::green, &QColor::blue, &QColor::alpha}) {
+      EXPECT_NEAR((got.*part)(), (color.*part)(), 2) << at.x() << ", " << at.y();
+    }
+  }
+  EXPECT_EQ(drawing.warnings, QStringList());
+}
+
 /// A third less light, of the picture alone.
 TEST(LayerPainter, TonesPictures) {
   SketchJson style;
@@ -666,9 +693,6 @@ TEST(LayerPainter, NamesWhatIsNotSupported) {
                                   rectangle(1e300, 0, 10, 10, filled(kRed))}) {
     EXPECT_EQ(draw({layer}, 40, 40).warnings.size(), 1) << layer.dump();
   }
-  TinyDocument wide;
-  wide.document["colorSpace"] = 2;
-  EXPECT_EQ(drawDocument(wide, 40, 40).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({change("B_layerStyle", "LOST")})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({change("B_volume", "11")})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({}, {{"verticalSpacing", 4}})}).warnings.size(), 1);
@@ -711,17 +735,43 @@ TEST(LayerPainter, DrawsColoredEmoji) {
   }
 }
 
+/// Black, in Roboto of 12.
+SketchJson text(const char* string, const SketchJson& members, const SketchJson& axes) {
+  SketchJson run = {{"_class", "stringAttribute"}, {"location", 0}};
+  run["length"] = QString::fromUtf8(string).size();
+  SketchJson& font = run["attributes"]["MSAttributedStringFontAttribute"]["attributes"];
+  font = {{"name", "Roboto-Regular"}, {"size", 12}};
+  if (axes.is_object()) font["variation"] = axes;
+  SketchJson layer = kelvar::render::layer("text", frame(0, 0, 40, 20));
+  layer["attributedString"] = {{"_class", "attributedString"}, {"string", string}};
+  layer["attributedString"]["attributes"] = SketchJson::array({run});
+  return with(layer, members);
+}
+
+/// Upwards along a line at the right, from the middle of it, as its frame lies nearest to that.
+TEST(LayerPainter, TextRunsAlongTheShapeBelowIt) {
+  SketchJson line = layer("shapePath", frame(60, 0, 1, 80));
+  line["isClosed"] = false;
+  line["points"] = parts::points({{0, 1, 0}, {0, 0, 0}});
+  const SketchJson along = text(
+      "HHHHH", {{"automaticallyDrawOnUnderlyingPath", true}, {"frame", frame(0, 26, 40, 20)}}, {});
+  for (const SketchJson& drawn : {along, with(along, {{"hasClippingMask", true}})}) {
+    const Drawing drawing = draw({line, drawn}, 80, 80);
+    QRect ink;
+    for (int y = 0; y < 80; ++y) {
+      for (int x = 0; x < 80; ++x) {
+        if (drawing.at(x, y).alpha() > 64) ink |= QRect(x, y, 1, 1);
+      }
+    }
+    EXPECT_NEAR(ink.left(), 60 - 9, 1);  // A capital's height.
+    EXPECT_EQ(ink.right(), 59);
+    EXPECT_NEAR(ink.bottom(), 37, 2);
+    EXPECT_NEAR(ink.top(), 1, 2);  // The last letter would pass the end.
+    EXPECT_EQ(drawing.warnings.size(), 1) << qPrintable(drawing.warnings.join(u'\n'));
+  }
+}
+
 TEST(LayerPainter, NamesWhatIsNotSupportedOfTexts) {
-  const auto text = [](const char* string, const SketchJson& members, const SketchJson& axes) {
-    SketchJson run = {{"_class", "stringAttribute"}, {"location", 0}, {"length", 2}};
-    SketchJson& font = run["attributes"]["MSAttributedStringFontAttribute"]["attributes"];
-    font = {{"name", "Roboto-Regular"}, {"size", 12}};
-    if (axes.is_object()) font["variation"] = axes;
-    SketchJson layer = kelvar::render::layer("text", frame(0, 0, 40, 20));
-    layer["attributedString"] = {{"_class", "attributedString"}, {"string", string}};
-    layer["attributedString"]["attributes"] = SketchJson::array({run});
-    return with(layer, members);
-  };
   const struct {
     SketchJson layer;
     int warnings;

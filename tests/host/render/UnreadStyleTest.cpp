@@ -1,0 +1,53 @@
+#include "host/render/UnreadStyle.h"
+
+#include <gtest/gtest.h>
+
+#include "host/render/TinyDocument.h"
+
+namespace kelvar::render {
+namespace {
+
+TEST(UnreadStyle, NamesWhatIsAskedForAndNotKnown) {
+  const struct {
+    const char* style;
+    QStringList unread;
+  } cases[] = {
+      {R"({"_class":"style","do_objectID":"A","windingRule":1,"miterLimit":10,"fills":[]})", {}},
+      {R"({"_class":"style","fills":[{"_class":"fill","fillType":5,"noiseIndex":3}]})", {}},
+      {R"({"_class":"style","borders":[{"_class":"border","sides":[1,0,0,0],"thickness":2}]})",
+       {QStringLiteral("borders.sides")}},
+      {R"({"_class":"style","borders":[{"_class":"border","isEnabled":false,"sides":[1]}]})", {}},
+      {R"({"_class":"style","blurs":[{"_class":"blur","type":4,"gradient":{"stops":[]}}]})",
+       {QStringLiteral("blurs.type 4"), QStringLiteral("blurs.gradient")}},
+      {R"({"_class":"style","blur":{"_class":"blur","isProgressive":false,"later":{}}})", {}},
+      {R"({"_class":"style","glow":{"isEnabled":false},"halo":{"isEnabled":true}})",
+       {QStringLiteral("halo")}},
+  };
+  for (const auto& [style, unread] : cases) {
+    EXPECT_EQ(unreadMembers(SketchJson::parse(style)), unread) << style;
+  }
+}
+
+TEST(UnreadStyle, IsNamedOncePerKindOfThing) {
+  const SketchJson style = SketchJson::parse(
+      R"({"_class":"style","fills":[{"_class":"fill","mesh":1,"color":{"red":1}}]})");
+  const Drawing drawing =
+      draw({rectangle(0, 0, 10, 10, style), rectangle(9, 9, 9, 9, style)}, 20, 20);
+  EXPECT_EQ(drawing.at(15, 15), QColor(Qt::red));
+  ASSERT_EQ(drawing.warnings.size(), 1);
+  EXPECT_TRUE(drawing.warnings[0].contains(QStringLiteral("\"fills.mesh\"")));
+}
+
+/// What is behind the layer is blurred, not what is in it.
+TEST(UnreadStyle, KindsOfBlurThatCameLaterLeaveTheLayerSharp) {
+  const SketchJson style =
+      with(filled(Qt::red),
+           {{"_class", "style"},
+            {"blurs", SketchJson::array({{{"_class", "blur"}, {"type", 7}, {"radius", 9}}})}});
+  const Drawing drawing = draw({rectangle(10, 10, 20, 20, style)}, 40, 40);
+  EXPECT_EQ(drawing.at(10, 10), QColor(Qt::red));
+  EXPECT_EQ(drawing.at(9, 9).alpha(), 0);
+}
+
+}  // namespace
+}  // namespace kelvar::render
