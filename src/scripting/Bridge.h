@@ -184,7 +184,7 @@ class Bridge {
   std::list<std::pair<Bridge*, const ClassInfo*>> classes_;
   size_t facesMade_ = 0;
   /// Objects that were given a delegate, and their faces that live on without the script.
-  QSet<const Object*> delegating_;
+  QSet<Object*> delegating_;
   QSet<JSObjectRef> kept_;
   JSValueRef thrown_ = nullptr;
 

@@ -98,8 +98,8 @@ void Bridge::keep(JSObjectRef face, bool isNeeded) {
 
 /// Nobody but its face holds an object that waits for nothing.
 void Bridge::keepWhatIsAtWork() {
-  for (const Object* const each : delegating_) {
-    const auto known = objects_.find(const_cast<Object*>(each));
+  for (Object* const each : delegating_) {
+    const auto known = objects_.find(each);
     const JSObjectRef face = known == objects_.end() ? nullptr : JSWeakGetObject(known->second);
     if (face) keep(face, heldBy(face)->object.use_count() > 1);
   }

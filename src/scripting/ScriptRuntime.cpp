@@ -42,17 +42,17 @@ size_t memoryInUse() {
 template <class Evaluate>
 void forEachPiece(JSContextRef context, const QStringList& pieces, const QString& file,
                   Evaluate evaluate) {
-  static const QRegularExpression kStrict(uR"(^\s*(["'])use strict\1)"_s);
+  // Comments may stand before it.
+  static const QRegularExpression kStrict(
+      uR"(^(?:\s|//[^\n]*|/\*[\s\S]*?\*/)*+(["'])use strict\1)"_s);
   const bool isStrict = kStrict.match(pieces.first()).hasMatch();
   int line = 1;
   for (const QString& piece : pieces) {
     // The engine does not tell the place of an exception in a script's very first expression.
     // Before "use strict" and #! nothing may stand.
-    const QString start = piece.trimmed().left(1);
-    const bool goesOn = line > 1 && isStrict;
-    const QString whole = goesOn                      ? u"'use strict';"_s + piece
-                          : u"\"'#"_s.contains(start) ? piece
-                                                      : u';' + piece;
+    const QString whole = isStrict && line > 1                 ? u"'use strict';"_s + piece
+                          : isStrict || piece.startsWith(u'#') ? piece
+                                                               : u';' + piece;
     JSValueRef exception = nullptr;
     evaluate(context, EngineString(whole), EngineString(file), line, &exception);
     if (exception) throw Bridge::Thrown{exception};

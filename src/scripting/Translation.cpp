@@ -236,10 +236,15 @@ class Translator {
       out += take(1);
       return;
     }
+    const bool begins = isStatement(out);
+    QString call =
+        QString::fromLatin1(kImportFunction) + u'(' + withoutLastBlanks(between) + string() + u')';
+    const QStringView rest = QStringView(text_).sliced(at_);
+    const auto next =
+        std::find_if_not(rest.begin(), rest.end(), [](QChar c) { return c.isSpace(); });
     // It ends here also before a line that would go on with what it gives.
-    const QString call = QString::fromLatin1(kImportFunction) + u'(' + withoutLastBlanks(between) +
-                         string() + u");"_s;
-    if (isStatement(out)) {
+    if (next == rest.end() || *next != u';') call += u';';
+    if (begins) {
       pieces_ << std::exchange(out, QString()) << call;
     } else {
       out += call;
@@ -248,10 +253,11 @@ class Translator {
     last_ = u";"_s;
   }
 
-  /// Whether what comes next begins a line outside all brackets.
+  /// Whether what comes next begins a statement, and a line, outside all brackets.
   bool isStatement(const QString& before) const {
     const QStringView line = QStringView(before).sliced(before.lastIndexOf(u'\n') + 1);
-    return depth_ == 1 &&
+    const bool ended = operand_ || last_.isEmpty() || last_ == u";"_s || last_ == u"}"_s;
+    return depth_ == 1 && ended &&
            std::all_of(line.begin(), line.end(), [](QChar c) { return c.isSpace() || c == u';'; });
   }
 

@@ -259,6 +259,8 @@ void PanelWindow::makeToolBar() {
 
 void PanelWindow::open(const QString& file, const DocumentMockup::Choice& choice) {
   say(QStringLiteral("Opening %1…").arg(nameOf(file)));
+  selectionBefore_.clear();
+  reloading_.reset();
   if (SketchDocument::hasKnownEnding(file)) return openDocument(file, choice);
   Arrangement arrangement;
   arrangement.photo = QFileInfo(file).absoluteFilePath();
@@ -312,6 +314,11 @@ void PanelWindow::opened(const BackgroundDrawing::Result& result) {
     // What is open may have been changed meanwhile.
     if (mockup_) drawing_.draw(mockup_, requested_);
     return;
+  }
+  const auto before = std::exchange(reloading_, std::nullopt);
+  if (before && before->shapes != model_.arrangement().shapes) {
+    drawing_.draw(mockup_, requested_);
+    return askWhichToKeep();
   }
   errorBar_->hide();
   welcome_->hide();
@@ -514,8 +521,10 @@ void PanelWindow::documentDidChangeOnDisk() {
 }
 
 void PanelWindow::reload() {
+  const Arrangement before = model_.arrangement();
+  open(file_, {.artboardBefore = before.artboard});
   selectionBefore_ = model_.selection();
-  open(file_, {.artboardBefore = model_.arrangement().artboard});
+  reloading_ = before;
 }
 
 void PanelWindow::askWhichToKeep() {

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <functional>
+#include <optional>
 
 #include "app/panel/ArtboardChooser.h"
 #include "app/panel/BackgroundDrawing.h"
@@ -114,6 +115,8 @@ class PanelWindow : public QMainWindow {
   QStringList waitingDesigns_;
   /// Selected again after a reload.
   QStringList selectionBefore_;
+  /// What was there when the document began to be read again; a change since then is asked about.
+  std::optional<Arrangement> reloading_;
   QMap<QString, ImageRef> thumbnails_;
   FileWatch watch_;
   QPointer<QMessageBox> diskQuestion_;

@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLoggingCategory>
+#include <QScopeGuard>
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
@@ -158,12 +159,6 @@ QVariantList chosenLayers(const kelvar::SketchDocumentRef& document, const Argum
   fail(told);
 }
 
-void tellWarnings(const kelvar::SketchDocument& document) {
-  for (const QString& warning : document.warnings()) {
-    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(kelvar::app::printable(warning)));
-  }
-}
-
 /// A script by itself needs no function.
 bool callHandler(ScriptRuntime& runtime, const kelvar::PluginCommandRef& command,
                  const QVariantMap& context) {
@@ -202,12 +197,12 @@ void run(const Arguments& arguments) {
   runtime.setMemoryLimit(mostMemory());
   guard(mostMemory() + mostMemory() / 4, arguments.timeout);
   running = &runtime;
+  const auto forget = qScopeGuard([] { running = nullptr; });
   std::signal(SIGINT, interrupt);
   runtime.setGlobal(u"context"_s, context);
   const bool done =
       runtime.evaluateFile(script) && callHandler(runtime, command, context) && runtime.run();
-  running = nullptr;
-  if (document) tellWarnings(*document);
+  if (document) kelvar::app::tellWarnings(document->warnings());
   if (!done) tell(*runtime.failure());
 }
 

@@ -160,11 +160,9 @@ TEST_F(DocumentWindow, AsksWhichOfTwoChangesToKeep) {
   replaceDocument("flipped.sketch");
   answer(QStringLiteral("Decide Later"));
   EXPECT_FALSE(glass().flipped);
-  ASSERT_TRUE(wait([&] { return !window_.findChild<QMessageBox*>(); }));
   window_.saveAs(path("doc.sketch"));
   answer(QStringLiteral("Keep Mine"));
   EXPECT_EQ(bytes("doc.sketch"), bytes("flipped.sketch")) << "asked, not replaced";
-  ASSERT_TRUE(wait([&] { return !window_.findChild<QMessageBox*>(); }));
   window_.saveAs(path("doc.sketch"));
   ASSERT_TRUE(wait([&] { return !model().isModified(); })) << error().toStdString();
   EXPECT_EQ(remembered("doc.sketch"), QStringLiteral("0 0"));
@@ -174,6 +172,47 @@ TEST_F(DocumentWindow, AsksWhichOfTwoChangesToKeep) {
   answer(QStringLiteral("Reload"));
   EXPECT_TRUE(wait([&] { return glass().flipped && settled(); })) << error().toStdString();
   EXPECT_FALSE(model().isModified());
+}
+
+/// Presses a button as soon as a document is being read, before anything that comes of it.
+class PressedWhileReading : public QObject {
+ public:
+  PressedWhileReading(const QWidget& window, QAbstractButton* button) : button_(button) {
+    for (QLabel* const label : window.findChildren<QLabel*>()) labels_.append(label);
+    qApp->installEventFilter(this);
+  }
+  bool eventFilter(QObject*, QEvent*) override {
+    const bool isReading = std::any_of(labels_.begin(), labels_.end(), [](const auto& label) {
+      return label && label->text().startsWith(QStringLiteral("Opening"));
+    });
+    if (!isReading) return false;
+    labels_.clear();
+    isDone_ = true;
+    button_->click();
+    return false;
+  }
+  bool isDone() const { return isDone_; }
+
+ private:
+  QList<QPointer<QLabel>> labels_;
+  QAbstractButton* button_;
+  bool isDone_ = false;
+};
+
+TEST_F(DocumentWindow, AsksAboutWhatIsChangedWhileTheDiskIsRead) {
+  ASSERT_EQ(map({QStringLiteral("--flip")}, "flipped.sketch"), 0);
+  ASSERT_EQ(map({}, "doc.sketch"), 0);
+  openDocument();
+  clickGlass();
+  auto* const rotate = control<QAbstractButton>("layerRotateButton");
+  ASSERT_TRUE(rotate && wait([&] { return rotate->isEnabled(); }));
+  const PressedWhileReading pressed(window_, rotate);
+  replaceDocument("flipped.sketch");
+  ASSERT_TRUE(wait([&] { return pressed.isDone(); }));
+  answer(QStringLiteral("Keep Mine"));
+  ASSERT_TRUE(wait([&] { return settled(); }));
+  EXPECT_FALSE(glass().flipped);
+  EXPECT_EQ(glass().rotation, 1);
 }
 
 TEST_F(DocumentWindow, KeepsItsChangesWhenTheDiskHasADamagedFile) {

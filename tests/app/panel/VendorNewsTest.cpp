@@ -98,11 +98,12 @@ TEST_F(News, AVeryLongMessageLeavesTheWindowItsSize) {
   column_.show();
   news.start();
   ASSERT_TRUE(bannerReads(text.toLatin1()));
-  QTest::qWait(50);
+  const QLabel& label = *shown<QLabel>("softMessageLabel");
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return label.height() >= label.heightForWidth(label.width()) - 1; }, kLongest))
+      << "all of it can be read";
   EXPECT_LT(column_.minimumSizeHint().height(), 300);
   EXPECT_EQ(column_.height(), 500);
-  const QLabel& label = *shown<QLabel>("softMessageLabel");
-  EXPECT_GE(label.height(), label.heightForWidth(label.width()) - 1) << "all of it can be read";
 }
 
 TEST_F(News, OffersOnlyWhatOpensSomething) {

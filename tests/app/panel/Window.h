@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -128,12 +129,15 @@ class Window : public testing::Test {
     ASSERT_TRUE(wait([&] { return !window_.findChild<QFileDialog*>(); }));
   }
 
-  /// Answers the question that the window asks.
+  /// Answers the question that the window asks, which then goes.
   void answer(const QString& button) {
-    QMessageBox* box = nullptr;
-    ASSERT_TRUE(wait([&] { return (box = window_.findChild<QMessageBox*>()) != nullptr; }));
+    QPointer<QMessageBox> box;
+    ASSERT_TRUE(wait([&] { return !(box = window_.findChild<QMessageBox*>()).isNull(); }));
     for (QAbstractButton* each : box->buttons()) {
-      if (each->text().remove(u'&') == button) return each->click();
+      if (each->text().remove(u'&') != button) continue;
+      each->click();
+      ASSERT_TRUE(wait([&] { return box.isNull(); })) << "the question stays";
+      return;
     }
     FAIL() << "no button " << button.toStdString();
   }
