@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "app/panel/PanelWindow.h"
+#include "app/panel/visibleChild.h"
 #include "ui/PopUpButton.h"
 
 using namespace kelvar;
@@ -25,7 +26,6 @@ using namespace kelvar::app;
 
 namespace {
 
-constexpr int kLongest = 30000;
 constexpr int kTimes = 9;
 
 /// Asks the main thread every millisecond for a sign, and keeps the longest wait for one.
@@ -154,10 +154,7 @@ class Session {
 
   template <class T>
   T* control(const char* name) {
-    for (T* const found : window_.findChildren<T*>(QLatin1String(name))) {
-      if (found->isVisible()) return found;
-    }
-    return nullptr;
+    return visibleChild<T>(window_, name);
   }
 
   QTemporaryDir folder_;

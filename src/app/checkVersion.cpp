@@ -89,8 +89,7 @@ void run(bool json) {
   const KVVersionCheckerRef checker = checkOnce();
   const QString problem = problemOf(*checker);
   if (json) print(report(*checker, problem));
-  if (!problem.isNull())
-    fail(QStringLiteral("the version cannot be checked: ") + printable(problem));
+  if (!problem.isNull()) fail(QStringLiteral("the version cannot be checked: ") + problem);
   if (!json) print(sentence(*checker).toUtf8());
 }
 

@@ -124,7 +124,7 @@ void run(std::optional<qint64> read, bool json) {
   const QVariantList messages = store->objectForKey(key()).toList();
   if (!store->problem().isEmpty()) fail(store->problem());
   list(messages, json);
-  if (!problem.isNull()) fail(printable(problem));
+  if (!problem.isNull()) fail(problem);
 }
 
 }  // namespace

@@ -37,6 +37,19 @@ QColor backgroundOf(const SketchLayer& layer) {
   return isSeen ? render::readColor(memberOf(json, "backgroundColor")) : Qt::transparent;
 }
 
+/// Why the region cannot be drawn; null when it can.
+QString objectionTo(const SketchLayer& layer, const QRectF& region, double scale) {
+  const QRectF wanted = scaled(region, scale);
+  if (!isHoldable(std::max(1.0, wanted.width()), std::max(1.0, wanted.height()))) {
+    return u"the picture of \"%1\" would be %2 by %3 pixels, which is too large"_s.arg(layer.name())
+        .arg(wanted.width())
+        .arg(wanted.height());
+  }
+  if (region.isEmpty()) return u"there is nothing to draw in \"%1\""_s.arg(layer.name());
+  const bool isNear = std::abs(wanted.x()) < kFarthest && std::abs(wanted.y()) < kFarthest;
+  return isNear ? QString() : u"\"%1\" lies too far away to be drawn"_s.arg(layer.name());
+}
+
 }  // namespace
 
 QRectF ArtboardRenderer::extentOf(const SketchLayer& layer) const {
@@ -55,10 +68,8 @@ ImageRef ArtboardRenderer::render(const SketchLayer& layer, double scale, QStrin
 }
 
 QRect ArtboardRenderer::pictureRect(const SketchLayer& layer, double scale) const {
-  const QRectF wanted = scaled(extentOf(layer), scale);
-  const bool isNear = std::abs(wanted.x()) < kFarthest && std::abs(wanted.y()) < kFarthest;
-  if (!isNear || wanted.isEmpty() || !isHoldable(wanted.width(), wanted.height())) return {};
-  return pixelRect(wanted);
+  const QRectF region = extentOf(layer);
+  return objectionTo(layer, region, scale).isNull() ? pixelRect(scaled(region, scale)) : QRect();
 }
 
 ImageRef ArtboardRenderer::renderPreview(QString* error) {
@@ -71,20 +82,9 @@ ImageRef ArtboardRenderer::renderPreview(QString* error) {
 ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, double scale,
                                 const QColor& background, QString* error) {
   warnings_.clear();
-  const QRectF wanted = scaled(region, scale);
-  if (!isHoldable(std::max(1.0, wanted.width()), std::max(1.0, wanted.height()))) {
-    *error =
-        u"the picture of \"%1\" would be %2 by %3 pixels, which is too large"_s.arg(layer.name())
-            .arg(wanted.width())
-            .arg(wanted.height());
-    return nullptr;
-  }
-  if (region.isEmpty()) {
-    *error = u"there is nothing to draw in \"%1\""_s.arg(layer.name());
-    return nullptr;
-  }
-  if (!(std::abs(wanted.x()) < kFarthest && std::abs(wanted.y()) < kFarthest)) {
-    *error = u"\"%1\" lies too far away to be drawn"_s.arg(layer.name());
+  const QString objection = objectionTo(layer, region, scale);
+  if (!objection.isNull()) {
+    *error = objection;
     return nullptr;
   }
   const FontsAtHand fonts;
@@ -92,7 +92,7 @@ ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, 
     *error = u"texts can only be drawn by an application with fonts (a QGuiApplication)"_s;
     return nullptr;
   }
-  render::Surface surface = render::Surface::of(pixelRect(wanted));
+  render::Surface surface = render::Surface::of(pixelRect(scaled(region, scale)));
   if (surface.isEmpty()) {
     *error = u"there is too little memory for the picture of \"%1\""_s.arg(layer.name());
     return nullptr;

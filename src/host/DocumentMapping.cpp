@@ -98,7 +98,7 @@ bool DocumentMapping::map(const SketchLayerRef& layer, LayerSettings settings, c
 
 bool DocumentMapping::mapArtboard(const SketchLayerRef& layer, LayerSettings settings,
                                   const SketchLayerRef& artboard, QString* error) {
-  if (!refuseCircle(layer, settings, artboard, error)) return false;
+  if (!closesNoCircle(layer, settings, artboard, error)) return false;
   settings.artboard = artboard->objectID();
   const auto design = [&](const QSizeF& size, QString* problem) {
     return draw(*artboard, size, problem);
@@ -106,8 +106,8 @@ bool DocumentMapping::mapArtboard(const SketchLayerRef& layer, LayerSettings set
   return walk(layer, settings, design, error);
 }
 
-bool DocumentMapping::refuseCircle(const SketchLayerRef& layer, const LayerSettings& settings,
-                                   const SketchLayerRef& artboard, QString* error) const {
+bool DocumentMapping::closesNoCircle(const SketchLayerRef& layer, const LayerSettings& settings,
+                                     const SketchLayerRef& artboard, QString* error) const {
   if (!settings.isIncludedInArtboards) return true;
   const QStringList circle = MappedArtboards(*document_).circle(artboard, layer);
   if (circle.isEmpty()) return true;
@@ -147,7 +147,7 @@ bool DocumentMapping::fill(const SketchLayerRef& layer, const LayerSettings& set
   }
   if (!settings.artboard.isNull()) {
     const SketchLayerRef design = artboard(settings.artboard, error);
-    if (!design || !refuseCircle(layer, settings, design, error)) return false;
+    if (!design || !closesNoCircle(layer, settings, design, error)) return false;
   }
   return LayerMapping(layer, settings).fill(*document_, picture, error);
 }
@@ -208,9 +208,8 @@ void DocumentMapping::redrawPreview() {
 }
 
 void DocumentMapping::keepWarnings(const QStringList& warnings) {
-  for (const QString& warning : warnings) {
-    if (!warnings_.contains(warning)) warnings_.append(warning);
-  }
+  warnings_ += warnings;
+  warnings_.removeDuplicates();
 }
 
 }  // namespace kelvar

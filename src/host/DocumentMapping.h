@@ -63,8 +63,8 @@ class KELVAR_EXPORT DocumentMapping {
   bool refreshLayer(const SketchLayerRef& layer, QString* error);
   bool walk(const SketchLayerRef& layer, const LayerSettings& settings, const Design& design,
             QString* error);
-  bool refuseCircle(const SketchLayerRef& layer, const LayerSettings& settings,
-                    const SketchLayerRef& artboard, QString* error) const;
+  bool closesNoCircle(const SketchLayerRef& layer, const LayerSettings& settings,
+                      const SketchLayerRef& artboard, QString* error) const;
   void keepWarnings(const QStringList& warnings);
 
   SketchDocumentRef document_;

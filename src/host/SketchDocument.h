@@ -25,7 +25,7 @@ class KELVAR_EXPORT SketchDocument : public Object {
   static const ClassInfo& theClass();
   const ClassInfo& classInfo() const override { return theClass(); }
 
-  /// Whether a path names a document: it ends in "sketch".
+  /// Whether a path names a document: it ends in ".sketch".
   static bool hasKnownEnding(const QString& path);
 
   /// Null, and `*error` says why, when it cannot be read.

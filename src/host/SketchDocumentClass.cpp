@@ -85,9 +85,8 @@ void saveAs(SketchDocument& self, const QString& path) {
 }  // namespace
 
 void SketchDocument::addWarnings(const QStringList& warnings) {
-  for (const QString& warning : warnings) {
-    if (!warnings_.contains(warning)) warnings_.append(warning);
-  }
+  warnings_ += warnings;
+  warnings_.removeDuplicates();
 }
 
 const ClassInfo& SketchDocument::theClass() {

@@ -58,13 +58,24 @@ QRectF textRectIn(const SketchJson& object, const char* key) {
   QList<double> numbers;
   auto matches = kNumber.globalMatch(textIn(object, key));
   while (matches.hasNext()) numbers.append(matches.next().captured().toDouble());
-  return numbers.size() == 4 ? QRectF(numbers[0], numbers[1], numbers[2], numbers[3]) : QRectF();
+  const bool isRect = numbers.size() == 4 && std::all_of(numbers.begin(), numbers.end(),
+                                                         [](double n) { return std::isfinite(n); });
+  return isRect ? QRectF(numbers[0], numbers[1], numbers[2], numbers[3]) : QRectF();
 }
 
 QRectF rectIn(const SketchJson& object, const char* key) {
   const SketchJson& rect = memberOf(object, key);
   return {numberIn(rect, "x"), numberIn(rect, "y"), numberIn(rect, "width"),
           numberIn(rect, "height")};
+}
+
+void setRectIn(SketchJson* object, const char* key, const QRectF& rect) {
+  SketchJson& json = (*object)[key];
+  if (!json.is_object()) json = {{"_class", "rect"}};
+  json["x"] = rect.x();
+  json["y"] = rect.y();
+  json["width"] = rect.width();
+  json["height"] = rect.height();
 }
 
 QString classOf(const SketchJson& object) { return textIn(object, "_class"); }

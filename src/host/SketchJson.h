@@ -46,6 +46,9 @@ QRectF textRectIn(const SketchJson& object, const char* key);
 /// Of an object with x, y, width and height.
 QRectF rectIn(const SketchJson& object, const char* key);
 
+/// Sets those four, and leaves its other members.
+void setRectIn(SketchJson* object, const char* key, const QRectF& rect);
+
 /// The value's "_class"; a null string for what has none.
 QString classOf(const SketchJson& object);
 

@@ -17,13 +17,7 @@ constexpr const char* kUserInfo = "userInfo";
 /// everybody else.
 class LayerFrame : public KVRect {
  public:
-  explicit LayerFrame(SketchLayerRef layer) : layer_(std::move(layer)) {
-    const QRectF rect = layer_->frameRect();
-    setX(rect.x());
-    setY(rect.y());
-    setWidth(rect.width());
-    setHeight(rect.height());
-  }
+  explicit LayerFrame(SketchLayerRef layer) : layer_(std::move(layer)) { read(); }
   static const ClassInfo& theClass() {
     static const ClassInfo kClass =
         Description<LayerFrame, KVRect>("KVRect")
@@ -36,8 +30,18 @@ class LayerFrame : public KVRect {
   const ClassInfo& classInfo() const override { return theClass(); }
 
  private:
+  void read() {
+    const QRectF rect = layer_->frameRect();
+    setX(rect.x());
+    setY(rect.y());
+    setWidth(rect.width());
+    setHeight(rect.height());
+  }
+
   template <void (KVRect::*set)(double)>
   static void setter(LayerFrame& self, double value) {
+    // The others may have been set through another frame of the layer.
+    self.read();
     (self.*set)(value);
     self.layer_->setFrame(std::static_pointer_cast<KVRect>(self.shared_from_this()));
   }
@@ -112,13 +116,7 @@ QRectF SketchLayer::frameRect() const { return rectIn(*json_, "frame"); }
 KVRectRef SketchLayer::frame() const { return KVRectFromCGRect(frameRect()); }
 bool SketchLayer::isVisible() const { return flagIn(*json_, "isVisible", true); }
 void SketchLayer::setFrame(const KVRectRef& frame) {
-  const QRectF rect = rectOrZero(frame);
-  SketchJson& json = edit()["frame"];
-  if (!json.is_object()) json = {{"_class", "rect"}};
-  json["x"] = rect.x();
-  json["y"] = rect.y();
-  json["width"] = rect.width();
-  json["height"] = rect.height();
+  setRectIn(&edit(), "frame", rectOrZero(frame));
 }
 void SketchLayer::setIsVisible(bool isVisible) { edit()["isVisible"] = isVisible; }
 double SketchLayer::rotation() const { return numberIn(*json_, "rotation"); }

@@ -150,11 +150,12 @@ void standIn(const QString& family, const Style& style, const QHash<QString, QSt
     if (!family.startsWith(row.start)) continue;
     chosen->metrics = row.metrics;
     const bool isGrotesque = row.families.begin()[0] == "Liberation Sans"_L1;
-    if (isGrotesque && style.stretch < QFont::Unstretched) {
+    if (isGrotesque && style.stretch < QFont::Unstretched &&
+        (take("Liberation Sans Narrow"_L1) || take("Nimbus Sans Narrow"_L1))) {
       chosen->boldness = boldnessBetween(style.weight);
-      if (take("Liberation Sans Narrow"_L1) || take("Nimbus Sans Narrow"_L1)) return;
+      return;
     }
-    if (!std::any_of(row.families.begin(), row.families.end(), take)) continue;
+    if (!std::any_of(row.families.begin(), row.families.end(), take)) break;
     chosen->boldness = row.boldness + (isGrotesque ? boldnessBetween(style.weight) : 0);
     chosen->outlines = installed.value(plain(row.outlines));
     return;

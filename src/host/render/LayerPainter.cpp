@@ -66,13 +66,26 @@ bool isOpaque(const Paint& paint) {
                      [](const GradientStop& stop) { return stop.color.alpha() == 255; });
 }
 
-/// The blur that a layer is seen through, as a standard deviation; 0 for none.
+/// The widest blur that a layer is seen through, in its units; 0 for none.
 double ownBlur(const LayerStyle& style) {
   double deviation = 0;
   for (const Blur& blur : style.blurs) {
     if (blur.kind != Blur::Kind::Background) deviation = std::max(deviation, blur.radius);
   }
   return std::min(deviation, kMostBlur);
+}
+
+/// How far around it, in pixels, a layer's own blurs look for each pixel.
+int ownBlurReach(const LayerStyle& style, double scale) {
+  double reach = 0;
+  for (const Blur& blur : style.blurs) {
+    const double radius = std::min(blur.radius * scale, kMostBlur);
+    if (blur.kind == Blur::Kind::Gaussian) reach = std::max<double>(reach, blurReach(radius));
+    if (blur.kind == Blur::Kind::Motion || blur.kind == Blur::Kind::Zoom) {
+      reach = std::max(reach, std::ceil(radius));
+    }
+  }
+  return int(reach);
 }
 
 /// The part of an outline's pen that lies on the border's side of it.
@@ -283,12 +296,18 @@ QRectF LayerPainter::reachOfContents(const SketchJson& container) {
   return reach;
 }
 
+SketchJson LayerPainter::expanded(const SketchJson& instance) {
+  QStringList warnings;
+  const SketchJson content = expandedInstance(instance, document_, &measuresLeft_, &warnings);
+  for (const QString& warning : warnings) warn(warning);
+  return content;
+}
+
 QRectF LayerPainter::reachOfInstance(const SketchJson& instance) {
   const QString symbolID = textIn(instance, "symbolID");
   if (openSymbols_.contains(symbolID) || layersLeft_-- <= 0) return {};
   openSymbols_.append(symbolID);
-  const QRectF reach =
-      reachOfContents(expandedInstance(instance, document_, &measuresLeft_, &warnings_));
+  const QRectF reach = reachOfContents(expanded(instance));
   openSymbols_.removeLast();
   const double scale = numberIn(instance, "scale", 1);
   return scale > 0 ? QTransform::fromScale(scale, scale).mapRect(reach) : reach;
@@ -307,9 +326,7 @@ bool LayerPainter::tints(const Subject& subject) const {
 
 void LayerPainter::paintByItself(Subject* subject) {
   const Canvas below = subject->canvas;
-  const double scale = scaleOf(below.toPicture);
-  const double deviation = std::min(ownBlur(subject->style) * scale, kMostBlur);
-  const int reach = blurReach(deviation);
+  const int reach = ownBlurReach(subject->style, scaleOf(below.toPicture));
   const QRect rect = reachOnCanvas(*subject).adjusted(-reach, -reach, reach, reach);
   const qint64 held = heldPixels_ + pixelsOf(rect);
   if (!hasRoomFor(held, subject->layer)) return paintSubject(*subject);
@@ -319,7 +336,9 @@ void LayerPainter::paintByItself(Subject* subject) {
   subject->canvas = {&alone, below.toPicture, {}};
   paintSubject(*subject);
   if (tints(*subject)) tint(*subject, below.toPicture, &alone);
-  blurAlone(*subject, below.toPicture, &alone);
+  // A shadow may bring what lies outside into sight.
+  const bool hasShadows = !subject->style.shadows.isEmpty();
+  blurAlone(*subject, below.toPicture, hasShadows ? alone.rect() : below.surface->rect(), &alone);
   if (isPlainContainer(subject->layer) && !subject->style.shadows.isEmpty()) {
     // The shadows belong to the group, and fade with it.
     Surface content = alone;
@@ -352,21 +371,23 @@ void LayerPainter::tint(const Subject& subject, const QTransform& toPicture, Sur
 }
 
 /// What a motion smears has the blur's radius on both sides; a zoom reaches as far at the corners.
-void LayerPainter::blurAlone(const Subject& subject, const QTransform& toPicture, Surface* alone) {
+void LayerPainter::blurAlone(const Subject& subject, const QTransform& toPicture,
+                             const QRect& needed, Surface* alone) {
   const QPointF origin = alone->origin;
+  const QRect inAlone = needed.translated(-alone->origin);
   for (const Blur& own : subject.style.blurs) {
     const double radius = std::min(own.radius * scaleOf(toPicture), kMostBlur);
     if (own.kind == Blur::Kind::Gaussian) blur(&alone->pixels, radius);
     if (own.kind == Blur::Kind::Motion) {
       const QPointF streak = QLineF::fromPolar(radius, own.angle).p2();
-      smear(&alone->pixels, radius, [=](const QPointF&) { return streak; });
+      smear(&alone->pixels, inAlone, radius, [=](const QPointF&) { return streak; });
     }
     if (own.kind == Blur::Kind::Zoom) {
       const QSizeF size = subject.frame().size();
       const QPointF center =
           toPicture.map(QPointF(own.center.x() * size.width(), own.center.y() * size.height()));
       const double half = std::hypot(size.width(), size.height()) / 2 * scaleOf(toPicture);
-      smear(&alone->pixels, radius, [=](const QPointF& at) {
+      smear(&alone->pixels, inAlone, radius, [=](const QPointF& at) {
         return (at + origin - center) * (radius / std::max(half, 1.0));
       });
       warn(u"The zoom blur of \"%1\" may be weaker or stronger than it should be."_s.arg(
@@ -421,7 +442,7 @@ void LayerPainter::paintInstance(const Subject& subject) {
   if (openSymbols_.contains(symbolID)) {
     return warn(u"The symbol of \"%1\" contains itself; it is left out there."_s.arg(name));
   }
-  const SketchJson content = expandedInstance(subject.layer, document_, &measuresLeft_, &warnings_);
+  const SketchJson content = expanded(subject.layer);
   if (content.is_null()) {
     return warn(u"The symbol of \"%1\" is missing."_s.arg(name));
   }
@@ -523,11 +544,11 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
     borders.append(toPicture.map(area));
   }
   const QPainterPath filled = toPicture.map(outline);
-  QPainterPath edge = filled;
+  QPainterPath edge = isFilled || borders.isEmpty() ? filled : borders.first();
   const bool isSpread = std::any_of(style.shadows.begin(), style.shadows.end(),
                                     [](const Shadow& shadow) { return shadow.spread != 0; });
-  for (const QPainterPath& border : borders) {
-    if (isSpread) edge = isFilled ? edge.united(border) : border;
+  if (isSpread) {
+    for (const QPainterPath& border : borders.mid(isFilled ? 0 : 1)) edge = edge.united(border);
   }
   const auto draw = [=](Surface* surface, double spread) {
     QPainter painter;

@@ -57,7 +57,9 @@ class LayerPainter {
   void paintRange(const SketchJson& layers, size_t first, size_t last, Canvas canvas);
   void paintByItself(Subject* subject);
   void tint(const Subject& subject, const QTransform& toPicture, Surface* alone);
-  void blurAlone(const Subject& subject, const QTransform& toPicture, Surface* alone);
+  /// Right within `needed`, which is in the picture's pixels.
+  void blurAlone(const Subject& subject, const QTransform& toPicture, const QRect& needed,
+                 Surface* alone);
   void paintSubject(const Subject& subject);
 
   void paintGroup(const Subject& subject);
@@ -85,6 +87,8 @@ class LayerPainter {
   QRectF reachOf(const SketchJson& layer);
   QRectF reachOfContents(const SketchJson& container);
   QRectF reachOfText(const SketchJson& text) const;
+  /// See `expandedInstance`; its warnings are added to ours.
+  SketchJson expanded(const SketchJson& instance);
   QRectF reachOfInstance(const SketchJson& instance);
   QRect reachOnCanvas(const Subject& subject);
   bool tints(const Subject& subject) const;

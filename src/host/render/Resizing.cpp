@@ -110,11 +110,7 @@ void resizeLayers(SketchJson* container, const QSizeF& from, const QSizeF& to) {
     if (!layer.is_object()) continue;
     const QSizeF before = rectIn(layer, "frame").size();
     const QRectF frame = resizedFrame(layer, from, to);
-    SketchJson& changed = layer["frame"];
-    changed["x"] = frame.x();
-    changed["y"] = frame.y();
-    changed["width"] = frame.width();
-    changed["height"] = frame.height();
+    setRectIn(&layer, "frame", frame);
     const bool isText = classOf(layer) == u"text";
     if (isText && std::abs(frame.width() - before.width()) > 1e-6) layer[kHasForeignFrame] = true;
     if (isContainer(layer)) resizeLayers(&layer, before, frame.size());

@@ -2,12 +2,15 @@
 
 #include <QImage>
 #include <QPointF>
+#include <QRect>
 #include <functional>
 
 namespace kelvar::render {
 
 /// Smears premultiplied pixels: each becomes the mean of those on a line through it, which runs as
-/// far as `streakAt` says for its middle, forth and back. At most `longest` pixels either way.
-void smear(QImage* pixels, double longest, const std::function<QPointF(const QPointF&)>& streakAt);
+/// far as `streakAt` says for its middle, forth and back, at most `longest` pixels either way.
+/// Pixels outside `needed` stay as they are.
+void smear(QImage* pixels, const QRect& needed, double longest,
+           const std::function<QPointF(const QPointF&)>& streakAt);
 
 }  // namespace kelvar::render

@@ -1,5 +1,6 @@
 #include "host/render/SymbolInstance.h"
 
+#include <cmath>
 #include <initializer_list>
 #include <map>
 
@@ -157,7 +158,7 @@ SketchJson numberFrom(const SketchJson& value) {
   if (!value.is_string()) return value;
   bool isNumber = false;
   const double number = QString::fromStdString(value.get<std::string>()).toDouble(&isNumber);
-  return isNumber ? SketchJson(number) : value;
+  return isNumber && std::isfinite(number) ? SketchJson(number) : value;
 }
 
 /// The master with the instance's overrides, at the size that it then has. Of nested instances no
@@ -250,9 +251,7 @@ class Expansion {
         textIn(*layer, "name")));
   }
 
-  void warn(const QString& sentence) {
-    if (!warnings_->contains(sentence)) warnings_->append(sentence);
-  }
+  void warn(const QString& sentence) { warnings_->append(sentence); }
 
   /// Single values, such as "color:fill-0".
   static bool setDetail(SketchJson* layer, const QString& property, const SketchJson& value) {

@@ -13,14 +13,6 @@ namespace {
 /// On nested instances.
 constexpr const char* kGrowth = "kelvar.growth";
 
-void setFrame(SketchJson* layer, const QRectF& rect) {
-  SketchJson& frame = (*layer)["frame"];
-  frame["x"] = rect.x();
-  frame["y"] = rect.y();
-  frame["width"] = rect.width();
-  frame["height"] = rect.height();
-}
-
 bool keepsItsPlace(const SketchJson& hidden) {
   return flagIn(hidden, "preservesSpaceWhenHidden") ||
          flagIn(memberOf(hidden, "flexItem"), "preserveSpaceWhenHidden");
@@ -147,7 +139,7 @@ void growText(SketchJson* layer) {
   const double left = alignment == ParagraphStyle::Alignment::Right    ? more
                       : alignment == ParagraphStyle::Alignment::Center ? more / 2
                                                                        : 0;
-  setFrame(layer, {frame.topLeft() - QPointF(left, 0), size});
+  setRectIn(layer, "frame", {frame.topLeft() - QPointF(left, 0), size});
 }
 
 /// A group without a layout is as large as what is in it.
@@ -160,11 +152,12 @@ void fit(SketchJson* group, const Children& children) {
   }
   if (before == after) return;
   const QRectF frame = rectIn(*group, "frame");
-  setFrame(group, frame.adjusted(after.left() - before.left(), after.top() - before.top(),
-                                 after.right() - before.right(), after.bottom() - before.bottom()));
+  setRectIn(group, "frame",
+            frame.adjusted(after.left() - before.left(), after.top() - before.top(),
+                           after.right() - before.right(), after.bottom() - before.bottom()));
   const QPointF shift = before.topLeft() - after.topLeft();
   for (const auto& [layer, unused] : children) {
-    setFrame(layer, rectIn(*layer, "frame").translated(shift));
+    setRectIn(layer, "frame", rectIn(*layer, "frame").translated(shift));
   }
 }
 

@@ -355,7 +355,8 @@ class Typesetter {
     const QList<quint32> indexes = glyphs.glyphIndexes();
     const QList<QPointF> positions = glyphs.positions();
     const QList<QPointF> advances = font.advancesForGlyphIndexes(indexes);
-    const bool isColored = !font.fontTable("CBDT").isEmpty() || !font.fontTable("COLR").isEmpty();
+    // The index of coloured pictures stands for them: their own table would be copied.
+    const bool isColored = !font.fontTable("CBLC").isEmpty() || !font.fontTable("COLR").isEmpty();
     for (qsizetype i = 0; i < indexes.size(); ++i) {
       const double x = positions[i].x() / kZoom;
       const double y = baseline + (positions[i].y() - layoutBaseline) / kZoom;

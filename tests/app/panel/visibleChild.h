@@ -6,8 +6,8 @@
 
 namespace kelvar::app {
 
-/// Milliseconds after which what a test waits for does not come any more.
-constexpr int kLongest = 10000;
+/// Milliseconds after which what is waited for does not come any more.
+constexpr int kLongest = 60000;
 
 /// The one of that name that is in sight, or null: the row has two layouts, and there is a chooser
 /// a shape.

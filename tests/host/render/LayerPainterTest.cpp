@@ -462,7 +462,7 @@ TEST(LayerPainter, DisplayP3BecomesSRgb) {
   EXPECT_EQ(drawing.warnings, QStringList());
 }
 
-/// A third less light, of the picture alone.
+/// Two fifths less light, of the picture alone.
 TEST(LayerPainter, TonesPictures) {
   SketchJson style;
   style["colorControls"] = {{"isEnabled", true}, {"brightness", -0.4}, {"contrast", 1}};
@@ -494,6 +494,11 @@ TEST(LayerPainter, MotionSmearsAlongItsAngle) {
     EXPECT_EQ(alphaAt(9), 0) << angle;
     EXPECT_EQ(alphaAt(30), 0) << angle;
   }
+  SketchJson style = filled(kRed);
+  style["blur"] = {{"isEnabled", true}, {"type", 1}, {"radius", 8}, {"motionAngle", 45}};
+  const Drawing turned = draw({rectangle(18, 18, 4, 4, style)}, 40, 40);
+  EXPECT_GT(turned.at(24, 15).alpha(), 0) << "counter-clockwise";
+  EXPECT_EQ(turned.at(24, 24).alpha(), 0);
 }
 
 /// Grains over half of the black below, brighter on the whole.
@@ -695,6 +700,7 @@ TEST(LayerPainter, NamesWhatIsNotSupported) {
   }
   EXPECT_EQ(drawInstances({instance({change("B_layerStyle", "LOST")})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({change("B_volume", "11")})}).warnings.size(), 1);
+  EXPECT_EQ(drawInstances({instance({change("B_textLetterSpacing", "inf")})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({}, {{"verticalSpacing", 4}})}).warnings.size(), 1);
   EXPECT_EQ(drawInstances({instance({change("B_flowDestination", "back")})}).warnings.size(), 0);
 }

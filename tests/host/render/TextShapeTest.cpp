@@ -199,7 +199,7 @@ TEST_F(TextShapeTest, KeepsTheLinesThatTheHostBroke) {
   EXPECT_EQ(linesIn(one * 1.1, 2, wide), 2);
 }
 
-/// The strokes of "I" and "o", by the area that they cover, at unchanged heights.
+/// The stem of "I", by the width of its outline, at unchanged height.
 TEST_F(TextShapeTest, MakesWeightsThatStandInsLack) {
   const auto shapeOf = [&](const char* font) {
     CharacterStyle style = this->style();
