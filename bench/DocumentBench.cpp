@@ -1,13 +1,20 @@
-// Opens a Sketch document of 50 MB: once as JSON unpacked, once as pictures; and saves one.
+// Opens a Sketch document of 50 MB, once as JSON unpacked and once as pictures; saves one; and
+// draws an artboard of a thousand layers.
 
 #include <benchmark/benchmark.h>
 
+#include <QGuiApplication>
+#include <nlohmann/json.hpp>
+
+#include "host/ArtboardRenderer.h"
 #include "host/SketchDocument.h"
 #include "platform/ZipArchive.h"
 
 namespace {
 
+using kelvar::ArtboardRenderer;
 using kelvar::SketchDocument;
+using Json = nlohmann::ordered_json;
 using kelvar::ZipArchive;
 
 constexpr qsizetype kBytes = 50'000'000;
@@ -59,10 +66,83 @@ void save(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(document->bytes(&error));
 }
 
+Json color(double red, double green, double blue, double alpha = 1) {
+  return {{"_class", "color"}, {"red", red}, {"green", green}, {"blue", blue}, {"alpha", alpha}};
+}
+
+Json placed(const char* kind, int i, double width, double height) {
+  return {{"_class", kind},
+          {"name", std::to_string(i)},
+          {"do_objectID", std::to_string(i)},
+          {"frame",
+           {{"x", 12 + i % 20 * 71.25},
+            {"y", 12 + i / 20 * 41.5},
+            {"width", width},
+            {"height", height}}}};
+}
+
+/// Round corners over a gradient, a border and a shadow; one in ten mixed with what is below.
+Json card(int i) {
+  Json card = placed("rectangle", i, 64, 34);
+  card["fixedRadius"] = 6;
+  Json& style = card["style"];
+  style["fills"] = Json::array({{{"fillType", 1}}});
+  style["fills"][0]["gradient"] = {{"from", "{0.5, 0}"}, {"to", "{0.5, 1}"}};
+  style["fills"][0]["gradient"]["stops"] =
+      Json::array({{{"position", 0}, {"color", color(i % 7 / 7.0, 0.6, 0.9)}},
+                   {{"position", 1}, {"color", color(0.9, i % 5 / 5.0, 0.7)}}});
+  style["borders"] =
+      Json::array({{{"thickness", 1}, {"position", 1}, {"color", color(0.2, 0.2, 0.3)}}});
+  style["shadows"] =
+      Json::array({{{"blurRadius", 6}, {"offsetY", 2}, {"color", color(0, 0, 0, 0.3)}}});
+  if (i % 10 == 0) style["contextSettings"] = {{"blendMode", 2}, {"opacity", 0.8}};
+  return card;
+}
+
+Json label(int i) {
+  const std::string said = "Layer " + std::to_string(i);
+  Json label = placed("text", i, 60, 14);
+  Json run = {{"location", 0}, {"length", said.size()}};
+  Json& attributes = run["attributes"];
+  attributes["MSAttributedStringFontAttribute"]["attributes"] = {
+      {"name", i % 2 ? "Roboto-Regular" : "Roboto-Bold"}, {"size", 12}};
+  attributes["MSAttributedStringColorAttribute"] = color(0.1, 0.1, 0.2);
+  label["attributedString"] = {{"string", said}};
+  label["attributedString"]["attributes"] = Json::array({run});
+  return label;
+}
+
+/// Two texts to three cards, on 1440 by 2100, from the document's bytes on.
+void draw(benchmark::State& state) {
+  Json artboard = placed("artboard", 0, 1440, 2100);
+  for (int i = 0; i < 1000; ++i) artboard["layers"].push_back(i % 5 < 3 ? card(i) : label(i));
+  Json page = {{"_class", "page"}};
+  page["layers"] = Json::array({artboard});
+  QString error;
+  const QByteArray bytes =
+      ZipArchive::read({}, &error)
+          ->written({{QStringLiteral("document.json"), R"({"pages":[{"_ref":"pages/one"}]})"},
+                     {QStringLiteral("pages/one.json"), QByteArray::fromStdString(page.dump())}},
+                    {}, &error);
+  for (auto _ : state) {
+    const auto document = SketchDocument::read(bytes, QStringLiteral("bench"), &error);
+    if (!ArtboardRenderer(document).render(*document->artboards()[0], 1, &error)) {
+      return state.SkipWithError(qPrintable(error));
+    }
+  }
+}
+
 }  // namespace
 
 BENCHMARK_CAPTURE(open, json, kBytes, 0)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(open, pictures, kBytes / 10, kBytes)->Unit(benchmark::kMillisecond);
 BENCHMARK(save)->Unit(benchmark::kMillisecond);
+BENCHMARK(draw)->Unit(benchmark::kMillisecond);
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
