@@ -19,27 +19,51 @@ std::vector<float> bell(double deviation) {
   return weights;
 }
 
-/// to[i] += from[i + shift] * weight, where both exist.
-void add(const float* from, float* to, int count, int shift, float weight) {
-  const int first = std::max(0, -shift), last = std::min(count, count - shift);
-  for (int i = first; i < last; ++i) to[i] += from[i + shift] * weight;
+/// to[i] += the sum of weights[j] * from[i + j * step], for as many taps at once as leave the sums
+/// in registers.
+template <int kTaps>
+void addTaps(const float* __restrict from, ptrdiff_t step, const float* weights,
+             float* __restrict to, int count) {
+  for (int i = 0; i < count; ++i) {
+    float sum = to[i];
+    for (int j = 0; j < kTaps; ++j) sum += from[i + j * step] * weights[j];
+    to[i] = sum;
+  }
+}
+
+void addTaps(const float* from, ptrdiff_t step, const float* weights, int taps, float* to,
+             int count) {
+  constexpr int kAtOnce = 8;
+  int j = 0;
+  for (; j + kAtOnce <= taps; j += kAtOnce) {
+    addTaps<kAtOnce>(from + j * step, step, weights + j, to, count);
+  }
+  for (; j < taps; ++j) addTaps<1>(from + j * step, step, weights + j, to, count);
 }
 
 void convolve(QImage* pixels, const std::vector<float>& weights) {
   const int channels = pixels->depth() / 8, height = pixels->height();
-  const int stride = pixels->width() * channels, reach = int(weights.size()) / 2;
-  std::vector<float> across(size_t(stride) * height), line(stride);
+  const int stride = pixels->width() * channels;
+  const int taps = int(weights.size()), reach = taps / 2;
+  std::vector<float> across(size_t(stride) * height);
+  // Outside of the picture is empty.
+  std::vector<float> line(stride + 2 * reach * channels);
+  int top = height, bottom = -1;  // Of the rows that are not empty: often far fewer.
   for (int y = 0; y < height; ++y) {
     const uchar* from = pixels->constScanLine(y);
-    std::copy(from, from + stride, line.begin());
-    float* to = across.data() + size_t(y) * stride;
-    for (int i = -reach; i <= reach; ++i)
-      add(line.data(), to, stride, i * channels, weights[i + reach]);
+    if (std::all_of(from, from + stride, [](uchar value) { return value == 0; })) continue;
+    top = std::min(top, y);
+    bottom = y;
+    std::copy(from, from + stride, line.begin() + reach * channels);
+    addTaps(line.data(), channels, weights.data(), taps, across.data() + size_t(y) * stride,
+            stride);
   }
   for (int y = 0; y < height; ++y) {
+    const int first = std::max(top, y - reach), last = std::min(bottom, y + reach);
     std::fill(line.begin(), line.end(), 0.5f);  // Rounds when it is cut off below.
-    for (int i = std::max(-reach, -y); i <= std::min(reach, height - 1 - y); ++i) {
-      add(across.data() + size_t(y + i) * stride, line.data(), stride, 0, weights[i + reach]);
+    if (first <= last) {
+      addTaps(across.data() + size_t(first) * stride, stride, weights.data() + first - y + reach,
+              last - first + 1, line.data(), stride);
     }
     uchar* to = pixels->scanLine(y);
     for (int x = 0; x < stride; ++x) to[x] = uchar(std::min(255.f, line[x]));

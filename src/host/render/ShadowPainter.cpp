@@ -21,8 +21,11 @@ QRect grown(const QRect& rect, int margin) {
   return rect.adjusted(-margin, -margin, margin, margin);
 }
 
-/// Keeps the alpha and puts one colour in place of all.
-void colorize(QImage* pixels, const QColor& color) {
+/// Blurs the alpha, and puts one colour in place of all.
+void makeShadow(QImage* pixels, double deviation, const QColor& color) {
+  pixels->convertTo(QImage::Format_Alpha8);
+  blur(pixels, deviation);
+  pixels->convertTo(QImage::Format_ARGB32_Premultiplied);
   QPainter painter(pixels);
   painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
   painter.fillRect(pixels->rect(), color);
@@ -72,8 +75,7 @@ void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const
   Surface cast = Surface::of(touchedPixels(caster.bounds, wide, needed));
   if (cast.isEmpty()) return;
   caster.draw(&cast, spread);
-  blur(&cast.pixels, deviation);
-  colorize(&cast.pixels, shadow.color);
+  makeShadow(&cast.pixels, deviation, shadow.color);
   move(&cast, offset);
   if (caster.isTranslucent) {
     Surface hole = Surface::of(cast.rect());
@@ -102,8 +104,7 @@ void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double 
   if (spread > 0) painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
   if (spread != 0) painter.strokePath(outline, spreadPen(spread));
   painter.end();
-  blur(&rim.pixels, deviation);
-  colorize(&rim.pixels, shadow.color);
+  makeShadow(&rim.pixels, deviation, shadow.color);
   Surface visible = Surface::of(inside);
   begin(&painter, {&visible, {}, {}});
   painter.fillPath(outline, Qt::black);
