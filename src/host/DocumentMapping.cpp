@@ -101,7 +101,9 @@ bool DocumentMapping::mapArtboard(const SketchLayerRef& layer, LayerSettings set
   if (!closesNoCircle(layer, settings, artboard, error)) return false;
   settings.artboard = artboard->objectID();
   const auto design = [&](const QSizeF& size, QString* problem) {
-    return draw(*artboard, size, problem);
+    const ImageRef drawn = draw(*artboard, size, problem);
+    if (!drawn) *problem = aboutLayer(*layer, *problem);
+    return drawn;
   };
   return walk(layer, settings, design, error);
 }

@@ -198,7 +198,8 @@ TEST(DocumentMapping, TellsWhenADesignIsGoneOrALayerHasChanged) {
     const char* sentence;
   } cases[] = {{mapped("l", "Gone"), "the design of the layer \"l\" (l-id) cannot be found"},
                {round, "the layer \"round\" (round-id) cannot take a design"},
-               {mapped("l", "Flat"), "nothing to draw in \"Flat\""}};
+               {mapped("l", "Flat"),
+                "\"l\" (l-id) cannot take a design: there is nothing to draw in \"Flat\""}};
   for (const auto& [json, sentence] : cases) {
     for (const SketchJson& other : {flat(0, 0), flat(1e-300, 0), flat(-5, 9)}) {
       const auto document = parts::document({board("A", {}), other, json});
