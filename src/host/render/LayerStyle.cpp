@@ -135,7 +135,10 @@ LayerStyle readLayerStyle(const SketchJson& json) {
          choice(border, "position", Border::Position::Center, Border::Position::Outside),
          thickness});
   });
-  eachEnabled(json, "shadows", [&](const auto& part) { style.shadows.append(readShadow(part)); });
+  // Later documents keep both kinds in one list.
+  eachEnabled(json, "shadows", [&](const auto& part) {
+    (flagIn(part, "isInnerShadow") ? style.innerShadows : style.shadows).append(readShadow(part));
+  });
   eachEnabled(json, "innerShadows",
               [&](const auto& part) { style.innerShadows.append(readShadow(part)); });
   for (const char* key : {"blur", "blurs"}) {

@@ -17,9 +17,10 @@ Members together(Members members, const Members& more) {
 }
 
 const Members& knownMembers(const QString& kind) {
-  static const Members kShadow{{u"blurRadius"_s, kAny},      {u"color"_s, kAny},
-                               {u"contextSettings"_s, kAny}, {u"offsetX"_s, kAny},
-                               {u"offsetY"_s, kAny},         {u"spread"_s, kAny}};
+  static const Members kShadow{{u"blurRadius"_s, kAny}, {u"isInnerShadow"_s, kAny},
+                               {u"color"_s, kAny},      {u"contextSettings"_s, kAny},
+                               {u"offsetX"_s, kAny},    {u"offsetY"_s, kAny},
+                               {u"spread"_s, kAny}};
   static const Members kPaint{
       {u"color"_s, kAny},           {u"fillType"_s, 5},        {u"noiseIndex"_s, 3},
       {u"noiseIntensity"_s, kAny},  {u"patternFillType"_s, 3}, {u"patternTileScale"_s, kAny},

@@ -183,6 +183,8 @@ TEST(LayerPainter, Shadows) {
   const SketchJson turned =
       with(rectangle(10, 10, 10, 10, shadow("shadows", 12, 0, 0, 0, kBlue, filled(kRed))),
            {{"rotation", 90}});
+  SketchJson inList = shadow("shadows", 4, 0, 0, 0, kBlue, filled(kRed));
+  inList["shadows"][0]["isInnerShadow"] = true;
   expectDrawn({
       {"moved",
        {rectangle(10, 10, 10, 10, shadow("shadows", 12, 5, 0, 0, kBlue, filled(kRed)))},
@@ -204,6 +206,9 @@ TEST(LayerPainter, Shadows) {
       {"keeps its direction", {turned}, {{27, 15, kBlue}, {15, 27, kNothing}}},
       {"inner",
        {rectangle(10, 10, 20, 20, shadow("innerShadows", 4, 0, 0, 0, kBlue, filled(kRed)))},
+       {{9, 20, kNothing}, {10, 20, kBlue}, {13, 20, kBlue}, {14, 20, kRed}, {29, 20, kRed}}},
+      {"inner, in the one list of later documents",
+       {rectangle(10, 10, 20, 20, inList)},
        {{9, 20, kNothing}, {10, 20, kBlue}, {13, 20, kBlue}, {14, 20, kRed}, {29, 20, kRed}}},
       {"inner, smaller",
        {rectangle(10, 10, 20, 20, shadow("innerShadows", 6, 0, 0, -2, kBlue, filled(kRed)))},
