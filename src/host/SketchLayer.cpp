@@ -49,6 +49,17 @@ class LayerFrame : public KVRect {
   const SketchLayerRef layer_;
 };
 
+/// For members that are added: the list of them would copy itself to grow, and with it the layers
+/// within, which others hold by their place.
+void makeRoom(SketchJson::object_t* members) {
+  constexpr size_t kRoom = 8;
+  if (members->capacity() - members->size() >= kRoom) return;
+  SketchJson::object_t larger;
+  larger.reserve(members->size() + 2 * kRoom);
+  for (auto& [key, value] : *members) larger.emplace_back(key, std::move(value));
+  members->swap(larger);
+}
+
 }  // namespace
 
 const ClassInfo& SketchLayer::theClass() {
@@ -204,6 +215,7 @@ void SketchLayer::setUserInfo(const QString& key, const QVariantMap& value) {
 
 SketchJson& SketchLayer::edit() {
   *isChanged_ = true;
+  makeRoom(json_->get_ptr<SketchJson::object_t*>());
   return *json_;
 }
 

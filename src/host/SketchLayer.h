@@ -84,7 +84,7 @@ class KELVAR_EXPORT SketchLayer : public Object {
   /// The layer's JSON. See host/SketchJson.h for how to read it.
   const nlohmann::ordered_json& json() const { return *json_; }
   /// The same, to be changed. The list of its layers must be left as it is. Marks the file for
-  /// saving.
+  /// saving. No more than eight members may be added before it is called again.
   nlohmann::ordered_json& edit();
 
   QVariant valueForKey(const QString& key) const override;

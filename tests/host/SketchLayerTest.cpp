@@ -241,5 +241,21 @@ TEST(SketchLayer, AnswersKeyPathsAndOutlivesItsDocument) {
   EXPECT_EQ(child->description(), u"<rectangle New (Screen-id)>");
 }
 
+/// A new member must not move the layers that others hold.
+TEST(SketchLayer, KeepsWhatIsInItInPlaceWhenItIsChanged) {
+  const auto doc = document({group(
+      "shapeGroup", "Outer", {0, 0, 9, 9},
+      {group("shapeGroup", "Middle", {0, 0, 9, 9}, {layer("oval", "Inner", {0, 0, 9, 9})})})});
+  const SketchLayerRef outer = named(doc, "Outer"), inner = named(doc, "Inner");
+  const SketchJson* const place = &inner->json();
+  for (int i = 0; i < 20; ++i) {
+    outer->edit()["added" + std::to_string(i)] = i;
+    outer->setUserInfo(QString::number(i), {{QStringLiteral("of"), i}});
+    ASSERT_EQ(&outer->json().at("layers")[0].at("layers")[0], place) << i;
+  }
+  EXPECT_EQ(inner->name(), u"Inner");
+  EXPECT_EQ(outer->json().at("added19"), 19);
+}
+
 }  // namespace
 }  // namespace kelvar
