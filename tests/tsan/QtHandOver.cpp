@@ -1,12 +1,14 @@
 // Qt as it is packaged is not built for ThreadSanitizer, which does not see then that Qt's event
-// queues and the end of its threads hand things over, and takes both sides for a race. Here it is
-// told. Part of tests that are built with -fsanitize=thread; stands before Qt's own functions.
+// queues, its semaphores and the end of its threads hand things over, and takes both sides for a
+// race. Here it is told. Part of tests that are built with -fsanitize=thread; stands before Qt's
+// own functions.
 
 #include <dlfcn.h>
 #include <sanitizer/tsan_interface.h>
 
 #include <QDeadlineTimer>
 #include <QObject>
+#include <QSemaphore>
 #include <QThread>
 
 namespace {
@@ -63,4 +65,16 @@ bool QThread::wait(QDeadlineTimer deadline) {
   const bool done = wait(this, deadline);
   if (done) __tsan_acquire(&ended);
   return done;
+}
+
+void QSemaphore::acquire(int count) {
+  static auto* const acquire = qtFunction<void(QSemaphore*, int)>("_ZN10QSemaphore7acquireEi");
+  acquire(this, count);
+  __tsan_acquire(this);
+}
+
+void QSemaphore::release(int count) {
+  static auto* const release = qtFunction<void(QSemaphore*, int)>("_ZN10QSemaphore7releaseEi");
+  __tsan_release(this);
+  release(this, count);
 }
