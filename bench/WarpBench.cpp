@@ -196,6 +196,8 @@ int main(int argc, char** argv) {
                                      })
             ->UseRealTime()
             ->MeasureProcessCPUTime()
+            ->MinTime(0.2)
+            ->Repetitions(5)
             ->Unit(benchmark::kMillisecond);
       }
     }
