@@ -393,7 +393,12 @@ void PanelWindow::requestDrawing() {
   // Shapes are not to be seen on the picture of another artboard.
   if (requested_.artboard != model_.arrangement().artboard) photoView_->setPicture({}, {});
   requested_ = model_.arrangement();
-  drawing_.draw(mockup_, requested_);
+  drawRequested();
+}
+
+/// What is being read again is drawn first: then it is known what is to be drawn.
+void PanelWindow::drawRequested() {
+  if (!(opening_ && reloading_)) drawing_.draw(mockup_, requested_);
   column_->setBusy(true);
 }
 
@@ -500,8 +505,7 @@ void PanelWindow::filesDidChange(const QStringList& files) {
 /// The same arrangement, of designs that are no longer the same.
 void PanelWindow::drawAnew() {
   hasRemapped_ = document_ != nullptr;
-  drawing_.draw(mockup_, requested_);
-  column_->setBusy(true);
+  drawRequested();
   loadThumbnails();
   updateActions();
 }

@@ -67,6 +67,7 @@ class PanelWindow : public QMainWindow {
 
   void modelDidChange();
   void requestDrawing();
+  void drawRequested();
   void drawingDidFinish(const BackgroundDrawing::Result& result);
   void openDocument(const QString& file, const DocumentMockup::Choice& choice);
   void startOpening(const std::shared_ptr<Mockup>& mockup, const QString& file);

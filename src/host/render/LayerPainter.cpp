@@ -75,17 +75,19 @@ double ownBlur(const LayerStyle& style) {
   return std::min(deviation, kMostBlur);
 }
 
-/// How far around it, in pixels, a layer's own blurs look for each pixel.
+bool blursItself(const Blur& blur) {
+  return blur.kind != Blur::Kind::Background && blur.radius > 0;
+}
+
+/// How far around it, in pixels, a layer's own blurs look for each pixel, one after the other.
 int ownBlurReach(const LayerStyle& style, double scale) {
   double reach = 0;
   for (const Blur& blur : style.blurs) {
+    if (!blursItself(blur)) continue;
     const double radius = std::min(blur.radius * scale, kMostBlur);
-    if (blur.kind == Blur::Kind::Gaussian) reach = std::max<double>(reach, blurReach(radius));
-    if (blur.kind == Blur::Kind::Motion || blur.kind == Blur::Kind::Zoom) {
-      reach = std::max(reach, std::ceil(radius));
-    }
+    reach += blur.kind == Blur::Kind::Gaussian ? blurReach(radius) : std::ceil(radius);
   }
-  return int(reach);
+  return int(std::min(reach, 3 * kMostBlur));
 }
 
 /// The part of an outline's pen that lies on the border's side of it.
@@ -174,6 +176,7 @@ void LayerPainter::paintContents(const SketchJson& container, const Canvas& canv
   const Subject subject{container, readLayerStyle(memberOf(container, "style")), canvas,
                         classOf(container)};
   if (!isSketchFrame(container) && !isSketchArtboard(container)) return paintGroup(subject);
+  warnOfUnreadStyle(container);
   // An instance shows what reaches out of its master, unless that is to be cut.
   constexpr int kCut = 1;
   const bool isMaster = subject.kind == u"symbolMaster";
@@ -225,10 +228,13 @@ void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
   }
   Subject subject{layer, readLayerStyle(memberOf(layer, "style")),
                   canvas.within(sketchTransform(layer)), classOf(layer)};
+  if (!(scaleOf(subject.canvas.toPicture) < kFarthest)) {
+    return warn(u"\"%1\" is enlarged too far and is left out."_s.arg(textIn(layer, "name")));
+  }
   const bool isLeaf = hasOutline(subject.layer) || subject.kind == u"text";
   if (isLeaf && reachOnCanvas(subject).isEmpty()) return;
-  if (isSketchArtboard(layer)) return paintArtboard(subject);
   warnOfUnreadStyle(layer);
+  if (isSketchArtboard(layer)) return paintArtboard(subject);
   const bool leftOutPictures = leavesOutPictures_;
   leavesOutPictures_ = withoutPictures_.contains(textIn(layer, "do_objectID"));
   paintBackgroundBlur(subject);
@@ -280,8 +286,9 @@ QRectF LayerPainter::reachOfText(const SketchJson& text) const {
   const double down = 2 * size * double(1 + runs.text.count(u'\n'));
   const QRectF straight =
       QRectF({0, 0}, rectIn(text, "frame").size()).adjusted(-across, -2 * size, across, down);
-  const QRectF along = pathUnder(text).boundingRect();
-  return along.isEmpty() ? straight : straight | along.adjusted(-down, -down, down, down);
+  const QPainterPath path = pathUnder(text);
+  if (path.isEmpty()) return straight;
+  return straight | path.boundingRect().adjusted(-down, -down, down, down);
 }
 
 QRectF LayerPainter::reachOfContents(const SketchJson& container) {
@@ -336,9 +343,11 @@ void LayerPainter::paintByItself(Subject* subject) {
   subject->canvas = {&alone, below.toPicture, {}};
   paintSubject(*subject);
   if (tints(*subject)) tint(*subject, below.toPicture, &alone);
-  // A shadow may bring what lies outside into sight.
-  const bool hasShadows = !subject->style.shadows.isEmpty();
-  blurAlone(*subject, below.toPicture, hasShadows ? alone.rect() : below.surface->rect(), &alone);
+  // A shadow, or another blur, may bring what lies outside into sight.
+  const bool isSeenOnly =
+      subject->style.shadows.isEmpty() &&
+      std::count_if(subject->style.blurs.begin(), subject->style.blurs.end(), blursItself) == 1;
+  blurAlone(*subject, below.toPicture, isSeenOnly ? below.surface->rect() : alone.rect(), &alone);
   if (isPlainContainer(subject->layer) && !subject->style.shadows.isEmpty()) {
     // The shadows belong to the group, and fade with it.
     Surface content = alone;
@@ -639,9 +648,21 @@ void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs,
   }
 }
 
+/// Their pictures are in sRGB, whatever the canvas is in.
+void LayerPainter::paintEmblemsOf(const TextShape& shape, const Canvas& canvas) {
+  const bool hasEmblems = std::any_of(shape.areas.begin(), shape.areas.end(),
+                                      [](const auto& area) { return !area.emblems.isEmpty(); });
+  if (!hasEmblems || !paintsDisplayP3_) return paintEmblems(shape, canvas);
+  Surface alone = Surface::of(canvas.surface->rect());
+  if (alone.isEmpty()) return;
+  paintEmblems(shape, {&alone, canvas.toPicture, {}});
+  alone.pixels = toDisplayP3(alone.pixels);
+  compose(alone, canvas, BlendMode::Normal, 1);
+}
+
 void LayerPainter::paintText(const Subject& subject) {
   const TextShape shape = textOf(subject.layer);
-  paintEmblems(shape, subject.canvas);
+  paintEmblemsOf(shape, subject.canvas);
   const QPainterPath outline = shape.outline();
   if (outline.isEmpty()) return;
   const LayerStyle& style = subject.style;

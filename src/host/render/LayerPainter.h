@@ -68,6 +68,7 @@ class LayerPainter {
   void paintInFrame(const Subject& subject, bool isCut);
   void paintShape(const Subject& subject);
   void paintText(const Subject& subject);
+  void paintEmblemsOf(const TextShape& shape, const Canvas& canvas);
   void paintBitmap(const Subject& subject);
 
   void paintFills(const Subject& subject, const QPainterPath& outline);

@@ -506,6 +506,17 @@ TEST(LayerPainter, MotionSmearsAlongItsAngle) {
   EXPECT_EQ(turned.at(24, 24).alpha(), 0);
 }
 
+/// What one blur brings into sight, the next one spreads: no matter where the picture ends.
+TEST(LayerPainter, BlursFollowOneAnother) {
+  SketchJson style = filled(kRed);
+  style["blurs"] = SketchJson::array(
+      {{{"type", 1}, {"radius", 8}, {"motionAngle", 0}}, {{"type", 0}, {"radius", 2}}});
+  const Drawing whole = draw({rectangle(16, 10, 4, 20, style)}, 60, 40);
+  const Drawing cut = draw({rectangle(-4, 10, 4, 20, style)}, 40, 40);
+  EXPECT_GT(cut.at(0, 20).alpha(), 20);
+  for (int x = 0; x < 20; ++x) EXPECT_NEAR(cut.at(x, 20).alpha(), whole.at(x + 20, 20).alpha(), 1);
+}
+
 /// Grains over half of the black below, brighter on the whole.
 TEST(LayerPainter, NoiseHasGrains) {
   SketchJson style;
@@ -766,7 +777,11 @@ TEST(LayerPainter, TextRunsAlongTheShapeBelowIt) {
   line["points"] = parts::points({{0, 1, 0}, {0, 0, 0}});
   const SketchJson along = text(
       "HHHHH", {{"automaticallyDrawOnUnderlyingPath", true}, {"frame", frame(0, 26, 40, 20)}}, {});
-  for (const SketchJson& drawn : {along, with(along, {{"hasClippingMask", true}})}) {
+  const SketchJson seeThrough =
+      with(along, {{"style", {{"contextSettings", {{"opacity", 0.99}, {"blendMode", 0}}}}}});
+  const SketchJson farOff = with(seeThrough, {{"frame", frame(-500, 26, 40, 20)}});
+  for (const SketchJson& drawn :
+       {along, seeThrough, farOff, with(along, {{"hasClippingMask", true}})}) {
     const Drawing drawing = draw({line, drawn}, 80, 80);
     QRect ink;
     for (int y = 0; y < 80; ++y) {

@@ -38,6 +38,17 @@ TEST(UnreadStyle, IsNamedOncePerKindOfThing) {
   EXPECT_TRUE(drawing.warnings[0].contains(QStringLiteral("\"fills.mesh\"")));
 }
 
+TEST(UnreadStyle, OfAFrameItselfIsNamed) {
+  TinyDocument tiny;
+  tiny.layers = {with(container("group", frame(0, 0, 9, 9), {}), {{"groupBehavior", 1}})};
+  tiny.layers[0]["style"] = SketchJson::parse(R"({"_class":"style","halo":1})");
+  const SketchDocumentRef document = tiny.open();
+  ArtboardRenderer renderer(document);
+  QString error;
+  ASSERT_TRUE(renderer.render(*document->artboards()[0], 1, &error)) << qPrintable(error);
+  EXPECT_EQ(renderer.warnings().size(), 1);
+}
+
 /// What is behind the layer is blurred, not what is in it.
 TEST(UnreadStyle, KindsOfBlurThatCameLaterLeaveTheLayerSharp) {
   const SketchJson style =
