@@ -75,19 +75,18 @@ double ownBlur(const LayerStyle& style) {
   return std::min(deviation, kMostBlur);
 }
 
-bool blursItself(const Blur& blur) {
-  return blur.kind != Blur::Kind::Background && blur.radius > 0;
+/// How far around it, in pixels, a layer's own blur looks for each pixel.
+int reachOfBlur(const Blur& blur, double scale) {
+  if (blur.kind == Blur::Kind::Background || !(blur.radius > 0)) return 0;
+  const double radius = std::min(blur.radius * scale, kMostBlur);
+  return blur.kind == Blur::Kind::Gaussian ? blurReach(radius) : int(std::ceil(radius));
 }
 
-/// How far around it, in pixels, a layer's own blurs look for each pixel, one after the other.
+/// The same of all of them, one after the other.
 int ownBlurReach(const LayerStyle& style, double scale) {
-  double reach = 0;
-  for (const Blur& blur : style.blurs) {
-    if (!blursItself(blur)) continue;
-    const double radius = std::min(blur.radius * scale, kMostBlur);
-    reach += blur.kind == Blur::Kind::Gaussian ? blurReach(radius) : std::ceil(radius);
-  }
-  return int(std::min(reach, 3 * kMostBlur));
+  int reach = 0;
+  for (const Blur& blur : style.blurs) reach += reachOfBlur(blur, scale);
+  return std::min(reach, int(3 * kMostBlur));
 }
 
 /// The part of an outline's pen that lies on the border's side of it.
@@ -343,12 +342,10 @@ void LayerPainter::paintByItself(Subject* subject) {
   subject->canvas = {&alone, below.toPicture, {}};
   paintSubject(*subject);
   if (tints(*subject)) tint(*subject, below.toPicture, &alone);
-  // A shadow, or another blur, may bring what lies outside into sight.
-  const bool isSeenOnly =
-      subject->style.shadows.isEmpty() &&
-      std::count_if(subject->style.blurs.begin(), subject->style.blurs.end(), blursItself) == 1;
-  blurAlone(*subject, below.toPicture, isSeenOnly ? below.surface->rect() : alone.rect(), &alone);
-  if (isPlainContainer(subject->layer) && !subject->style.shadows.isEmpty()) {
+  // The shadow of it all may bring what lies outside into sight.
+  const bool castsShadows = isPlainContainer(subject->layer) && !subject->style.shadows.isEmpty();
+  blurAlone(*subject, below.toPicture, castsShadows ? alone.rect() : below.surface->rect(), &alone);
+  if (castsShadows) {
     // The shadows belong to the group, and fade with it.
     Surface content = alone;
     alone.pixels.fill(Qt::transparent);
@@ -383,9 +380,14 @@ void LayerPainter::tint(const Subject& subject, const QTransform& toPicture, Sur
 void LayerPainter::blurAlone(const Subject& subject, const QTransform& toPicture,
                              const QRect& needed, Surface* alone) {
   const QPointF origin = alone->origin;
-  const QRect inAlone = needed.translated(-alone->origin);
+  const double scale = scaleOf(toPicture);
+  int later = 0;
+  for (const Blur& own : subject.style.blurs) later += reachOfBlur(own, scale);
   for (const Blur& own : subject.style.blurs) {
-    const double radius = std::min(own.radius * scaleOf(toPicture), kMostBlur);
+    // The blurs that follow look around what is needed in the end.
+    later -= reachOfBlur(own, scale);
+    const QRect inAlone = needed.translated(-alone->origin).adjusted(-later, -later, later, later);
+    const double radius = std::min(own.radius * scale, kMostBlur);
     if (own.kind == Blur::Kind::Gaussian) blur(&alone->pixels, radius);
     if (own.kind == Blur::Kind::Motion) {
       const QPointF streak = QLineF::fromPolar(radius, own.angle).p2();
@@ -395,7 +397,7 @@ void LayerPainter::blurAlone(const Subject& subject, const QTransform& toPicture
       const QSizeF size = subject.frame().size();
       const QPointF center =
           toPicture.map(QPointF(own.center.x() * size.width(), own.center.y() * size.height()));
-      const double half = std::hypot(size.width(), size.height()) / 2 * scaleOf(toPicture);
+      const double half = std::hypot(size.width(), size.height()) / 2 * scale;
       smear(&alone->pixels, inAlone, radius, [=](const QPointF& at) {
         return (at + origin - center) * (radius / std::max(half, 1.0));
       });

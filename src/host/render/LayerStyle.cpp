@@ -48,6 +48,8 @@ Paint readPaint(const SketchJson& json) {
 /// Units. A shadow that is farther away is in nobody's sight, and one that is spread wider takes
 /// minutes to draw.
 constexpr double kFarthest = 1e6, kWidestSpread = 2000;
+/// One after the other; the host offers one of each kind.
+constexpr qsizetype kMostBlurs = 8;
 /// No thinner border can be seen, and the dashes of one take for ever.
 constexpr double kThinnestBorder = 1e-4;
 
@@ -142,7 +144,9 @@ LayerStyle readLayerStyle(const SketchJson& json) {
   eachEnabled(json, "innerShadows",
               [&](const auto& part) { style.innerShadows.append(readShadow(part)); });
   for (const char* key : {"blur", "blurs"}) {
-    eachEnabled(json, key, [&](const auto& blur) { style.blurs.append(readBlur(blur)); });
+    eachEnabled(json, key, [&](const auto& blur) {
+      if (style.blurs.size() < kMostBlurs) style.blurs.append(readBlur(blur));
+    });
   }
   eachEnabled(json, "colorControls", [&](const SketchJson& controls) {
     style.colorControls.append({numberIn(controls, "brightness"), numberIn(controls, "contrast", 1),
