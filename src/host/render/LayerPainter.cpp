@@ -134,6 +134,18 @@ void paintEmblems(const TextShape& shape, const Canvas& canvas) {
   }
 }
 
+/// Onto a canvas of that space; the emblems are in sRGB.
+void paintEmblemsInDisplayP3(const TextShape& shape, const Canvas& canvas) {
+  const bool hasEmblems = std::any_of(shape.areas.begin(), shape.areas.end(),
+                                      [](const auto& area) { return !area.emblems.isEmpty(); });
+  if (!hasEmblems) return;
+  Surface alone = Surface::of(canvas.surface->rect());
+  if (alone.isEmpty()) return;
+  paintEmblems(shape, {&alone, canvas.toPicture, {}});
+  alone.pixels = toDisplayP3(alone.pixels);
+  compose(alone, canvas, BlendMode::Normal, 1);
+}
+
 /// Without dashes that would be too many to draw.
 LayerStyle withBearableDashes(LayerStyle style, const QPainterPath& outline) {
   double sum = 0;
@@ -626,12 +638,12 @@ TextShape LayerPainter::textOf(const SketchJson& layer) {
   if (!frameTells && !measures_) measures_ = measureFonts(document_);
   const TextRuns runs = readTextRuns(layer);
   const TextShape shape = shapeText(runs, box, measures_.value_or(FontMeasures()));
-  warnOfText(layer, runs, shape);
+  warnOfText(layer, runs, shape, !box.path.isEmpty());
   return shape;
 }
 
-void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs,
-                              const TextShape& shape) {
+void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs, const TextShape& shape,
+                              bool hasPath) {
   for (const QString& font : shape.missingFonts) {
     warn(u"The font %1 is not installed; another stands in."_s.arg(font));
   }
@@ -640,8 +652,8 @@ void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs,
     warn(u"Some characters of \"%1\" are in no font here."_s.arg(name));
   }
   if (flagIn(layer, "automaticallyDrawOnUnderlyingPath")) {
-    warn((pathUnder(layer).isEmpty() ? u"There is no shape below \"%1\" for it to run along."_s
-                                     : u"Where on the path below it \"%1\" begins is a guess."_s)
+    warn((hasPath ? u"Where on the path below it \"%1\" begins is a guess."_s
+                  : u"There is no shape below \"%1\" for it to run along."_s)
              .arg(name));
   }
   if (std::any_of(runs.runs.begin(), runs.runs.end(),
@@ -650,21 +662,10 @@ void LayerPainter::warnOfText(const SketchJson& layer, const TextRuns& runs,
   }
 }
 
-/// Their pictures are in sRGB, whatever the canvas is in.
-void LayerPainter::paintEmblemsOf(const TextShape& shape, const Canvas& canvas) {
-  const bool hasEmblems = std::any_of(shape.areas.begin(), shape.areas.end(),
-                                      [](const auto& area) { return !area.emblems.isEmpty(); });
-  if (!hasEmblems || !paintsDisplayP3_) return paintEmblems(shape, canvas);
-  Surface alone = Surface::of(canvas.surface->rect());
-  if (alone.isEmpty()) return;
-  paintEmblems(shape, {&alone, canvas.toPicture, {}});
-  alone.pixels = toDisplayP3(alone.pixels);
-  compose(alone, canvas, BlendMode::Normal, 1);
-}
-
 void LayerPainter::paintText(const Subject& subject) {
   const TextShape shape = textOf(subject.layer);
-  paintEmblemsOf(shape, subject.canvas);
+  paintsDisplayP3_ ? paintEmblemsInDisplayP3(shape, subject.canvas)
+                   : paintEmblems(shape, subject.canvas);
   const QPainterPath outline = shape.outline();
   if (outline.isEmpty()) return;
   const LayerStyle& style = subject.style;

@@ -2,6 +2,7 @@
 
 #include <QSet>
 #include <QStringList>
+#include <map>
 #include <optional>
 
 #include "host/SketchDocument.h"
@@ -68,7 +69,6 @@ class LayerPainter {
   void paintInFrame(const Subject& subject, bool isCut);
   void paintShape(const Subject& subject);
   void paintText(const Subject& subject);
-  void paintEmblemsOf(const TextShape& shape, const Canvas& canvas);
   void paintBitmap(const Subject& subject);
 
   void paintFills(const Subject& subject, const QPainterPath& outline);
@@ -84,7 +84,8 @@ class LayerPainter {
   TextShape textOf(const SketchJson& layer);
   /// What the text runs along, in its coordinates: the shape below it, where it asks for that.
   QPainterPath pathUnder(const SketchJson& text) const;
-  void warnOfText(const SketchJson& layer, const TextRuns& runs, const TextShape& shape);
+  void warnOfText(const SketchJson& layer, const TextRuns& runs, const TextShape& shape,
+                  bool hasPath);
   QRectF reachOf(const SketchJson& layer);
   QRectF reachOfContents(const SketchJson& container);
   QRectF reachOfText(const SketchJson& text) const;

@@ -755,6 +755,15 @@ TEST(LayerPainter, DrawsColoredEmoji) {
     EXPECT_NEAR(covered.center().y(), 21 * scale, 4 * scale);
     EXPECT_EQ(drawing.warnings, QStringList());
   }
+  const Drawing inSRgb = drawDocument(tiny, 50, 50);
+  tiny.document["colorSpace"] = 2;
+  const Drawing inDisplayP3 = drawDocument(tiny, 50, 50);
+  ASSERT_EQ(inSRgb.at(21, 20).alpha(), 255);
+  for (int y = 10; y < 34; ++y) {
+    if (inSRgb.at(21, y).alpha() < 255) continue;
+    EXPECT_NEAR(inDisplayP3.at(21, y).green(), inSRgb.at(21, y).green(), 3) << y;
+    EXPECT_NEAR(inDisplayP3.at(21, y).red(), inSRgb.at(21, y).red(), 3) << y;
+  }
 }
 
 /// Black, in Roboto of 12.
