@@ -14,8 +14,8 @@ namespace {
 
 using kelvar::ArtboardRenderer;
 using kelvar::SketchDocument;
-using Json = nlohmann::ordered_json;
 using kelvar::ZipArchive;
+using Json = nlohmann::ordered_json;
 
 constexpr qsizetype kBytes = 50'000'000;
 
