@@ -98,13 +98,17 @@ ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, 
     return nullptr;
   }
   surface.pixels.fill(background);
-  render::LayerPainter painter(*document_, withoutPictures_);
+  render::LayerPainter painter(*document_, withoutPictures_, stop_);
   const render::Canvas canvas{&surface, QTransform::fromScale(scale, scale), {}};
   const SketchJson& json = layer.json();
   if (layer.isArtboard() || layer.isPage()) {
     painter.paintContents(json, canvas);
   } else {
     painter.paintLayer(json, canvas);
+  }
+  if (stop_.stop_requested()) {
+    *error = kDrawingStopped;
+    return nullptr;
   }
   warnings_ = painter.warnings();
   const QImage pixels = painter.paintsDisplayP3() ? fromDisplayP3(surface.pixels) : surface.pixels;

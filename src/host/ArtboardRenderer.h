@@ -3,12 +3,16 @@
 #include <QColor>
 #include <QSet>
 #include <QStringList>
+#include <stop_token>
 
 #include "host/SketchDocument.h"
 #include "platform/Export.h"
 #include "platform/Image.h"
 
 namespace kelvar {
+
+/// What a drawing says that somebody stopped.
+constexpr QLatin1StringView kDrawingStopped("the drawing was stopped");
 
 /// Draws artboards, pages and layers of a Sketch document.
 ///
@@ -26,6 +30,12 @@ class KELVAR_EXPORT ArtboardRenderer {
   /// Pictures in fills of the layers with these identifiers are left out, and so are bitmaps among
   /// them: for designs whose own pictures would show themselves.
   void setWithoutPictures(const QSet<QString>& layerIDs) { withoutPictures_ = layerIDs; }
+
+  /// Set off from any thread, it ends a drawing early, and no other is begun: there is no picture
+  /// then, and the error is `kDrawingStopped`. The drawing looks at it between layers, between the
+  /// fills, shadows, borders and blurs of one, and along large blurs; what it cannot look into is a
+  /// single step of the painter, which is kept to seconds.
+  void setStop(const std::stop_token& stop) { stop_ = stop; }
 
   /// The layer alone, `scale` pixels a document unit. An artboard is its frame, with its background
   /// where that is to be exported; a page is what its layers cover; any other layer is what it
@@ -53,6 +63,7 @@ class KELVAR_EXPORT ArtboardRenderer {
 
   SketchDocumentRef document_;
   QSet<QString> withoutPictures_;
+  std::stop_token stop_;
   QStringList warnings_;
 };
 

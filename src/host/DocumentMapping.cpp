@@ -127,14 +127,19 @@ bool DocumentMapping::walk(const SketchLayerRef& layer, const LayerSettings& set
     return false;
   }
   const ImageRef drawn = design(mapping.vectorSize(), error);
-  if (!drawn) return false;
+  if (!drawn || isStopped(error)) return false;
   const ImageRef picture = mapping.picture(drawn, sampling_, threads_);
   if (!picture->isValid()) {
     *error = aboutLayer(*layer, QStringLiteral("its corners are too close to a line, or there is "
                                                "too little memory"));
     return false;
   }
-  return mapping.fill(*document_, picture, error);
+  return !isStopped(error) && mapping.fill(*document_, picture, error);
+}
+
+bool DocumentMapping::isStopped(QString* error) const {
+  if (stop_.stop_requested()) *error = kDrawingStopped;
+  return stop_.stop_requested();
 }
 
 bool DocumentMapping::fill(const SketchLayerRef& layer, const LayerSettings& settings,
@@ -164,6 +169,7 @@ ImageRef DocumentMapping::draw(const SketchLayer& artboard, const QSizeF& size, 
   }
   ArtboardRenderer renderer(document_);
   renderer.setWithoutPictures(excluded);
+  renderer.setStop(stop_);
   const QSizeF frame = artboard.frameRect().size();
   const ImageRef picture = renderer.render(artboard, magnification(frame, size), error);
   keepWarnings(renderer.warnings());
@@ -197,6 +203,7 @@ bool DocumentMapping::refreshLayer(const SketchLayerRef& layer, QString* error) 
 
 void DocumentMapping::redrawPreview() {
   ArtboardRenderer renderer(document_);
+  renderer.setStop(stop_);
   QString problem;
   const ImageRef picture = renderer.renderPreview(&problem);
   keepWarnings(renderer.warnings());

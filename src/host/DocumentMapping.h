@@ -2,6 +2,7 @@
 
 #include <QStringList>
 #include <functional>
+#include <stop_token>
 
 #include "host/LayerMapping.h"
 #include "host/LayerSettings.h"
@@ -27,6 +28,9 @@ class KELVAR_EXPORT DocumentMapping {
   /// How designs are sampled, and on how many threads, 0 for one each processor.
   void setSampling(warp::Sampling sampling) { sampling_ = sampling; }
   void setThreads(int threads) { threads_ = threads; }
+  /// Set off from any thread, it ends a mapping early, which then has failed: see
+  /// `ArtboardRenderer::setStop`.
+  void setStop(const std::stop_token& stop) { stop_ = stop; }
 
   /// Fills the layer with the design and remembers the settings, but for the artboard, on it. The
   /// design is asked for at the size in pixels at which it would best be drawn.
@@ -65,11 +69,13 @@ class KELVAR_EXPORT DocumentMapping {
             QString* error);
   bool closesNoCircle(const SketchLayerRef& layer, const LayerSettings& settings,
                       const SketchLayerRef& artboard, QString* error) const;
+  bool isStopped(QString* error) const;
   void keepWarnings(const QStringList& warnings);
 
   SketchDocumentRef document_;
   warp::Sampling sampling_ = warp::Sampling::Best;
   int threads_ = 0;
+  std::stop_token stop_;
   QStringList warnings_;
 };
 

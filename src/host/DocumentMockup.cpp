@@ -219,11 +219,12 @@ Arrangement::Shape DocumentMockup::readShape(const MockupLayer& layer, const Gro
   return shape;
 }
 
-void DocumentMockup::apply(const Arrangement& arrangement) {
+void DocumentMockup::apply(const Arrangement& arrangement, const std::stop_token& stop) {
   QList<Arrangement::Shape> shapes = arrangement.shapes;
   // What is not included in artboards may have this one as its design, with the others on it.
   std::stable_partition(shapes.begin(), shapes.end(), [](const auto& one) { return one.included; });
   for (const Arrangement::Shape& shape : shapes) {
+    if (stop.stop_requested()) return;
     if (!layers_.contains(shape.id)) continue;
     QString doubt;
     const ImageRef picture = filePicture(arrangement, shape, &doubt);
@@ -233,7 +234,12 @@ void DocumentMockup::apply(const Arrangement& arrangement) {
       continue;
     }
     isPreviewOld_ = true;
-    QString problem = show(shape, picture);
+    QString problem = show(shape, picture, stop);
+    // Whatever it looks like now, it is to be shown again.
+    if (stop.stop_requested()) {
+      shown_.remove(shape.id);
+      return;
+    }
     if (!problem.isEmpty() && !doubt.isEmpty()) problem = doubt;
     shown_.insert(shape.id, {shape, picture, problem, doubt});
   }
@@ -249,7 +255,8 @@ ImageRef DocumentMockup::filePicture(const Arrangement& arrangement,
   return picture ? picture : pictures_.last(design->file);
 }
 
-QString DocumentMockup::show(const Arrangement::Shape& shape, const ImageRef& filePicture) {
+QString DocumentMockup::show(const Arrangement::Shape& shape, const ImageRef& filePicture,
+                             const std::stop_token& stop) {
   const MockupLayer& layer = *layers_.value(shape.id);
   layer.restore(*document_);
   const bool isAsOpened = *opened_.shape(shape.id) == shape;
@@ -261,6 +268,7 @@ QString DocumentMockup::show(const Arrangement::Shape& shape, const ImageRef& fi
   const SketchLayerRef designLayer = designLayers_.value(shape.design);
   if (!designLayer && opened_.design(shape.design)) return keepPicture(layer, shape);
   DocumentMapping mapping(document_);
+  mapping.setStop(stop);
   const LayerSettings settings = layer.settingsFor(shape);
   QString problem;
   if (designLayer && designLayer->isArtboard()) {
@@ -293,8 +301,10 @@ QString DocumentMockup::keepPicture(const MockupLayer& layer,
   return {};
 }
 
-Mockup::Drawing DocumentMockup::draw(const Arrangement& arrangement, Purpose purpose) {
-  apply(arrangement);
+Mockup::Drawing DocumentMockup::makeDrawing(const Arrangement& arrangement, Purpose purpose,
+                                            const std::stop_token& stop) {
+  apply(arrangement, stop);
+  if (stop.stop_requested()) return {nullptr, kDrawingStopped, {}};
   Drawing drawing;
   for (const Arrangement::Shape& shape : arrangement.shapes) {
     const Shown shown = shown_.value(shape.id);
@@ -304,7 +314,9 @@ Mockup::Drawing DocumentMockup::draw(const Arrangement& arrangement, Purpose pur
   const Ground* const found = this->ground(arrangement.artboard);
   const Ground& ground = found ? *found : grounds_.first();
   const double scale = purpose == Purpose::Window ? ground.scale : exportScale(arrangement);
-  drawing.picture = ArtboardRenderer(document_).render(*ground.layer, scale, &drawing.problem);
+  ArtboardRenderer renderer(document_);
+  renderer.setStop(stop);
+  drawing.picture = renderer.render(*ground.layer, scale, &drawing.problem);
   return drawing;
 }
 
@@ -318,14 +330,16 @@ double DocumentMockup::exportScale(const Arrangement& arrangement) const {
   return scale;
 }
 
-ImageRef DocumentMockup::designPicture(const Arrangement::Design& design, int side,
-                                       QString* error) {
+ImageRef DocumentMockup::makeDesignPicture(const Arrangement::Design& design, int side,
+                                           QString* error, const std::stop_token& stop) {
   if (!design.file.isEmpty()) return pictures_.read(design.file, {}, error);
   const SketchLayerRef layer = designLayers_.value(design.id);
   if (layer && layer->isArtboard()) {
     const QSizeF size = layer->frameRect().size();
     const double longest = std::max({size.width(), size.height(), 1.0});
-    return ArtboardRenderer(document_).render(*layer, std::min(1.0, side / longest), error);
+    ArtboardRenderer renderer(document_);
+    renderer.setStop(stop);
+    return renderer.render(*layer, std::min(1.0, side / longest), error);
   }
   const SketchJson reference =
       layer ? memberOf(layer->json(), "image") : SketchJson{{"_ref", design.id.toStdString()}};
@@ -345,7 +359,7 @@ void DocumentMockup::refresh(const Arrangement::Design& design) {
 }
 
 bool DocumentMockup::save(const Arrangement& arrangement, const QString& path, QString* error) {
-  apply(arrangement);
+  apply(arrangement, {});
   for (const Arrangement::Shape& shape : arrangement.shapes) {
     const QString problem = shown_.value(shape.id).problem;
     if (problem.isEmpty()) continue;

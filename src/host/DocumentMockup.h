@@ -38,10 +38,6 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   Arrangement arrangement() const override { return opened_; }
   QList<Artboard> artboards() const override;
   bool canChangeShapes() const override { return false; }
-  /// In the window two pixels a point where that is no huge picture; in exports as many as the
-  /// finest of its shapes asks for. All shapes are in both.
-  Drawing draw(const Arrangement& arrangement, Purpose purpose) override;
-  ImageRef designPicture(const Arrangement::Design& design, int side, QString* error) override;
   /// An artboard is mapped again as it is now.
   void refresh(const Arrangement::Design& design) override;
   /// Refuses a document in which any shape would not show its design.
@@ -79,6 +75,12 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   };
 
   DocumentMockup() = default;
+  /// In the window two pixels a point where that is no huge picture; in exports as many as the
+  /// finest of its shapes asks for. All shapes are in both.
+  Drawing makeDrawing(const Arrangement& arrangement, Purpose purpose,
+                      const std::stop_token& stop) override;
+  ImageRef makeDesignPicture(const Arrangement::Design& design, int side, QString* error,
+                             const std::stop_token& stop) override;
   void readGrounds();
   void addGround(const SketchLayerRef& layer);
   void readDesigns();
@@ -92,13 +94,14 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   QString mostLikelyArtboard() const;
   /// Null when there is none of that identifier.
   const Ground* ground(const QString& id) const;
-  /// Brings the document up to date.
-  void apply(const Arrangement& arrangement);
+  /// Brings the document up to date, or as far as it gets until it is stopped.
+  void apply(const Arrangement& arrangement, const std::stop_token& stop);
   /// The picture file's picture; null for other designs, and where it never could be read.
   ImageRef filePicture(const Arrangement& arrangement, const Arrangement::Shape& shape,
                        QString* problem);
   /// Puts the design of the shape onto the layer. Why it cannot, or none.
-  QString show(const Arrangement::Shape& shape, const ImageRef& filePicture);
+  QString show(const Arrangement::Shape& shape, const ImageRef& filePicture,
+               const std::stop_token& stop);
   QString keepPicture(const MockupLayer& layer, const Arrangement::Shape& shape) const;
   double exportScale(const Arrangement& arrangement) const;
 

@@ -2,8 +2,9 @@
 
 namespace kelvar {
 
-ImageRef Mockup::exportPicture(const Arrangement& arrangement, QString* error) {
-  const Drawing drawing = draw(arrangement, Purpose::Export);
+ImageRef Mockup::exportPicture(const Arrangement& arrangement, QString* error,
+                               const std::stop_token& stop) {
+  const Drawing drawing = draw(arrangement, Purpose::Export, stop);
   *error = drawing.problem;
   if (!drawing.picture) return nullptr;
   for (const Arrangement::Shape& shape : arrangement.shapesInSight()) {

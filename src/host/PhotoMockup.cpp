@@ -1,18 +1,22 @@
 #include "host/PhotoMockup.h"
 
+#include "host/ArtboardRenderer.h"
 #include "host/cornersObjection.h"
 
 namespace kelvar {
 
-Mockup::Drawing PhotoMockup::draw(const Arrangement& arrangement, Purpose purpose) {
+Mockup::Drawing PhotoMockup::makeDrawing(const Arrangement& arrangement, Purpose purpose,
+                                         const std::stop_token& stop) {
   Drawing drawing;
   const ImageRef photo = kept_.read(arrangement.photo, {}, &drawing.problem);
   if (!photo) return drawing;
   QImage pixels = photo->pixels();
   for (const Arrangement::Shape& shape : arrangement.shapes) {
+    if (stop.stop_requested()) return {nullptr, kDrawingStopped, {}};
     if (shape.design.isEmpty() || (purpose == Purpose::Export && !shape.included)) continue;
     drawShape(arrangement, shape, &pixels, &drawing);
   }
+  if (stop.stop_requested()) return {nullptr, kDrawingStopped, {}};
   drawing.picture = std::make_shared<Image>(pixels, photo->size());
   return drawing;
 }
@@ -36,7 +40,8 @@ void PhotoMockup::drawShape(const Arrangement& arrangement, const Arrangement::S
   }
 }
 
-ImageRef PhotoMockup::designPicture(const Arrangement::Design& design, int, QString* error) {
+ImageRef PhotoMockup::makeDesignPicture(const Arrangement::Design& design, int, QString* error,
+                                        const std::stop_token&) {
   return kept_.read(design.file, {}, error);
 }
 

@@ -15,12 +15,14 @@ class KELVAR_EXPORT PhotoMockup : public Mockup {
 
   Arrangement arrangement() const override { return arrangement_; }
   bool canChangeShapes() const override { return true; }
-  Drawing draw(const Arrangement& arrangement, Purpose purpose) override;
-  ImageRef designPicture(const Arrangement::Design& design, int side, QString* error) override;
   void refresh(const Arrangement::Design& design) override;
   bool save(const Arrangement& arrangement, const QString& path, QString* error) override;
 
  private:
+  Drawing makeDrawing(const Arrangement& arrangement, Purpose purpose,
+                      const std::stop_token& stop) override;
+  ImageRef makeDesignPicture(const Arrangement::Design& design, int side, QString* error,
+                             const std::stop_token& stop) override;
   void drawShape(const Arrangement& arrangement, const Arrangement::Shape& shape, QImage* pixels,
                  Drawing* drawing);
 

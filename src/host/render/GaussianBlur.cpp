@@ -41,7 +41,7 @@ void addTaps(const float* from, ptrdiff_t step, const float* weights, int taps, 
   for (; j < taps; ++j) addTaps<1>(from + j * step, step, weights + j, to, count);
 }
 
-void convolve(QImage* pixels, const std::vector<float>& weights) {
+void convolve(QImage* pixels, const std::vector<float>& weights, const std::stop_token& stop) {
   const int channels = pixels->depth() / 8, height = pixels->height();
   const int stride = pixels->width() * channels;
   const int taps = int(weights.size()), reach = taps / 2;
@@ -49,7 +49,7 @@ void convolve(QImage* pixels, const std::vector<float>& weights) {
   // Outside of the picture is empty.
   std::vector<float> line(stride + 2 * reach * channels);
   int top = height, bottom = -1;  // Of the rows that are not empty: often far fewer.
-  for (int y = 0; y < height; ++y) {
+  for (int y = 0; y < height && !stop.stop_requested(); ++y) {
     const uchar* from = pixels->constScanLine(y);
     if (std::all_of(from, from + stride, [](uchar value) { return value == 0; })) continue;
     top = std::min(top, y);
@@ -58,7 +58,7 @@ void convolve(QImage* pixels, const std::vector<float>& weights) {
     addTaps(line.data(), channels, weights.data(), taps, across.data() + size_t(y) * stride,
             stride);
   }
-  for (int y = 0; y < height; ++y) {
+  for (int y = 0; y < height && !stop.stop_requested(); ++y) {
     const int first = std::max(top, y - reach), last = std::min(bottom, y + reach);
     std::fill(line.begin(), line.end(), 0.5f);  // Rounds when it is cut off below.
     if (first <= last) {
@@ -74,15 +74,15 @@ void convolve(QImage* pixels, const std::vector<float>& weights) {
 
 int blurReach(double deviation) { return int(std::ceil(3 * deviation)); }
 
-void blur(QImage* pixels, double deviation) {
-  if (!(deviation > 0.05) || pixels->isNull()) return;
-  if (deviation <= kLargestExactDeviation) return convolve(pixels, bell(deviation));
+void blur(QImage* pixels, double deviation, const std::stop_token& stop) {
+  if (!(deviation > 0.05) || pixels->isNull() || stop.stop_requested()) return;
+  if (deviation <= kLargestExactDeviation) return convolve(pixels, bell(deviation), stop);
   const QSize size = pixels->size();
   const QImage::Format format = pixels->format();
   QImage half = pixels->scaled((size.width() + 1) / 2, (size.height() + 1) / 2,
                                Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   half.convertTo(format);
-  blur(&half, deviation / 2);
+  blur(&half, deviation / 2, stop);
   *pixels = half.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   pixels->convertTo(format);
 }

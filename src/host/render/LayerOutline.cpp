@@ -54,13 +54,14 @@ QPainterPath combined(QPainterPath below, const QPainterPath& above, int operati
   return below;
 }
 
-QPainterPath groupOutline(const SketchJson& group, Qt::FillRule rule) {
+QPainterPath groupOutline(const SketchJson& group, Qt::FillRule rule, const std::stop_token& stop) {
   QPainterPath outline;
   outline.setFillRule(rule);
   bool isFirst = true;
   for (const SketchJson& part : listIn(group, "layers")) {
+    if (stop.stop_requested()) break;
     if (!flagIn(part, "isVisible", true)) continue;
-    const QPainterPath path = sketchTransform(part).map(layerOutline(part));
+    const QPainterPath path = sketchTransform(part).map(layerOutline(part, stop));
     if (path.isEmpty()) continue;
     const int operation = isFirst ? -1 : integerIn(part, "booleanOperation", -1);
     outline = combined(outline, path, operation, rule);
@@ -127,11 +128,11 @@ QPainterPath markerShape(Marker marker, double width) {
 
 }  // namespace
 
-QPainterPath layerOutline(const SketchJson& layer) {
+QPainterPath layerOutline(const SketchJson& layer, const std::stop_token& stop) {
   const Qt::FillRule rule = integerIn(memberOf(layer, "style"), "windingRule", 1) != 0
                                 ? Qt::OddEvenFill
                                 : Qt::WindingFill;
-  if (classOf(layer) == u"shapeGroup") return groupOutline(layer, rule);
+  if (classOf(layer) == u"shapeGroup") return groupOutline(layer, rule, stop);
   QPainterPath outline = painterPath(sketchPath(layer, rectIn(layer, "frame").size()));
   outline.setFillRule(rule);
   return outline;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPainterPath>
+#include <stop_token>
 
 #include "host/SketchJson.h"
 #include "host/render/LayerStyle.h"
@@ -8,8 +9,9 @@
 namespace kelvar::render {
 
 /// The outline of a shape or of a shape group, whose parts are combined as each part's
-/// "booleanOperation" says, in the layer's own coordinates. Empty for other kinds.
-QPainterPath layerOutline(const SketchJson& layer);
+/// "booleanOperation" says, in the layer's own coordinates. Empty for other kinds. Only a part of
+/// it once it is to stop.
+QPainterPath layerOutline(const SketchJson& layer, const std::stop_token& stop = {});
 
 /// Whether the outline is one that a border runs along both sides of: an open path.
 bool isOpenOutline(const QPainterPath& outline);

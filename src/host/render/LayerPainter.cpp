@@ -156,9 +156,11 @@ LayerStyle withBearableDashes(LayerStyle style, const QPainterPath& outline) {
 
 }  // namespace
 
-LayerPainter::LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures)
+LayerPainter::LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures,
+                           const std::stop_token& stop)
     : document_(document),
       withoutPictures_(withoutPictures),
+      stop_(stop),
       documentVersion_(integerIn(document.meta(), "version")),
       paintsDisplayP3_(integerIn(document.document(), "colorSpace") == kDisplayP3) {}
 
@@ -232,7 +234,7 @@ void LayerPainter::paintRange(const SketchJson& layers, size_t first, size_t las
 }
 
 void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
-  if (!layer.is_object() || !flagIn(layer, "isVisible", true)) return;
+  if (isStopped() || !layer.is_object() || !flagIn(layer, "isVisible", true)) return;
   if (layersLeft_-- <= 0) return warn(u"There are too many layers; not all of them are drawn."_s);
   if (!isSane(rectIn(layer, "frame"))) {
     return warn(u"\"%1\" lies too far away and is left out."_s.arg(textIn(layer, "name")));
@@ -264,7 +266,7 @@ void LayerPainter::paintLayer(const SketchJson& layer, const Canvas& canvas) {
 /// Where the layer can leave something, in the coordinates around it. Generous: a blur is followed
 /// until it cannot be seen, a text may be as wide as its letters could make it.
 QRectF LayerPainter::reachOf(const SketchJson& layer) {
-  if (!flagIn(layer, "isVisible", true) || layersLeft_ <= 0) return {};
+  if (isStopped() || !flagIn(layer, "isVisible", true) || layersLeft_ <= 0) return {};
   const QString kind = classOf(layer);
   const LayerStyle style = readLayerStyle(memberOf(layer, "style"));
   QRectF reach({0, 0}, rectIn(layer, "frame").size());
@@ -316,7 +318,8 @@ QRectF LayerPainter::reachOfContents(const SketchJson& container) {
 
 SketchJson LayerPainter::expanded(const SketchJson& instance) {
   QStringList warnings;
-  const SketchJson content = expandedInstance(instance, document_, &measuresLeft_, &warnings);
+  const SketchJson content =
+      expandedInstance(instance, document_, &measuresLeft_, &warnings, stop_);
   for (const QString& warning : warnings) warn(warning);
   return content;
 }
@@ -377,6 +380,7 @@ void LayerPainter::tint(const Subject& subject, const QTransform& toPicture, Sur
   const QPainterPath everything =
       rectPath(toPicture.inverted().mapRect(QRectF(alone->rect()).adjusted(-1, -1, 1, 1)));
   for (const Paint& fill : subject.style.fills) {
+    if (isStopped()) return;
     if (fill.kind == Paint::Kind::Pattern && leavesOutPictures_) continue;
     const bool isPattern = fill.kind == Paint::Kind::Pattern;
     QPainter painter;
@@ -400,19 +404,23 @@ void LayerPainter::blurAlone(const Subject& subject, const QTransform& toPicture
     later -= reachOfBlur(own, scale);
     const QRect inAlone = needed.translated(-alone->origin).adjusted(-later, -later, later, later);
     const double radius = std::min(own.radius * scale, kMostBlur);
-    if (own.kind == Blur::Kind::Gaussian) blur(&alone->pixels, radius);
+    if (own.kind == Blur::Kind::Gaussian) blur(&alone->pixels, radius, stop_);
     if (own.kind == Blur::Kind::Motion) {
       const QPointF streak = QLineF::fromPolar(radius, own.angle).p2();
-      smear(&alone->pixels, inAlone, radius, [=](const QPointF&) { return streak; });
+      smear(
+          &alone->pixels, inAlone, radius, [=](const QPointF&) { return streak; }, stop_);
     }
     if (own.kind == Blur::Kind::Zoom) {
       const QSizeF size = subject.frame().size();
       const QPointF center =
           toPicture.map(QPointF(own.center.x() * size.width(), own.center.y() * size.height()));
       const double half = std::hypot(size.width(), size.height()) / 2 * scale;
-      smear(&alone->pixels, inAlone, radius, [=](const QPointF& at) {
-        return (at + origin - center) * (radius / std::max(half, 1.0));
-      });
+      smear(
+          &alone->pixels, inAlone, radius,
+          [=](const QPointF& at) {
+            return (at + origin - center) * (radius / std::max(half, 1.0));
+          },
+          stop_);
       warn(u"The zoom blur of \"%1\" may be weaker or stronger than it should be."_s.arg(
           textIn(subject.layer, "name")));
     }
@@ -441,7 +449,7 @@ void LayerPainter::paintArtboard(const Subject& subject) {
   if (flagIn(subject.layer, "hasBackgroundColor")) {
     QPainter painter;
     begin(&painter, subject.canvas);
-    painter.fillPath(layerOutline(subject.layer),
+    painter.fillPath(layerOutline(subject.layer, stop_),
                      readColor(memberOf(subject.layer, "backgroundColor")));
   }
   paintInFrame(subject, cutsItsContents(subject.layer));
@@ -449,7 +457,7 @@ void LayerPainter::paintArtboard(const Subject& subject) {
 
 /// What is in an artboard or a frame, on its fills and under its borders.
 void LayerPainter::paintInFrame(const Subject& subject, bool isCut) {
-  const QPainterPath outline = layerOutline(subject.layer);
+  const QPainterPath outline = layerOutline(subject.layer, stop_);
   if (!subject.style.shadows.isEmpty()) paintShadows(subject, casterOf(subject, outline));
   paintFills(subject, outline);
   Subject contents = subject;
@@ -489,7 +497,7 @@ void LayerPainter::paintInstance(const Subject& subject) {
 }
 
 void LayerPainter::paintShape(const Subject& subject) {
-  const QPainterPath outline = layerOutline(subject.layer);
+  const QPainterPath outline = layerOutline(subject.layer, stop_);
   if (outline.isEmpty()) return;
   if (!subject.style.shadows.isEmpty()) paintShadows(subject, casterOf(subject, outline));
   paintFills(subject, outline);
@@ -499,6 +507,7 @@ void LayerPainter::paintShape(const Subject& subject) {
 
 void LayerPainter::paintFills(const Subject& subject, const QPainterPath& outline) {
   for (const Paint& fill : subject.style.fills) {
+    if (isStopped()) return;
     if (fill.kind == Paint::Kind::Noise) {
       warn(u"The noise on \"%1\" has other grains here."_s.arg(textIn(subject.layer, "name")));
     }
@@ -534,6 +543,7 @@ void LayerPainter::paintBorders(const Subject& subject, const QPainterPath& outl
   const double detail = scaleOf(subject.canvas.toPicture);
   const bool isOpen = isOpenOutline(outline);
   for (const Border& border : style.borders) {
+    if (isStopped()) return;
     const double width = border.thickness;
     if (isOpen || border.position == Border::Position::Center) {
       QPainterPath area = strokeArea(outline, style, width, detail);
@@ -558,6 +568,7 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
   const bool isFilled = !style.fills.isEmpty();
   QList<QPainterPath> borders;
   for (const Border& border : style.borders) {
+    if (isStopped()) return {};
     const bool isCentered = border.position == Border::Position::Center || isOpenOutline(outline);
     if (border.position == Border::Position::Inside && isFilled && !isCentered) continue;
     const double width = isCentered ? border.thickness : 2 * border.thickness;
@@ -592,19 +603,22 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
 void LayerPainter::paintShadows(const Subject& subject, const Caster& caster) {
   const double scale = scaleOf(subject.canvas.toPicture);
   for (const Shadow& shadow : subject.style.shadows) {
-    paintShadow(caster, shadow, scale, subject.canvas);
+    if (isStopped()) return;
+    paintShadow(caster, shadow, scale, subject.canvas, stop_);
   }
 }
 
 void LayerPainter::paintInnerShadows(const Subject& subject, const QPainterPath& outline) {
   const double scale = scaleOf(subject.canvas.toPicture);
   for (const Shadow& shadow : subject.style.innerShadows) {
-    paintInnerShadow(subject.canvas.toPicture.map(outline), shadow, scale, subject.canvas);
+    if (isStopped()) return;
+    paintInnerShadow(subject.canvas.toPicture.map(outline), shadow, scale, subject.canvas, stop_);
   }
 }
 
 void LayerPainter::paintBackgroundBlur(const Subject& subject) {
   for (const Blur& glass : subject.style.blurs) {
+    if (isStopped()) return;
     if (glass.kind != Blur::Kind::Background || !(glass.radius > 0)) continue;
     const QPainterPath outline = maskOutline(subject.layer);
     const QPainterPath place =
@@ -615,7 +629,7 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
     if (rect.isEmpty()) continue;
     const QPoint origin = subject.canvas.surface->origin;
     Surface seen{subject.canvas.surface->pixels.copy(rect.translated(-origin)), rect.topLeft()};
-    blur(&seen.pixels, deviation);
+    blur(&seen.pixels, deviation, stop_);
     if (glass.saturation != 1) {
       seen.pixels = toned(seen.pixels, {{.saturation = glass.saturation}});
     }
@@ -628,7 +642,7 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
 QPainterPath LayerPainter::pathUnder(const SketchJson& text) const {
   if (!below_ || !flagIn(text, "automaticallyDrawOnUnderlyingPath")) return {};
   const QTransform toText = sketchTransform(*below_) * sketchTransform(text).inverted();
-  return toText.map(layerOutline(*below_));
+  return toText.map(layerOutline(*below_, stop_));
 }
 
 TextShape LayerPainter::textOf(const SketchJson& layer) {
@@ -727,7 +741,7 @@ void LayerPainter::paintBitmap(const Subject& subject) {
 QPainterPath LayerPainter::maskOutline(const SketchJson& layer) {
   const QString kind = classOf(layer);
   const QTransform toParent = sketchTransform(layer);
-  if (hasOutline(layer) || isSketchFrame(layer)) return toParent.map(layerOutline(layer));
+  if (hasOutline(layer) || isSketchFrame(layer)) return toParent.map(layerOutline(layer, stop_));
   if (kind == u"text") return toParent.map(textOf(layer).outline());
   return toParent.map(rectPath({{0, 0}, rectIn(layer, "frame").size()}));
 }

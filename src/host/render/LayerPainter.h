@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <map>
 #include <optional>
+#include <stop_token>
 
 #include "host/SketchDocument.h"
 #include "host/SketchJson.h"
@@ -19,7 +20,8 @@ namespace kelvar::render {
 ///
 /// A layer draws its shadows, its fills, its inner shadows and its borders in this order; one that
 /// has an opacity, a blend mode or a blur is drawn by itself first, and then mixed with what lies
-/// below. What cannot be drawn is drawn as well as can be, with a line in `warnings`.
+/// below. What cannot be drawn is drawn as well as can be, with a line in `warnings`. Once it is to
+/// stop, whatever is left is left out, and what was drawn is worth nothing.
 class LayerPainter {
  public:
   /// Of all layers together, symbols written out: more is a symbol that multiplies itself.
@@ -31,7 +33,8 @@ class LayerPainter {
   /// Of layers that are drawn by themselves before they are mixed with what lies below.
   static constexpr qint64 kMostHeldPixels = qint64{1} << 29;
 
-  LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures);
+  LayerPainter(const SketchDocument& document, const QSet<QString>& withoutPictures,
+               const std::stop_token& stop = {});
 
   /// The layer in its place in `canvas`, which is in the coordinates around it.
   void paintLayer(const SketchJson& layer, const Canvas& canvas);
@@ -95,6 +98,7 @@ class LayerPainter {
   QRect reachOnCanvas(const Subject& subject);
   bool tints(const Subject& subject) const;
   ImageRef pictureOf(const SketchJson& reference);
+  bool isStopped() const { return stop_.stop_requested(); }
   void warn(const QString& sentence);
   /// Of each kind of thing once, with the first layer that has it.
   void warnOfUnreadStyle(const SketchJson& layer);
@@ -103,6 +107,7 @@ class LayerPainter {
 
   const SketchDocument& document_;
   const QSet<QString>& withoutPictures_;
+  const std::stop_token stop_;
   const int documentVersion_;
   const bool paintsDisplayP3_;
   /// Pictures in those colours.

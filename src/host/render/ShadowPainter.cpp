@@ -22,9 +22,10 @@ QRect grown(const QRect& rect, int margin) {
 }
 
 /// Blurs the alpha, and puts one colour in place of all.
-void makeShadow(QImage* pixels, double deviation, const QColor& color) {
+void makeShadow(QImage* pixels, double deviation, const QColor& color,
+                const std::stop_token& stop) {
   pixels->convertTo(QImage::Format_Alpha8);
-  blur(pixels, deviation);
+  blur(pixels, deviation, stop);
   pixels->convertTo(QImage::Format_ARGB32_Premultiplied);
   QPainter painter(pixels);
   painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
@@ -62,7 +63,8 @@ double shadowMargin(const Shadow& shadow) {
   return std::max(0.0, shadow.blurRadius + shadow.spread);
 }
 
-void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const Canvas& canvas) {
+void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const Canvas& canvas,
+                 const std::stop_token& stop) {
   if (shadow.color.alpha() == 0) return;
   const double deviation = deviationOf(shadow, scale), spread = shadow.spread * scale;
   const int reach = blurReach(deviation) + 1;
@@ -75,7 +77,7 @@ void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const
   Surface cast = Surface::of(touchedPixels(caster.bounds, wide, needed));
   if (cast.isEmpty()) return;
   caster.draw(&cast, spread);
-  makeShadow(&cast.pixels, deviation, shadow.color);
+  makeShadow(&cast.pixels, deviation, shadow.color, stop);
   move(&cast, offset);
   if (caster.isTranslucent) {
     Surface hole = Surface::of(cast.rect());
@@ -87,7 +89,7 @@ void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const
 }
 
 void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double scale,
-                      const Canvas& canvas) {
+                      const Canvas& canvas, const std::stop_token& stop) {
   if (shadow.color.alpha() == 0) return;
   const double deviation = deviationOf(shadow, scale), spread = shadow.spread * scale;
   const QRect inside = touchedPixels(outline.boundingRect(), 1, canvas.surface->rect());
@@ -104,7 +106,7 @@ void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double 
   if (spread > 0) painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
   if (spread != 0) painter.strokePath(outline, spreadPen(spread));
   painter.end();
-  makeShadow(&rim.pixels, deviation, shadow.color);
+  makeShadow(&rim.pixels, deviation, shadow.color, stop);
   Surface visible = Surface::of(inside);
   begin(&painter, {&visible, {}, {}});
   painter.fillPath(outline, Qt::black);

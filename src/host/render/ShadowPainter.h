@@ -3,6 +3,7 @@
 #include <QPainterPath>
 #include <QPen>
 #include <functional>
+#include <stop_token>
 
 #include "host/render/LayerStyle.h"
 #include "host/render/Surface.h"
@@ -23,12 +24,13 @@ QPen spreadPen(double spread);
 
 /// Draws the shadow of `caster`. Shadows keep their direction when a layer is turned; `scale` is
 /// by how much lengths grow on their way to the picture.
-void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const Canvas& canvas);
+void paintShadow(const Caster& caster, const Shadow& shadow, double scale, const Canvas& canvas,
+                 const std::stop_token& stop);
 
 /// Draws the shadow that the rim of `outline`, in the picture's pixels, casts onto what it
 /// surrounds.
 void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double scale,
-                      const Canvas& canvas);
+                      const Canvas& canvas, const std::stop_token& stop);
 
 /// How far a shadow of this blur radius is counted as part of the picture.
 double shadowMargin(const Shadow& shadow);

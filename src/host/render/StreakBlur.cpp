@@ -74,11 +74,11 @@ QRgb meanAlong(const QImage& from, const QRectF& content, const QPointF& middle,
 }  // namespace
 
 void smear(QImage* pixels, const QRect& needed, double longest,
-           const std::function<QPointF(const QPointF&)>& streakAt) {
+           const std::function<QPointF(const QPointF&)>& streakAt, const std::stop_token& stop) {
   const QImage from = *pixels;
   const QRectF content = QRectF(contentOf(from)).adjusted(-1, -1, 1, 1);
   const QRect area = needed & pixels->rect();
-  for (int y = area.top(); y <= area.bottom(); ++y) {
+  for (int y = area.top(); y <= area.bottom() && !stop.stop_requested(); ++y) {
     auto* row = reinterpret_cast<QRgb*>(pixels->scanLine(y));
     for (int x = area.left(); x <= area.right(); ++x) {
       const QPointF middle(x + 0.5, y + 0.5);

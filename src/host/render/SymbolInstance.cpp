@@ -164,12 +164,14 @@ SketchJson numberFrom(const SketchJson& value) {
 /// The master with the instance's overrides, at the size that it then has. Of nested instances no
 /// more than `*measuresLeft` are measured.
 SketchJson laidOutMaster(const SketchJson& instance, const SketchLayer& master,
-                         const SketchDocument& document, int* measuresLeft, QStringList* warnings);
+                         const SketchDocument& document, int* measuresLeft, QStringList* warnings,
+                         const std::stop_token& stop);
 
 class Expansion {
  public:
-  Expansion(const SketchDocument& document, int* measuresLeft, QStringList* warnings)
-      : document_(document), measuresLeft_(measuresLeft), warnings_(warnings) {}
+  Expansion(const SketchDocument& document, int* measuresLeft, QStringList* warnings,
+            const std::stop_token& stop)
+      : document_(document), measuresLeft_(measuresLeft), warnings_(warnings), stop_(stop) {}
 
   void apply(const Override& change, SketchJson* master) {
     SketchJson* const layer = layerWithID(master, change.way.first());
@@ -198,6 +200,7 @@ class Expansion {
   /// Tells the nested instances that were changed what room they want now. After all changes.
   void measureNested() const {
     for (const auto& [instance, before] : before_) {
+      if (stop_.stop_requested()) return;
       addGrowth(wantedSize(*instance) - wantedSize(before), instance);
     }
   }
@@ -226,7 +229,7 @@ class Expansion {
     if (laysItselfOut(master->json()) && --*measuresLeft_ >= 0) {
       QStringList unheard;
       const SketchJson laidOut =
-          laidOutMaster(instance, *master, document_, measuresLeft_, &unheard);
+          laidOutMaster(instance, *master, document_, measuresLeft_, &unheard, stop_);
       size = rectIn(laidOut, "frame").size();
     }
     return size * (scale > 0 ? scale : 1);
@@ -303,34 +306,38 @@ class Expansion {
   const SketchDocument& document_;
   int* measuresLeft_;
   QStringList* warnings_;
+  const std::stop_token stop_;
   /// Nested instances as they were.
   std::map<SketchJson*, SketchJson> before_;
 };
 
 SketchJson laidOutMaster(const SketchJson& instance, const SketchLayer& master,
-                         const SketchDocument& document, int* measuresLeft, QStringList* warnings) {
+                         const SketchDocument& document, int* measuresLeft, QStringList* warnings,
+                         const std::stop_token& stop) {
   SketchJson expanded = master.json();
   const SketchJson values = overridesOf(instance);
-  Expansion expansion(document, measuresLeft, warnings);
+  Expansion expansion(document, measuresLeft, warnings, stop);
   // A symbol is chosen before what is changed within it.
   for (const bool isSymbol : {true, false}) {
     for (const SketchJson& value : values) {
+      if (stop.stop_requested()) return expanded;
       const Override change = readOverride(value);
       if ((change.property == u"symbolID") == isSymbol) expansion.apply(change, &expanded);
     }
   }
   expansion.measureNested();
-  layOut(&expanded);
+  layOut(&expanded, stop);
   return expanded;
 }
 
 }  // namespace
 
 SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& document,
-                            int* measuresLeft, QStringList* warnings) try {
+                            int* measuresLeft, QStringList* warnings,
+                            const std::stop_token& stop) try {
   const SketchLayerRef master = document.symbolMaster(textIn(instance, "symbolID"));
   if (!master) return {};
-  SketchJson expanded = laidOutMaster(instance, *master, document, measuresLeft, warnings);
+  SketchJson expanded = laidOutMaster(instance, *master, document, measuresLeft, warnings, stop);
   const double scale = numberIn(instance, "scale", 1);
   const QSizeF size = rectIn(instance, "frame").size() / (scale > 0 ? scale : 1);
   resizeLayers(&expanded, rectIn(expanded, "frame").size(), size);

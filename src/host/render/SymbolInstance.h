@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <stop_token>
 
 #include "host/SketchDocument.h"
 #include "host/SketchJson.h"
@@ -11,7 +12,9 @@ namespace kelvar::render {
 /// the document's own JSON is changed. Overrides of instances within are handed down to them.
 /// Nested instances in layouts are measured anew while `*measuresLeft` lasts; then they keep their
 /// sizes. Null JSON when the master is missing. What cannot be applied gets a line in `*warnings`.
+/// Once it is to stop, the rest is left undone.
 SketchJson expandedInstance(const SketchJson& instance, const SketchDocument& document,
-                            int* measuresLeft, QStringList* warnings);
+                            int* measuresLeft, QStringList* warnings,
+                            const std::stop_token& stop = {});
 
 }  // namespace kelvar::render

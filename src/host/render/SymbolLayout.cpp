@@ -104,11 +104,12 @@ void grow(SketchJson* container, const Axis& axis, double growth) {
 
 using Children = std::vector<std::pair<SketchJson*, QRectF>>;
 
-void layOutAlong(SketchJson* container, const Children& children) {
+void layOutAlong(SketchJson* container, const Children& children, const std::stop_token& stop) {
   const Axis axis(memberOf(*container, "groupLayout"));
   std::vector<Item> items, spanning;
   double start = 1e9, end = -1e9;
   for (const auto& [layer, before] : children) {
+    if (stop.stop_requested()) return;
     items.push_back(axis.itemOf(layer, before));
     start = std::min(start, items.back().start);
     end = std::max(end, items.back().end());
@@ -143,9 +144,10 @@ void growText(SketchJson* layer) {
 }
 
 /// A group without a layout is as large as what is in it.
-void fit(SketchJson* group, const Children& children) {
+void fit(SketchJson* group, const Children& children, const std::stop_token& stop) {
   QRectF before, after;
   for (const auto& [layer, frame] : children) {
+    if (stop.stop_requested()) return;
     growText(layer);
     before |= frame;
     after |= rectIn(*layer, "frame");
@@ -162,20 +164,20 @@ void fit(SketchJson* group, const Children& children) {
 }
 
 /// What is in it first. A group without a layout is fitted only where that moves what is around it.
-void layOutWithin(SketchJson* container, bool isInLayout) {
+void layOutWithin(SketchJson* container, bool isInLayout, const std::stop_token& stop) {
   const auto layers = container->find("layers");
-  if (layers == container->end() || !layers->is_array()) return;
+  if (layers == container->end() || !layers->is_array() || stop.stop_requested()) return;
   const bool isLayout = laysItselfOut(*container);
   Children children;
   for (SketchJson& layer : *layers) {
     if (!layer.is_object()) continue;
     children.emplace_back(&layer, rectIn(layer, "frame"));
-    if (classOf(layer) == u"group") layOutWithin(&layer, isInLayout || isLayout);
+    if (classOf(layer) == u"group") layOutWithin(&layer, isInLayout || isLayout, stop);
   }
   if (isLayout) {
-    layOutAlong(container, children);
+    layOutAlong(container, children, stop);
   } else if (isInLayout) {
-    fit(container, children);
+    fit(container, children, stop);
   }
 }
 
@@ -191,6 +193,8 @@ void addGrowth(const QSizeF& growth, SketchJson* instance) {
   if (!sum.isNull()) (*instance)[kGrowth] = {{"width", sum.width()}, {"height", sum.height()}};
 }
 
-void layOut(SketchJson* container) { layOutWithin(container, false); }
+void layOut(SketchJson* container, const std::stop_token& stop) {
+  layOutWithin(container, false, stop);
+}
 
 }  // namespace kelvar::render

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <stop_token>
+
 #include "host/SketchJson.h"
 
 namespace kelvar::render {
@@ -9,8 +11,8 @@ namespace kelvar::render {
 /// hidden, moves what comes after along the layout's axis, and lets what spans all of it, and its
 /// own frame, grow with it. In one, groups without a layout of their own keep around what is in
 /// them. Changes nothing where everything has the size that it had. Needs an application with
-/// fonts.
-void layOut(SketchJson* master);
+/// fonts. Left half done once it is to stop.
+void layOut(SketchJson* master, const std::stop_token& stop = {});
 
 /// Whether a master, or a group, has a layout that moves what is in it.
 bool laysItselfOut(const SketchJson& container);
