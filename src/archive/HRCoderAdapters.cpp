@@ -14,6 +14,9 @@ namespace {
 const QString kClassKey = QString::fromLatin1(HRCoderClassNameKey);
 const QString kDataKey = QString::fromLatin1(HRCoderBase64DataKey);
 
+/// A map has no key that is none, but an empty one may be a null text.
+QString keyIn(const QString& key) { return key.isNull() ? QStringLiteral("") : key; }
+
 /// Strict, as writers write it: padded, and without anything in between.
 QVariant bytesFromBase64(const QVariant& text, const QString& className) {
   const QByteArray base64 = text.toString().toLatin1();
@@ -104,7 +107,7 @@ QVariant HRCoder::archivedMap(const QVariantMap& map) {
   const Level level(this);
   if (failed_) return {};
   stack_.append(QVariantMap());
-  for (auto i = map.begin(); i != map.end(); ++i) encodeObject(i.value(), i.key());
+  for (auto i = map.begin(); i != map.end(); ++i) encodeObject(i.value(), keyIn(i.key()));
   return stack_.takeLast();
 }
 
@@ -159,8 +162,9 @@ QVariant HRCoder::unarchivedMap(const QVariantMap& map) {
   } else {
     QVariantMap values;
     for (auto i = map.begin(); i != map.end(); ++i) {
-      const QVariant value = decodeObject(i.key());
-      if (value.isValid()) values.insert(i.key(), value);
+      const QString key = keyIn(i.key());
+      const QVariant value = decodeObject(i.value(), key);
+      if (value.isValid()) values.insert(key, value);
     }
     object = toVariant(std::make_shared<MutableDictionary>(values));
   }

@@ -161,14 +161,20 @@ class XmlReader {
       }
       return name == u"dict" ? readMap(depth) : readList(depth);
     }
-    return readScalar(name, xml_.readElementText());
+    return readScalar(name, readText());
+  }
+
+  /// Of the element that has begun; one without text has an empty one, not none.
+  QString readText() {
+    const QString text = xml_.readElementText();
+    return text.isNull() ? u""_s : text;
   }
 
   QVariant readMap(int depth) {
     QVariantMap map;
     while (nextElement()) {
       if (xml_.name() != u"key") return fail(u"a <key> is missing"_s);
-      const QString key = xml_.readElementText();
+      const QString key = readText();
       if (!nextElement()) return fail(u"the value of the key \"%1\" is missing"_s.arg(key));
       map.insert(key, readValue(depth + 1));
     }
@@ -182,7 +188,7 @@ class XmlReader {
   }
 
   QVariant readScalar(const QString& name, const QString& text) {
-    if (name == u"string") return text.isNull() ? u""_s : text;
+    if (name == u"string") return text;
     if (name == u"true" || name == u"false") {
       return text.isEmpty() ? QVariant(name == u"true") : fail(u"<%1> has a text"_s.arg(name));
     }

@@ -187,7 +187,8 @@ TEST(HRCoder, ReadsBackWhatItWrites) {
                            {u"mutable"_s, boxed(std::make_shared<MutableData>("m"))},
                            {u"string"_s, boxed(std::make_shared<MutableString>(u"s"_s))},
                            {u"part"_s, boxed(part)},
-                           {u"list"_s, QVariantList{QVariantList(), QVariantMap()}}};
+                           {u"list"_s, QVariantList{QVariantList(), QVariantMap()}},
+                           {u""_s, boxed(part)}};
   for (const int format : {HRCoder::kXml, HRCoder::kJson, HRCoder::kBinary}) {
     const auto data = std::make_shared<MutableData>();
     const auto coder = HRCoder::initForWritingWithMutableData(data);
@@ -197,7 +198,8 @@ TEST(HRCoder, ReadsBackWhatItWrites) {
     EXPECT_FALSE(coder->data());
     const auto root = as<MutableDictionary>(HRCoder::unarchiveObjectWithData(data->bytes()));
     ASSERT_TRUE(root) << data->bytes().constData();
-    EXPECT_EQ(root->values().keys(), values.keys());
+    ASSERT_EQ(root->values().keys(), values.keys());
+    EXPECT_FALSE(root->values().firstKey().isNull());
     for (const auto& key : {u"text"_s, u"true"_s, u"one"_s, u"real"_s, u"null"_s, u"url"_s}) {
       EXPECT_TRUE(identical(root->valueForKey(key), values.value(key))) << key.toStdString();
     }
@@ -210,6 +212,7 @@ TEST(HRCoder, ReadsBackWhatItWrites) {
     const auto read = as<Part>(root->valueForKey(u"part"_s));
     EXPECT_EQ(read->name(), u"p"_s);
     EXPECT_EQ(read->count_, -3);
+    EXPECT_EQ(as<Part>(root->valueForKey(u""_s)), read) << "an alias to the empty key";
     EXPECT_TRUE(as<MutableArray>(as<MutableArray>(root->valueForKey(u"list"_s))->values()[0]));
     EXPECT_TRUE(as<MutableDictionary>(as<MutableArray>(root->valueForKey(u"list"_s))->values()[1]));
   }
@@ -229,6 +232,7 @@ TEST(HRCoder, WritesSharedObjectsOnce) {
        R"({"items":[{"k":1},{"$alias":"items.0"}]})"},
       {QVariantMap{{u"a"_s, QVariantMap{{u"b"_s, two}}}, {u"c"_s, two}},
        R"({"a":{"b":{"k":1}},"c":{"$alias":"a.b"}})"},
+      {QVariantMap{{QString(), two}, {u"c"_s, two}}, R"({"":{"k":1},"c":{"$alias":""}})"},
       {QVariantList{text, text, 7, 7, kNull, kNull}, R"(["same","same",7,7,null,null])"},
       {QVariantList{u"e"_s, QString(u"e"_s)}, R"(["e","e"])"},
       {QVariantList{boxed(string), boxed(string)},

@@ -2,16 +2,24 @@
 
 #include <QDateTime>
 #include <QVariant>
+#include <algorithm>
 #include <cmath>
 
 namespace kelvar {
+
+/// An empty text is not the same as none.
+inline bool identicalTexts(const QString& a, const QString& b) {
+  return a == b && a.isNull() == b.isNull();
+}
 
 /// Equal in kind and in value, to the last bit: true is not 1, 1 is not 1.0, 0.0 is not -0.0.
 inline bool identical(const QVariant& a, const QVariant& b) {
   if (a.metaType() != b.metaType()) return false;
   if (a.typeId() == QMetaType::QVariantMap) {
     const QVariantMap left = a.toMap(), right = b.toMap();
-    return left.keys() == right.keys() &&
+    const QStringList leftKeys = left.keys(), rightKeys = right.keys();
+    return std::equal(leftKeys.begin(), leftKeys.end(), rightKeys.begin(), rightKeys.end(),
+                      identicalTexts) &&
            std::equal(left.begin(), left.end(), right.begin(), identical);
   }
   if (a.typeId() == QMetaType::QVariantList) {
@@ -23,9 +31,7 @@ inline bool identical(const QVariant& a, const QVariant& b) {
     return (std::isnan(left) && std::isnan(right)) ||
            (left == right && std::signbit(left) == std::signbit(right));
   }
-  if (a.typeId() == QMetaType::QString && a.toString().isNull() != b.toString().isNull()) {
-    return false;
-  }
+  if (a.typeId() == QMetaType::QString) return identicalTexts(a.toString(), b.toString());
   return a == b;
 }
 
