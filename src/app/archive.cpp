@@ -4,10 +4,11 @@
 #include <QDateTime>
 #include <QFile>
 #include <algorithm>
-#include <cstdio>
 #include <memory>
+#include <utility>
 
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "archive/ArchiveTree.h"
 #include "archive/HRCoder.h"
 #include "platform/Json.h"
@@ -65,13 +66,6 @@ QVariant readTree(const std::string& path) {
            .arg(path == "-" ? QStringLiteral("standard input") : name, error, jsonError));
 }
 
-void writeStandardOutput(const QByteArray& bytes) {
-  if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) != size_t(bytes.size()) ||
-      std::fflush(stdout) != 0) {
-    fail(QStringLiteral("cannot write to standard output"));
-  }
-}
-
 /// By the ending of the file's name unless it is said.
 std::string formatOf(const Arguments& arguments) {
   if (!arguments.format.empty()) return arguments.format;
@@ -103,22 +97,28 @@ void convert(const Arguments& arguments) {
   }
   const QString output = QString::fromStdString(arguments.output);
   if (bytes.isEmpty()) fail(QStringLiteral("cannot write %1: %2").arg(output, error));
-  if (output == u'-') return writeStandardOutput(bytes);
+  if (output == u'-') return writeOut(bytes);
   if (!WholeFile::write(output, bytes, &error)) fail(error);
 }
 
 /// The tree, a value a line, as people read it.
 class Outline {
  public:
-  explicit Outline(const QVariant& root) : root_(root) { add(QString(), root, 0); }
-  QByteArray text() const { return text_.toUtf8(); }
+  explicit Outline(const QVariant& root) : targets_(archiveAliasTargets(root)) {
+    add(QString(), root, 0);
+    writeOut(lines_.toUtf8());
+  }
 
  private:
+  /// In pieces: where much is nested, the blanks before it are more than can be held.
+  static constexpr qsizetype kPiece = qsizetype{1} << 20;
+
   void add(const QString& label, const QVariant& value, int depth) {
-    text_ += QString(2 * qMax(depth - 1, 0), u' ');
-    if (depth > 0) text_ += label + QStringLiteral(": ");
-    text_ += summary(value) + u'\n';
-    if (isAlias(value)) return;
+    if (lines_.size() > kPiece) writeOut(std::exchange(lines_, {}).toUtf8());
+    lines_ += QString(2 * qMax(depth - 1, 0), u' ');
+    if (depth > 0) lines_ += label + QStringLiteral(": ");
+    lines_ += summary(value) + u'\n';
+    if (isArchiveAlias(value)) return;
     if (value.typeId() == QMetaType::QVariantMap) {
       const QVariantMap map = value.toMap();
       for (auto i = map.begin(); i != map.end(); ++i) {
@@ -130,11 +130,6 @@ class Outline {
     }
   }
 
-  static bool isAlias(const QVariant& value) {
-    const QVariantMap map = value.toMap();
-    return map.size() == 1 && map.firstKey() == QLatin1String(HRCoderObjectAliasKey);
-  }
-
   QString summary(const QVariant& value) const {
     switch (value.typeId()) {
       case QMetaType::QString:
@@ -144,7 +139,8 @@ class Outline {
       case QMetaType::QDateTime:
         return value.toDateTime().toString(Qt::ISODateWithMs);
       case QMetaType::QVariantMap:
-        return isAlias(value) ? aliasSummary(value.toMap().first().toString()) : nameOf(value);
+        return isArchiveAlias(value) ? aliasSummary(value.toMap().first().toString())
+                                     : nameOf(value);
       case QMetaType::QVariantList:
         return nameOf(value);
       default: {
@@ -156,8 +152,9 @@ class Outline {
   }
 
   QString aliasSummary(const QString& path) const {
-    const QVariant target = archiveTreeAt(root_, path);
-    const QString what = target.isValid() ? nameOf(target) : QStringLiteral("not in the archive");
+    const auto target = targets_.constFind(path);
+    const QString what =
+        target == targets_.constEnd() ? QStringLiteral("not in the archive") : nameOf(*target);
     return QStringLiteral("= %1 (%2)").arg(quotedKey(path), what);
   }
 
@@ -204,13 +201,13 @@ class Outline {
     return isPlain ? key : quoted(key);
   }
 
-  const QVariant& root_;
-  QString text_;
+  const QHash<QString, QVariant> targets_;
+  QString lines_;
 };
 
 void show(const Arguments& arguments) {
   const QVariant tree = propertyListArchiveTree(readTree(arguments.input));
-  writeStandardOutput(Outline(tree).text());
+  Outline{tree};
 }
 
 }  // namespace

@@ -8,13 +8,13 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include "app/Corners.h"
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "app/Progress.h"
 #include "app/mapDocument.h"
 #include "host/Mapping.h"
@@ -169,11 +169,7 @@ void report(const QSizeF& size, const warp::Quad& quad, double read, double warp
       {QStringLiteral("milliseconds"), QJsonObject{{QStringLiteral("read"), read},
                                                    {QStringLiteral("warp"), warp},
                                                    {QStringLiteral("write"), write}}}};
-  const QByteArray line = QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
-  if (std::fwrite(line.constData(), 1, size_t(line.size()), stdout) != size_t(line.size()) ||
-      std::fflush(stdout) != 0) {
-    fail(QStringLiteral("the report of --json cannot be written to standard output"));
-  }
+  print(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
 DocumentArguments documentArguments(const Arguments& arguments) {

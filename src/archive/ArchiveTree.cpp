@@ -1,5 +1,8 @@
 #include "archive/ArchiveTree.h"
 
+#include <QStringList>
+#include <algorithm>
+
 #include "archive/Data.h"
 #include "archive/HRCoder.h"
 #include "archive/ValueClasses.h"
@@ -8,6 +11,7 @@ namespace kelvar {
 namespace {
 
 const QString kClassKey = QString::fromLatin1(HRCoderClassNameKey);
+const QString kRootKey = QString::fromLatin1(HRCoderRootObjectKey);
 const QString kDataKey = QString::fromLatin1(HRCoderBase64DataKey);
 const QString kBytesKey = QStringLiteral("NS.data");
 const QString kData = QStringLiteral("NSData");
@@ -44,6 +48,73 @@ QVariant fromDate(const QVariantMap& map) {
   return HRCoder::unarchiveObjectWithPlistOrJSON(map);
 }
 
+/// Finds what all aliases name in one walk: the key paths are sorted, and each step down the tree
+/// narrows them to those that go the same way.
+class AliasTargets {
+ public:
+  explicit AliasTargets(const QVariant& tree) {
+    collect(tree);
+    std::sort(paths_.begin(), paths_.end());
+    paths_.erase(std::unique(paths_.begin(), paths_.end()), paths_.end());
+    if (std::binary_search(paths_.begin(), paths_.end(), kRootKey)) found_.insert(kRootKey, tree);
+    walk(tree, {paths_.cbegin(), paths_.cend()}, 0);
+  }
+  QHash<QString, QVariant> found() const { return found_; }
+
+ private:
+  struct Range {
+    QStringList::const_iterator first, last;
+    bool isEmpty() const { return first == last; }
+  };
+
+  void collect(const QVariant& value) {
+    if (isArchiveAlias(value)) {
+      paths_.append(value.toMap().first().toString());
+    } else if (value.typeId() == QMetaType::QVariantMap) {
+      for (const QVariant& child : value.toMap()) collect(child);
+    } else if (value.typeId() == QMetaType::QVariantList) {
+      for (const QVariant& child : value.toList()) collect(child);
+    }
+  }
+
+  /// Of paths that are alike up to `at`, those that go on with `text`.
+  static Range narrowed(const Range& range, qsizetype at, QStringView text) {
+    const auto part = [&](const QString& path) { return QStringView(path).mid(at, text.size()); };
+    const auto first =
+        std::lower_bound(range.first, range.last, text,
+                         [&](const QString& path, QStringView t) { return part(path) < t; });
+    const auto last =
+        std::upper_bound(first, range.last, text,
+                         [&](QStringView t, const QString& path) { return t < part(path); });
+    return {first, last};
+  }
+
+  /// `range` are the paths that lead into `container` with their first `at` characters.
+  void walk(const QVariant& container, const Range& range, qsizetype at) {
+    if (range.isEmpty()) return;
+    if (container.typeId() == QMetaType::QVariantMap) {
+      const QVariantMap map = container.toMap();
+      for (auto i = map.begin(); i != map.end(); ++i) step(i.value(), i.key(), range, at);
+    } else if (container.typeId() == QMetaType::QVariantList) {
+      const QVariantList list = container.toList();
+      for (qsizetype i = 0; i < list.size(); ++i) step(list[i], QString::number(i), range, at);
+    }
+  }
+
+  void step(const QVariant& child, const QString& key, const Range& range, qsizetype at) {
+    const Range further = narrowed(range, at, key);
+    if (further.isEmpty()) return;
+    const qsizetype end = at + key.size();
+    if (further.first->size() == end && !found_.contains(*further.first)) {
+      found_.insert(*further.first, child);
+    }
+    walk(child, narrowed(further, end, u"."), end + 1);
+  }
+
+  QStringList paths_;
+  QHash<QString, QVariant> found_;
+};
+
 }  // namespace
 
 QVariant jsonArchiveTree(const QVariant& tree) {
@@ -72,23 +143,14 @@ QVariant propertyListArchiveTree(const QVariant& tree) {
   return eachConverted(tree, propertyListArchiveTree);
 }
 
-QVariant archiveTreeAt(const QVariant& tree, const QString& keyPath) {
-  if (keyPath == QLatin1String(HRCoderRootObjectKey)) return tree;
-  const bool isList = tree.typeId() == QMetaType::QVariantList;
-  if (!isList && tree.typeId() != QMetaType::QVariantMap) return {};
-  const QVariantMap map = tree.toMap();
-  const QVariantList list = tree.toList();
-  for (qsizetype end = 0; end >= 0 && end < keyPath.size();) {
-    end = keyPath.indexOf(u'.', end);
-    const QString key = keyPath.first(end < 0 ? keyPath.size() : end);
-    bool isIndex = false;
-    const qlonglong index = key.toLongLong(&isIndex);
-    const QVariant child = !isList ? map.value(key) : isIndex ? list.value(index) : QVariant();
-    if (end < 0) return child;
-    const QVariant found = archiveTreeAt(child, keyPath.sliced(++end));
-    if (found.isValid()) return found;
-  }
-  return {};
+bool isArchiveAlias(const QVariant& value) {
+  if (value.typeId() != QMetaType::QVariantMap) return false;
+  const QVariantMap map = value.toMap();
+  return map.size() == 1 && map.firstKey() == QLatin1String(HRCoderObjectAliasKey);
+}
+
+QHash<QString, QVariant> archiveAliasTargets(const QVariant& tree) {
+  return AliasTargets(tree).found();
 }
 
 }  // namespace kelvar

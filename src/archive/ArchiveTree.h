@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QVariant>
 
 #include "platform/Export.h"
@@ -16,8 +17,12 @@ KELVAR_EXPORT QVariant jsonArchiveTree(const QVariant& tree);
 /// The other way round.
 KELVAR_EXPORT QVariant propertyListArchiveTree(const QVariant& tree);
 
-/// What stands at a key path in a tree, "$root" being the tree itself. Invalid when there is
-/// nothing. Keys may have dots.
-KELVAR_EXPORT QVariant archiveTreeAt(const QVariant& tree, const QString& keyPath);
+/// What the aliases of a tree name, by their key paths, "$root" being the tree itself; what is not
+/// in the tree is missing. Keys may have dots: where a path fits several values, the one with the
+/// shorter keys is taken. Takes one walk down the tree, however many aliases there are.
+KELVAR_EXPORT QHash<QString, QVariant> archiveAliasTargets(const QVariant& tree);
+
+/// Whether a value of a tree is an alias and nothing else.
+KELVAR_EXPORT bool isArchiveAlias(const QVariant& value);
 
 }  // namespace kelvar

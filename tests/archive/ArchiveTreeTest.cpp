@@ -39,18 +39,26 @@ TEST(ArchiveTree, LeavesWhatOnlyLooksLikeAValue) {
   }
 }
 
-TEST(ArchiveTree, FindsWhatStandsAtAKeyPath) {
-  const QVariantMap tree{{u"list"_s, QVariantList{QVariantMap{{u"k"_s, 1}}}},
-                         {u"a"_s, QVariantMap{{u"x"_s, 2}}},
-                         {u"a.b"_s, QVariantMap{{u"c.d"_s, 3}}}};
+TEST(ArchiveTree, FindsWhatAliasesName) {
+  QVariantMap tree{{u"list"_s, QVariantList{QVariantMap{{u"k"_s, 1}}, 5}},
+                   {u"a"_s, QVariantMap{{u"x"_s, 2}, {u"b"_s, QVariantMap{{u"e"_s, 6}}}}},
+                   {u"a.b"_s, QVariantMap{{u"c.d"_s, 3}, {u"e"_s, 7}}},
+                   {u""_s, QVariantMap{{u""_s, 4}}}};
   const struct {
     QString path;
     QVariant found;
-  } cases[] = {{u"$root"_s, tree},       {u"list.0.k"_s, 1}, {u"list.1"_s, {}}, {u"list.k"_s, {}},
-               {u"list.-1"_s, {}},       {u"a.x"_s, 2},      {u"a.b.c.d"_s, 3}, {u"a.b.c"_s, {}},
-               {u"list.0.k.more"_s, {}}, {u""_s, {}}};
+  } cases[] = {{u"list.0.k"_s, 1},       {u"list.1"_s, 5},   {u"list.2"_s, {}}, {u"list.k"_s, {}},
+               {u"list.-1"_s, {}},       {u"list.01"_s, {}}, {u"a.x"_s, 2},     {u"a.b.c.d"_s, 3},
+               {u"a.b.c"_s, {}},         {u"a.b.e"_s, 6},    {u"."_s, 4},       {u".."_s, {}},
+               {u"list.0.k.more"_s, {}}, {u"lis"_s, {}},     {u"$root"_s, {}}};
+  QVariantList aliases;
+  for (const auto& row : cases) aliases.append(QVariantMap{{u"$alias"_s, row.path}});
+  tree.insert(u"\U0001F600aliases"_s, aliases);
+  const QHash<QString, QVariant> targets = archiveAliasTargets(tree);
   for (const auto& [path, found] : cases) {
-    EXPECT_EQ(archiveTreeAt(tree, path), found) << path.toStdString();
+    const QVariant expected = path == u"$root" ? QVariant(tree) : found;
+    EXPECT_EQ(targets.value(path), expected) << path.toStdString();
+    EXPECT_EQ(targets.contains(path), expected.isValid()) << path.toStdString();
   }
 }
 

@@ -2,6 +2,7 @@
 #include "archive/Graph.h"
 #include "fuzz/Fuzz.h"
 #include "platform/Json.h"
+#include "platform/PropertyList.h"
 
 namespace kelvar {
 namespace {
@@ -14,6 +15,15 @@ void decodeRoot(const QByteArray& bytes) {
   const QVariant json = jsonArchiveTree(tree);
   check(identical(jsonArchiveTree(json), json), "a JSON tree is one already");
   takeApart(HRCoder::unarchiveObjectWithPlistOrJSON(json));
+}
+
+/// What `kelvar archive show` asks of a tree whose classes nobody knows.
+void lookUpAliases(const QByteArray& bytes) {
+  QString error;
+  QVariant tree = PropertyList::read(bytes, nullptr, &error);
+  if (!tree.isValid()) tree = Json::read(bytes, &error);
+  const QHash<QString, QVariant> targets = archiveAliasTargets(propertyListArchiveTree(tree));
+  for (const QVariant& target : targets) check(target.isValid(), "what is found is there");
 }
 
 void decodeByKey(const QByteArray& bytes) {
@@ -41,6 +51,7 @@ void decodeByKey(const QByteArray& bytes) {
 /// Objects out of any property list or JSON.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   kelvar::decodeRoot(kelvar::bytesOf(data, size));
+  kelvar::lookUpAliases(kelvar::bytesOf(data, size));
   kelvar::decodeByKey(kelvar::bytesOf(data, size));
   return 0;
 }
