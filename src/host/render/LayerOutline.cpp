@@ -5,6 +5,7 @@
 
 #include "host/SketchPath.h"
 #include "host/SketchTransform.h"
+#include "host/render/canCombine.h"
 
 namespace kelvar::render {
 namespace {
@@ -54,16 +55,23 @@ QPainterPath combined(QPainterPath below, const QPainterPath& above, int operati
   return below;
 }
 
-QPainterPath groupOutline(const SketchJson& group, Qt::FillRule rule, const std::stop_token& stop) {
+QPainterPath groupOutline(const SketchJson& group, Qt::FillRule rule, QStringList* warnings,
+                          const std::stop_token& stop) {
   QPainterPath outline;
   outline.setFillRule(rule);
   bool isFirst = true;
   for (const SketchJson& part : listIn(group, "layers")) {
     if (stop.stop_requested()) break;
     if (!flagIn(part, "isVisible", true)) continue;
-    const QPainterPath path = sketchTransform(part).map(layerOutline(part, stop));
+    const QPainterPath path = sketchTransform(part).map(layerOutline(part, warnings, stop));
     if (path.isEmpty()) continue;
-    const int operation = isFirst ? -1 : integerIn(part, "booleanOperation", -1);
+    int operation = isFirst ? -1 : integerIn(part, "booleanOperation", -1);
+    if (operation != -1 && !canCombine(outline, path)) {
+      operation = -1;
+      warnings->append(
+          QStringLiteral("The shapes of \"%1\" cross too often to be combined; they are not.")
+              .arg(textIn(group, "name")));
+    }
     outline = combined(outline, path, operation, rule);
     isFirst = false;
   }
@@ -128,11 +136,12 @@ QPainterPath markerShape(Marker marker, double width) {
 
 }  // namespace
 
-QPainterPath layerOutline(const SketchJson& layer, const std::stop_token& stop) {
+QPainterPath layerOutline(const SketchJson& layer, QStringList* warnings,
+                          const std::stop_token& stop) {
   const Qt::FillRule rule = integerIn(memberOf(layer, "style"), "windingRule", 1) != 0
                                 ? Qt::OddEvenFill
                                 : Qt::WindingFill;
-  if (classOf(layer) == u"shapeGroup") return groupOutline(layer, rule, stop);
+  if (classOf(layer) == u"shapeGroup") return groupOutline(layer, rule, warnings, stop);
   QPainterPath outline = painterPath(sketchPath(layer, rectIn(layer, "frame").size()));
   outline.setFillRule(rule);
   return outline;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPainterPath>
+#include <QStringList>
 #include <stop_token>
 
 #include "host/SketchJson.h"
@@ -9,9 +10,11 @@
 namespace kelvar::render {
 
 /// The outline of a shape or of a shape group, whose parts are combined as each part's
-/// "booleanOperation" says, in the layer's own coordinates. Empty for other kinds. Only a part of
-/// it once it is to stop.
-QPainterPath layerOutline(const SketchJson& layer, const std::stop_token& stop = {});
+/// "booleanOperation" says, in the layer's own coordinates. Parts that cross too often to be
+/// combined stay side by side, with a line in `*warnings`. Empty for other kinds. Only a part of it
+/// once it is to stop.
+QPainterPath layerOutline(const SketchJson& layer, QStringList* warnings,
+                          const std::stop_token& stop = {});
 
 /// Whether the outline is one that a border runs along both sides of: an open path.
 bool isOpenOutline(const QPainterPath& outline);

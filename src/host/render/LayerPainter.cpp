@@ -15,6 +15,7 @@
 #include "host/render/StreakBlur.h"
 #include "host/render/SymbolInstance.h"
 #include "host/render/UnreadStyle.h"
+#include "host/render/canCombine.h"
 #include "platform/ColorProfile.h"
 
 namespace kelvar::render {
@@ -89,12 +90,12 @@ int ownBlurReach(const LayerStyle& style, double scale) {
   return std::min(reach, int(3 * kMostBlur));
 }
 
-/// The part of an outline's pen that lies on the border's side of it.
+/// What lies around an outline that is filled by the odd-even rule.
 QPainterPath everythingBut(const QPainterPath& outline, double margin) {
   QPainterPath rest;
   rest.setFillRule(Qt::OddEvenFill);
   rest.addRect(outline.boundingRect().adjusted(-margin, -margin, margin, margin));
-  rest.addPath(outline.fillRule() == Qt::OddEvenFill ? outline : outline.simplified());
+  rest.addPath(outline);
   return rest;
 }
 
@@ -290,7 +291,7 @@ QRectF LayerPainter::reachOf(const SketchJson& layer) {
   return sketchTransform(layer).mapRect(shadows.adjusted(-margin, -margin, margin, margin));
 }
 
-QRectF LayerPainter::reachOfText(const SketchJson& text) const {
+QRectF LayerPainter::reachOfText(const SketchJson& text) {
   const TextRuns runs = readTextRuns(text);
   double size = 0;
   for (const TextRun& run : runs.runs) size = std::max(size, run.style.size + run.style.kerning);
@@ -449,7 +450,7 @@ void LayerPainter::paintArtboard(const Subject& subject) {
   if (flagIn(subject.layer, "hasBackgroundColor")) {
     QPainter painter;
     begin(&painter, subject.canvas);
-    painter.fillPath(layerOutline(subject.layer, stop_),
+    painter.fillPath(outlineOf(subject.layer),
                      readColor(memberOf(subject.layer, "backgroundColor")));
   }
   paintInFrame(subject, cutsItsContents(subject.layer));
@@ -457,7 +458,7 @@ void LayerPainter::paintArtboard(const Subject& subject) {
 
 /// What is in an artboard or a frame, on its fills and under its borders.
 void LayerPainter::paintInFrame(const Subject& subject, bool isCut) {
-  const QPainterPath outline = layerOutline(subject.layer, stop_);
+  const QPainterPath outline = outlineOf(subject.layer);
   if (!subject.style.shadows.isEmpty()) paintShadows(subject, casterOf(subject, outline));
   paintFills(subject, outline);
   Subject contents = subject;
@@ -497,7 +498,7 @@ void LayerPainter::paintInstance(const Subject& subject) {
 }
 
 void LayerPainter::paintShape(const Subject& subject) {
-  const QPainterPath outline = layerOutline(subject.layer, stop_);
+  const QPainterPath outline = outlineOf(subject.layer);
   if (outline.isEmpty()) return;
   if (!subject.style.shadows.isEmpty()) paintShadows(subject, casterOf(subject, outline));
   paintFills(subject, outline);
@@ -552,7 +553,8 @@ void LayerPainter::paintBorders(const Subject& subject, const QPainterPath& outl
       continue;
     }
     const bool isInside = border.position == Border::Position::Inside;
-    const QPainterPath side = isInside ? outline : everythingBut(outline, 4 * width);
+    const QPainterPath side =
+        isInside ? outline : everythingBut(plainOutline(subject, outline), 4 * width);
     // Twice the width, of which the side shows one half.
     const QPainterPath area = strokeArea(outline, style, 2 * width, detail);
     const QRectF box =
@@ -561,7 +563,20 @@ void LayerPainter::paintBorders(const Subject& subject, const QPainterPath& outl
   }
 }
 
-Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outline) const {
+bool LayerPainter::combines(const Subject& subject, const QPainterPath& first,
+                            const QPainterPath& second) {
+  if (canCombine(first, second)) return true;
+  warn(u"The outline of \"%1\" crosses itself too often for its borders to be exact."_s.arg(
+      textIn(subject.layer, "name")));
+  return false;
+}
+
+QPainterPath LayerPainter::plainOutline(const Subject& subject, const QPainterPath& outline) {
+  const bool isPlain = outline.fillRule() == Qt::OddEvenFill || !combines(subject, outline);
+  return isPlain ? outline : outline.simplified();
+}
+
+Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outline) {
   const LayerStyle style = withBearableDashes(subject.style, outline);
   const double scale = scaleOf(subject.canvas.toPicture);
   const QTransform toPicture = subject.canvas.toPicture;
@@ -573,8 +588,10 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
     if (border.position == Border::Position::Inside && isFilled && !isCentered) continue;
     const double width = isCentered ? border.thickness : 2 * border.thickness;
     QPainterPath area = strokeArea(outline, style, width, scale);
-    if (border.position == Border::Position::Inside && !isCentered)
+    if (border.position == Border::Position::Inside && !isCentered &&
+        combines(subject, area, outline)) {
       area = area.intersected(outline);
+    }
     borders.append(toPicture.map(area));
   }
   const QPainterPath filled = toPicture.map(outline);
@@ -582,7 +599,9 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
   const bool isSpread = std::any_of(style.shadows.begin(), style.shadows.end(),
                                     [](const Shadow& shadow) { return shadow.spread != 0; });
   if (isSpread) {
-    for (const QPainterPath& border : borders.mid(isFilled ? 0 : 1)) edge = edge.united(border);
+    for (const QPainterPath& border : borders.mid(isFilled ? 0 : 1)) {
+      if (!isStopped() && combines(subject, edge, border)) edge = edge.united(border);
+    }
   }
   const auto draw = [=](Surface* surface, double spread) {
     QPainter painter;
@@ -639,10 +658,10 @@ void LayerPainter::paintBackgroundBlur(const Subject& subject) {
   }
 }
 
-QPainterPath LayerPainter::pathUnder(const SketchJson& text) const {
+QPainterPath LayerPainter::pathUnder(const SketchJson& text) {
   if (!below_ || !flagIn(text, "automaticallyDrawOnUnderlyingPath")) return {};
   const QTransform toText = sketchTransform(*below_) * sketchTransform(text).inverted();
-  return toText.map(layerOutline(*below_, stop_));
+  return toText.map(outlineOf(*below_));
 }
 
 TextShape LayerPainter::textOf(const SketchJson& layer) {
@@ -737,11 +756,18 @@ void LayerPainter::paintBitmap(const Subject& subject) {
   paintBorders(subject, outline);
 }
 
+QPainterPath LayerPainter::outlineOf(const SketchJson& layer) {
+  QStringList warnings;
+  const QPainterPath outline = layerOutline(layer, &warnings, stop_);
+  for (const QString& warning : warnings) warn(warning);
+  return outline;
+}
+
 /// What a layer that masks lets through, in the coordinates around it.
 QPainterPath LayerPainter::maskOutline(const SketchJson& layer) {
   const QString kind = classOf(layer);
   const QTransform toParent = sketchTransform(layer);
-  if (hasOutline(layer) || isSketchFrame(layer)) return toParent.map(layerOutline(layer, stop_));
+  if (hasOutline(layer) || isSketchFrame(layer)) return toParent.map(outlineOf(layer));
   if (kind == u"text") return toParent.map(textOf(layer).outline());
   return toParent.map(rectPath({{0, 0}, rectIn(layer, "frame").size()}));
 }

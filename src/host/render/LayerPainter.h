@@ -82,16 +82,22 @@ class LayerPainter {
   void paintInnerShadows(const Subject& subject, const QPainterPath& outline);
   void paintBackgroundBlur(const Subject& subject);
 
+  /// See `layerOutline`; its warnings are added to ours.
+  QPainterPath outlineOf(const SketchJson& layer);
   QPainterPath maskOutline(const SketchJson& layer);
-  Caster casterOf(const Subject& subject, const QPainterPath& outline) const;
+  Caster casterOf(const Subject& subject, const QPainterPath& outline);
+  /// See `canCombine`; warns where it cannot.
+  bool combines(const Subject& subject, const QPainterPath& first, const QPainterPath& second = {});
+  /// The outline as one that the odd-even rule fills alike.
+  QPainterPath plainOutline(const Subject& subject, const QPainterPath& outline);
   TextShape textOf(const SketchJson& layer);
   /// What the text runs along, in its coordinates: the shape below it, where it asks for that.
-  QPainterPath pathUnder(const SketchJson& text) const;
+  QPainterPath pathUnder(const SketchJson& text);
   void warnOfText(const SketchJson& layer, const TextRuns& runs, const TextShape& shape,
                   bool hasPath);
   QRectF reachOf(const SketchJson& layer);
   QRectF reachOfContents(const SketchJson& container);
-  QRectF reachOfText(const SketchJson& text) const;
+  QRectF reachOfText(const SketchJson& text);
   /// See `expandedInstance`; its warnings are added to ours.
   SketchJson expanded(const SketchJson& instance);
   QRectF reachOfInstance(const SketchJson& instance);

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "host/render/PictureTone.h"
+#include "host/render/canCombine.h"
 
 namespace kelvar::render {
 namespace {
@@ -40,13 +41,18 @@ void paintPattern(QPainter* painter, const QPainterPath& path, const Paint& pain
   }
   const QRectF rect = patternRect(paint.pattern, picture.size(), box);
   const QImage drawn = toned(shrunkFor(picture, rect, painter->worldTransform()), paint.tones);
-  QPainterPath area = path;
-  if (paint.pattern == Paint::Pattern::Fit) {
-    QPainterPath rectPath;
-    rectPath.addRect(rect);
-    area = path.intersected(rectPath);
+  if (paint.pattern != Paint::Pattern::Fit) {
+    return painter->fillPath(path, pictureBrush(drawn, rect));
   }
-  painter->fillPath(area, pictureBrush(drawn, rect));
+  QPainterPath frame;
+  frame.addRect(rect);
+  if (canCombine(path, frame)) {
+    return painter->fillPath(path.intersected(frame), pictureBrush(drawn, rect));
+  }
+  painter->save();
+  painter->setClipPath(frame, Qt::IntersectClip);
+  painter->fillPath(path, pictureBrush(drawn, rect));
+  painter->restore();
 }
 
 /// A tile of grains, the same ones each time.

@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QFontDatabase>
+#include <numbers>
 
 #include "host/render/TinyDocument.h"
 #include "platform/FontsAtHand.h"
@@ -315,6 +316,52 @@ TEST(LayerPainter, BooleanGroups) {
     expectColors(draw({shapeGroup({part(0, -1), part(10, operation)}, rule)}, 40, 40),
                  {{5, 20, expected(left)}, {15, 20, expected(both)}, {25, 20, expected(right)}},
                  qPrintable(QStringLiteral("operation %1").arg(operation)));
+  }
+}
+
+/// A path whose sides cross nearly all of each other.
+SketchJson star(int count, const SketchJson& style) {
+  SketchJson points = SketchJson::array();
+  for (int i = 0; i < count; ++i) {
+    const double angle = 2 * std::numbers::pi * i * (count / 2) / count;
+    const QPointF at(0.5 + 0.5 * std::cos(angle), 0.5 + 0.5 * std::sin(angle));
+    points.push_back({{"point", stringFromPoint(at).toStdString()}});
+  }
+  return with(layer("shapePath", frame(0, 0, 40, 40), style),
+              {{"isClosed", true}, {"points", points}});
+}
+
+/// Some of these would take the painter hours.
+TEST(LayerPainter, OutlinesThatCrossTooOften) {
+  const auto combined = [](int teeth, int operation) {
+    return shapeGroup(
+        {comb(teeth, 40, true), with(comb(teeth, 40, false), {{"booleanOperation", operation}})},
+        1);
+  };
+  SketchJson winding = bordered(2, 1, kRed);
+  winding["windingRule"] = 0;
+  SketchJson shadowed = bordered(1, 1, kRed);
+  shadowed["shadows"] =
+      SketchJson::array({{{"color", color(kBlue)}, {"blurRadius", 2}, {"spread", 1}}});
+  const struct {
+    const char* what;
+    SketchJson layer;
+    bool isTooMuch;
+  } cases[] = {
+      {"a union", combined(400, 0), true},
+      {"a difference", combined(400, 1), true},
+      {"an intersection", combined(400, 2), true},
+      {"what is in one of them", combined(400, 3), true},
+      {"fewer teeth", combined(40, 1), false},
+      {"a border around what winds", star(2001, winding), true},
+      {"the shadow of a border within", star(2001, shadowed), true},
+      {"a smaller star", star(41, shadowed), false},
+  };
+  for (const auto& [what, layer, isTooMuch] : cases) {
+    const Drawing drawing = draw({layer}, 40, 40);
+    ASSERT_EQ(drawing.warnings.size(), isTooMuch ? 1 : 0) << what;
+    if (!isTooMuch) continue;
+    EXPECT_TRUE(drawing.warnings[0].contains(u"too often")) << what;
   }
 }
 

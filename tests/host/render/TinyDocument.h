@@ -55,6 +55,18 @@ inline SketchJson container(const char* kind, const SketchJson& frame, const Lis
   return with(layer(kind, frame), {{"layers", layers}});
 }
 
+/// Teeth from side to side of a square of `side`, across it or down.
+inline SketchJson comb(int teeth, double side, bool isAcross) {
+  SketchJson points = SketchJson::array();
+  for (int i = 0; i < 2 * teeth; ++i) {
+    const double along = 0.05 + 0.45 * i / teeth, end = i % 2 == 0 ? 0.05 : 0.95;
+    const QPointF at = isAcross ? QPointF(end, along) : QPointF(along, end);
+    points.push_back({{"point", stringFromPoint(at).toStdString()}});
+  }
+  return with(layer("shapePath", frame(0, 0, side, side)),
+              {{"isClosed", true}, {"points", points}});
+}
+
 struct TinyDocument {
   /// On one page.
   List layers;
