@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <chrono>
+#include <thread>
 
 #include "host/render/TinyDocument.h"
 
@@ -189,6 +191,67 @@ TEST(ArtboardRenderer, WhatIsInItselfOrTooDeepComesToAnEnd) {
     EXPECT_EQ(image->pixels().pixel(5, 5), 0xffff0000) << what;
     ASSERT_EQ(renderer.warnings().size(), 1) << what;
     EXPECT_TRUE(renderer.warnings()[0].contains(QLatin1String(warning))) << what;
+  }
+}
+
+SketchJson styled(const char* list, const SketchJson& part) {
+  SketchJson style = filled(Qt::red);
+  style[list] = render::List(5'000, part);
+  return style;
+}
+
+/// Each of these would take many minutes.
+TEST(ArtboardRenderer, StopsAmidWhatTakesLong) {
+  const SketchJson black = render::color(Qt::black);
+  SketchJson angular = {{"fillType", 1}};
+  angular["gradient"] = {{"gradientType", 2},
+                         {"from", "{0.5, 0.5}"},
+                         {"to", "{1, 0.5}"},
+                         {"stops", render::List(2, {{"position", 0.5}, {"color", black}})}};
+  const SketchJson shadow = {{"color", black}, {"blurRadius", 40}};
+  const SketchJson border = {{"color", black}, {"thickness", 30}, {"position", 2}};
+  const SketchJson part = with(render::comb(60, 500, true), {{"booleanOperation", 0}});
+  render::List parts(1000, part);
+  for (size_t i = 0; i < parts.size(); i += 2) parts[i]["rotation"] = 90;
+  render::List masters;
+  for (int i = 0; i < 9; ++i) {
+    masters.push_back(master(std::to_string(i), render::List(20, instance(std::to_string(i - 1)))));
+    masters.back()["layers"].push_back(rectangle(0, 0, 500, 500, styled("shadows", shadow)));
+  }
+  const auto board = [](const render::List& layers) {
+    return render::List{container("artboard", frame(0, 0, 500, 500), layers)};
+  };
+  const auto square = [](const SketchJson& style) { return rectangle(0, 0, 500, 500, style); };
+  const struct {
+    const char* what;
+    render::List layers;
+  } cases[] = {
+      {"fills", board({square(styled("fills", angular))})},
+      {"shadows", board({square(styled("shadows", shadow))})},
+      {"inner shadows", board({square(styled("innerShadows", shadow))})},
+      {"borders",
+       board({with(render::comb(300, 500, true), {{"style", styled("borders", border)}})})},
+      {"layers", board(render::List(5'000, square(shadowed(0, 40))))},
+      {"shapes in a group", board({with(container("shapeGroup", frame(0, 0, 500, 500), parts),
+                                        {{"style", filled(Qt::red)}})})},
+      {"symbols", masters},
+  };
+  for (const auto& [what, layers] : cases) {
+    TinyDocument tiny;
+    tiny.layers = layers;
+    const SketchDocumentRef document = tiny.open();
+    ArtboardRenderer renderer(document);
+    std::stop_source stop;
+    renderer.setStop(stop.get_token());
+    const std::jthread stopper([&] {
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+      stop.request_stop();
+    });
+    QString error;
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_FALSE(renderer.render(*document->artboards().last(), 3, &error)) << what;
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60)) << what;
+    EXPECT_EQ(error, kDrawingStopped) << what;
   }
 }
 

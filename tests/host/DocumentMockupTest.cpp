@@ -4,7 +4,9 @@
 
 #include <QLineF>
 #include <QTemporaryDir>
+#include <stop_token>
 
+#include "host/ArtboardRenderer.h"
 #include "host/LayerSettings.h"
 #include "host/SketchParts.h"
 #include "platform/WholeFile.h"
@@ -124,6 +126,23 @@ TEST_F(Documents, GoesBackToWhatWasOpened) {
   const auto cleared = saved(*again, none, "b.sketch");
   EXPECT_FALSE(LayerSettings::of(*named(cleared, "Target")));
   EXPECT_TRUE(cleared->fileNames().filter(QStringLiteral("images/")).isEmpty());
+}
+
+TEST_F(Documents, ShowsLaterWhatWasStopped) {
+  write("doc.sketch", kLayers);
+  const auto mockup = open("doc.sketch");
+  ASSERT_TRUE(mockup) << qPrintable(error_);
+  Arrangement mapped = mockup->arrangement();
+  mapped.shape(kTarget)->design = kDesign;
+  std::stop_source stop;
+  stop.request_stop();
+  const auto drawn = mockup->draw(mapped, Mockup::Purpose::Window, stop.get_token());
+  EXPECT_FALSE(drawn.picture);
+  EXPECT_EQ(drawn.problem, kDrawingStopped);
+  EXPECT_FALSE(mockup->designPicture(*mapped.design(kDesign), 20, &error_, stop.get_token()));
+  EXPECT_FALSE(mockup->exportPicture(mapped, &error_, stop.get_token()));
+  EXPECT_TRUE(LayerSettings::of(*named(saved(*mockup, mapped, "a.sketch"), "Target")));
+  EXPECT_EQ(middle(mockup->draw(mapped, Mockup::Purpose::Window)), 0xffff0000);
 }
 
 TEST_F(Documents, ShowsOneArtboardAndSavesAll) {
