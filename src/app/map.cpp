@@ -17,6 +17,7 @@
 #include "app/Output.h"
 #include "app/Progress.h"
 #include "app/mapDocument.h"
+#include "app/timeLimit.h"
 #include "host/Mapping.h"
 #include "host/PhotoMockup.h"
 #include "platform/ImageFile.h"
@@ -62,6 +63,7 @@ struct Arguments {
   int threads = 0;
   bool json = false;
   std::string output;
+  std::string timeout;
 };
 
 /// Milliseconds since it was last asked, or made.
@@ -198,11 +200,14 @@ void runArrangement(const Arguments& arguments) {
   const ImageRef picture = PhotoMockup(*arrangement).exportPicture(*arrangement, &error);
   if (!picture) fail(error);
   progress.setStage("writing");
+  liftTimeLimitForStream(arguments.output);
   if (!ImageFile::write(*picture, output, &error)) fail(error);
+  liftTimeLimit();
   logLine(u"Wrote %@", {output});
 }
 
 void run(const Arguments& arguments) {
+  limitTime(arguments.timeout);
   if (!arguments.arrangement.empty()) return runArrangement(arguments);
   if (arguments.design.empty()) {
     misuse(QStringLiteral("DESIGN is required (see kelvar map --help)"));
@@ -242,7 +247,9 @@ void run(const Arguments& arguments) {
 
   progress.setStage("writing");
   QString error;
+  liftTimeLimitForStream(arguments.output);
   if (!ImageFile::write(*picture, output, &error)) fail(error);
+  liftTimeLimit();
   logLine(u"Wrote %@", {output});
   if (arguments.json) report(picture->pixels().size(), quad, readTime, warpTime, stopwatch.lap());
 }
@@ -293,6 +300,7 @@ std::function<void()> addMap(CLI::App& program) {
       ->check(CLI::Range(0, 32))
       ->type_name("N")
       ->capture_default_str();
+  const CLI::Option* timeout = addTimeout(map, &arguments->timeout);
   map->add_flag("--json", arguments->json,
                 "Print the size, the design's four corners in it, and the times taken");
   CLI::Option* output = map->add_option("-o,--output", arguments->output,
@@ -306,7 +314,8 @@ std::function<void()> addMap(CLI::App& program) {
                       "Draw what kelvar panel saved, which says all but -o itself")
           ->type_name("FILE");
   for (CLI::Option* option : map->get_options()) {
-    const bool goesWithIt = option == arrangement || option == output || option == help;
+    const bool goesWithIt =
+        option == arrangement || option == output || option == timeout || option == help;
     if (!goesWithIt) arrangement->excludes(option);
   }
   return [arguments] { run(*arguments); };

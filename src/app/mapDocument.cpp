@@ -3,6 +3,7 @@
 #include "app/DocumentCommand.h"
 #include "app/Failure.h"
 #include "app/Progress.h"
+#include "app/timeLimit.h"
 #include "host/ArtboardRenderer.h"
 #include "host/DocumentMapping.h"
 #include "platform/ImageFile.h"
@@ -93,13 +94,18 @@ void write(const SketchDocumentRef& document, DocumentMapping* mapping,
   QString error;
   if (SketchDocument::hasKnownEnding(output)) {
     mapping->redrawPreview();
+    liftTimeLimitForStream(arguments.output);
     if (!document->save(output, &error)) fail(error);
+    liftTimeLimit();
     return;
   }
   ArtboardRenderer renderer(document);
   const ImageRef picture =
       renderer.render(*commonArtboard(layers), arguments.settings.quality, &error);
-  if (!picture || !ImageFile::write(*picture, output, &error)) fail(error);
+  if (!picture) fail(error);
+  liftTimeLimitForStream(arguments.output);
+  if (!ImageFile::write(*picture, output, &error)) fail(error);
+  liftTimeLimit();
   tellWarnings(renderer.warnings());
 }
 

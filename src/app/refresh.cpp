@@ -6,6 +6,7 @@
 #include "app/DocumentCommand.h"
 #include "app/Failure.h"
 #include "app/Progress.h"
+#include "app/timeLimit.h"
 
 namespace kelvar::app {
 namespace {
@@ -26,6 +27,7 @@ Exit status: 0 done, 1 failed, 2 misuse.)";
 struct Arguments {
   std::string document;
   std::string output;
+  std::string timeout;
   bool inPlace = false;
   bool json = false;
 };
@@ -42,6 +44,7 @@ void run(const Arguments& arguments) {
                   QStringLiteral("-o takes a file that ends in sketch, not \"%1\"")
                       .arg(QString::fromStdString(output)));
   }
+  limitTime(arguments.timeout);
   Progress progress;
   progress.setStage("reading");
   const SketchDocumentRef document = openDocument(arguments.document);
@@ -52,9 +55,11 @@ void run(const Arguments& arguments) {
   if (!mapping.refresh(&layers, &error)) throw Failure(Failure::kFailed, error);
   if (!layers.isEmpty()) mapping.redrawPreview();
   progress.setStage("writing");
+  liftTimeLimitForStream(output);
   if (!document->save(QString::fromStdString(output), &error)) {
     throw Failure(Failure::kFailed, error);
   }
+  liftTimeLimit();
   tellWarnings(mapping.warnings());
   if (arguments.json) reportMapped(layers);
 }
@@ -72,6 +77,7 @@ std::function<void()> addRefresh(CLI::App& program) {
       ->type_name("OUT");
   refresh->add_flag("--in-place", arguments->inPlace, "Replace the document itself");
   refresh->add_flag("--json", arguments->json, "Print the layers that were mapped");
+  addTimeout(refresh, &arguments->timeout);
   return [arguments] { run(*arguments); };
 }
 

@@ -9,6 +9,7 @@
 #include "app/DocumentCommand.h"
 #include "app/Failure.h"
 #include "app/Output.h"
+#include "app/timeLimit.h"
 #include "host/ArtboardRenderer.h"
 #include "host/SketchDocument.h"
 #include "platform/ImageFile.h"
@@ -43,6 +44,7 @@ struct Arguments {
   bool preview = false;
   bool json = false;
   std::string output;
+  std::string timeout;
 };
 
 [[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
@@ -107,6 +109,7 @@ void report(const Image& picture, const QStringList& warnings) {
 
 void run(const Arguments& arguments) {
   check(arguments);
+  limitTime(arguments.timeout);
   QString error;
   const SketchDocumentRef document = openDocument(arguments.document);
   ArtboardRenderer renderer(document);
@@ -114,7 +117,9 @@ void run(const Arguments& arguments) {
                                              : renderer.render(*chosenLayer(*document, arguments),
                                                                arguments.scale, &error);
   if (!picture) fail(error);
+  liftTimeLimitForStream(arguments.output);
   if (!ImageFile::write(*picture, QString::fromStdString(arguments.output), &error)) fail(error);
+  liftTimeLimit();
   if (arguments.json) return report(*picture, renderer.warnings());
   tellWarnings(renderer.warnings());
 }
@@ -137,6 +142,7 @@ std::function<void()> addRender(CLI::App& program) {
   render->add_option("--scale", arguments->scale, "Pixels for each unit of the document")
       ->type_name("S")
       ->capture_default_str();
+  addTimeout(render, &arguments->timeout);
   render->add_flag("--json", arguments->json, "Print the size and the warnings");
   render
       ->add_option(

@@ -180,6 +180,9 @@ TEST_F(Document, SaysWhatIsWrong) {
       {"ulimit -f 2; " + map + "--layer Glass -o doc.sketch", 1, "doc.sketch"},
       {"kelvar render doc.sketch --layer \"$(printf 'a\\nb\\033[1m')\" -o out.png", 1, "no layer"},
       {"kelvar refresh doc.sketch -o out.sketch --in-place", 2, "one of them"},
+      {"kelvar render doc.sketch --timeout 0 -o out.png", 2, "seconds from 0.1 to 86400"},
+      {"kelvar refresh doc.sketch --timeout nan --in-place", 2, "seconds from 0.1 to 86400"},
+      {map + "--layer Glass --timeout 1m -o out.sketch", 2, "not \"1m\""},
   };
   const QByteArray before = bytes("doc.sketch");
   for (const auto& [command, status, part] : cases) {
@@ -192,6 +195,49 @@ TEST_F(Document, SaysWhatIsWrong) {
   }
   EXPECT_EQ(bytes("doc.sketch"), before);
   EXPECT_EQ(bytes("none.sketch"), "none\n");
+}
+
+/// Shadows that would take minutes.
+void slowDown(const SketchDocumentRef& document) {
+  SketchJson shadow{{"_class", "shadow"}, {"isEnabled", true}, {"blurRadius", 60}};
+  shadow["color"] = {{"_class", "color"}, {"alpha", 0.5}};
+  const SketchLayerRef sun = document->layersNamed(QStringLiteral("Sun"))[0];
+  sun->edit()["style"]["shadows"] = std::vector<SketchJson>(50'000, shadow);
+}
+
+TEST_F(Document, EndsWithinItsTimeAndAtCtrlC) {
+  ASSERT_EQ(run("kelvar map artboard:Screen --document doc.sketch --layer Glass -o slow.sketch"),
+            0);
+  const auto slow = document("slow.sketch");
+  slowDown(slow);
+  QString error;
+  ASSERT_TRUE(slow->save(path("slow.sketch"), &error)) << qPrintable(error);
+  ASSERT_EQ(run("echo old > out.png; cp doc.sketch out.sketch"), 0);
+  const QByteArray before = bytes("slow.sketch"), out = bytes("out.sketch");
+  const struct {
+    const char* command;
+    int status;
+  } cases[] = {
+      {"kelvar render slow.sketch --artboard Screen --timeout 0.5 -o out.png", 1},
+      {"kelvar render slow.sketch --artboard Screen --timeout 0.5 -o -", 1},
+      {"kelvar refresh slow.sketch --timeout 0.5 --in-place", 1},
+      {"kelvar map artboard:Screen --document slow.sketch --layer Glass --timeout 0.5 -o "
+       "out.sketch",
+       1},
+      {"mkfifo pipe; kelvar map - --points '0,0 9,0 9,9 0,9' --timeout 0.5 -o out.png 0<>pipe", 1},
+      {"timeout --preserve-status -s INT 0.5 kelvar render slow.sketch -o out.png", 130},
+      {"timeout --preserve-status -s INT 0.5 kelvar refresh slow.sketch --in-place", 130},
+  };
+  for (const auto& [command, status] : cases) {
+    EXPECT_EQ(run(command), status) << command << ": " << bytes("err").constData();
+    EXPECT_EQ(bytes("err").startsWith("kelvar: this takes longer than 0.5 s"), status == 1)
+        << command << ": " << bytes("err").constData();
+    EXPECT_EQ(bytes("out"), "") << command;
+  }
+  EXPECT_EQ(bytes("slow.sketch"), before);
+  EXPECT_EQ(bytes("out.sketch"), out);
+  EXPECT_EQ(bytes("out.png"), "old\n");
+  EXPECT_EQ(QDir(dir_.path()).entryList(QDir::Files).size(), 7) << "nothing was left beside them";
 }
 
 }  // namespace
