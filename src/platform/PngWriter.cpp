@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "platform/AlphaPixels.h"
+#include "platform/PngDeflate.h"
 #include "platform/PngFilters.h"
 #include "platform/TryThread.h"
 
@@ -26,11 +27,9 @@ namespace {
 constexpr size_t kBandBytes = 512 << 10;
 /// One row in so many is looked at for the choice of the filter, but three of a band at least.
 constexpr int kSampleStep = 16, kLeastSamples = 3;
-constexpr int kLevel = 1;
 /// Above so many bits of information a byte, repetitions are chance, and telling of them costs more
 /// than the bytes themselves: then only runs are looked for.
 constexpr double kNoisyBits = 1.5;
-constexpr uint16_t kRunsOnly = 1;
 
 /// How the pixels are written. Where none is half transparent, a colour that no opaque pixel has
 /// can stand for the transparent ones, and the alpha channel, a fifth of a noisy file, is saved.
@@ -164,7 +163,7 @@ struct Choice {
 class BandEncoder {
  public:
   BandEncoder(const QImage& image, const Layout& layout)
-      : rows_(image, layout), tables_(ISAL_DEF_LVL1_DEFAULT), sample_(rows_.rowBytes()) {}
+      : rows_(image, layout), sample_(rows_.rowBytes()) {}
 
   /// The IDAT chunk of the rows from `top` to before `bottom`, which ends on a whole byte and
   /// refers to no other band. `*adler` is the checksum of what was packed.
@@ -182,7 +181,7 @@ class BandEncoder {
     *adler = isal_adler32(1, filtered_.data(), filtered_.size());
     auto chunk = beginChunk("IDAT");
     if (first) chunk.insert(chunk.end(), {0x78, 0x01});
-    deflate(choice.bits > kNoisyBits ? kRunsOnly : 0, last, &chunk);
+    deflate_.append(filtered_, choice.bits > kNoisyBits, last, &chunk);
     return chunk;
   }
 
@@ -206,30 +205,8 @@ class BandEncoder {
     return best;
   }
 
-  void deflate(uint16_t history, bool last, std::vector<uint8_t>* out) {
-    isal_zstream stream;
-    isal_deflate_init(&stream);
-    stream.level = kLevel;
-    stream.level_buf = tables_.data();
-    stream.level_buf_size = static_cast<uint32_t>(tables_.size());
-    stream.hist_bits = history;
-    stream.flush = FULL_FLUSH;
-    stream.end_of_stream = last;
-    stream.next_in = filtered_.data();
-    stream.avail_in = static_cast<uint32_t>(filtered_.size());
-    do {
-      const size_t used = out->size();
-      const size_t room = filtered_.size() / 2 + 4096;
-      out->resize(used + room);
-      stream.next_out = out->data() + used;
-      stream.avail_out = static_cast<uint32_t>(room);
-      isal_deflate(&stream);
-      out->resize(used + room - stream.avail_out);
-    } while (stream.avail_out == 0);
-  }
-
   RowWindow rows_;
-  std::vector<uint8_t> tables_;
+  png::Deflate deflate_;
   std::vector<uint8_t> sample_;
   std::vector<uint8_t> filtered_;
 };
@@ -245,10 +222,10 @@ class BandedWrite {
         bands_((image.height() + rowsPerBand_ - 1) / rowsPerBand_),
         device_(device) {}
 
-  bool run() {
-    const auto wanted = std::min<size_t>(std::thread::hardware_concurrency(), size_t(bands_));
+  bool run(int threads) {
+    const int wanted = std::min(threads, bands_);
     std::vector<std::thread> helpers;
-    while (helpers.size() + 1 < wanted) {
+    while (static_cast<int>(helpers.size()) + 1 < wanted) {
       std::thread helper = tryThread([this] { work(); });
       if (!helper.joinable()) break;
       helpers.push_back(std::move(helper));
@@ -303,7 +280,8 @@ bool writeChunk(std::vector<uint8_t> chunk, QIODevice* device) {
 
 }  // namespace
 
-bool writePng(const QImage& image, QIODevice* device) {
+bool writePng(const QImage& image, QIODevice* device, int threads) {
+  if (threads < 1) threads = static_cast<int>(std::thread::hardware_concurrency());
   const Layout layout = layoutOf(image);
   auto header = beginChunk("IHDR");
   appendBigEndian(&header, static_cast<uint32_t>(image.width()));
@@ -318,7 +296,7 @@ bool writePng(const QImage& image, QIODevice* device) {
   const QByteArray signature = QByteArrayLiteral("\x89PNG\r\n\x1a\n");
   return device->write(signature) == signature.size() && writeChunk(header, device) &&
          writeChunk(colours, device) && (!layout.key || writeChunk(transparent, device)) &&
-         BandedWrite(image, layout, device).run() && writeChunk(beginChunk("IEND"), device);
+         BandedWrite(image, layout, device).run(threads) && writeChunk(beginChunk("IEND"), device);
 }
 
 }  // namespace kelvar

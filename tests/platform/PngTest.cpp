@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <spng.h>
+#include <sys/mman.h>
 #include <zlib.h>
 
 #include <QBuffer>
@@ -7,11 +8,15 @@
 #include <QImage>
 #include <QtEndian>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <random>
+#include <set>
 #include <tuple>
 #include <vector>
 
 #include "platform/AlphaPixels.h"
+#include "platform/PngDeflate.h"
 #include "platform/PngReader.h"
 #include "platform/PngWriter.h"
 
@@ -24,10 +29,10 @@ QImage readExactly(const QByteArray& file, QString* error) {
   return readPng(QByteArray::fromRawData(exact.data(), qsizetype(exact.size())), error);
 }
 
-QByteArray written(const QImage& image) {
+QByteArray written(const QImage& image, int threads = 0) {
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
-  EXPECT_TRUE(writePng(image, &buffer));
+  EXPECT_TRUE(writePng(image, &buffer, threads));
   return buffer.data();
 }
 
@@ -101,6 +106,44 @@ TEST(PngWriter, QtReadsWhatIsWritten) {
     QString error;
     ASSERT_EQ(readExactly(file, &error), image) << qPrintable(error);
   }
+}
+
+TEST(PngWriter, TheSamePixelsMakeTheSameFile) {
+  // Flat cells, so that matches are found, in more bands than the most threads.
+  QImage image(1800, 850, QImage::Format_ARGB32_Premultiplied);
+  for (int y = 0; y < image.height(); ++y) {
+    auto* const row = reinterpret_cast<uint32_t*>(image.scanLine(y));
+    for (int x = 0; x < image.width(); ++x) row[x] = 0xff000000 | unsigned(x / 7 * y / 5 % 31) << 9;
+  }
+  const QByteArray file = written(image);
+  QString error;
+  ASSERT_EQ(readExactly(file, &error), image) << qPrintable(error);
+  for (const int threads : {1, 2, 8}) {
+    for (int time = 0; time < 50; ++time) {
+      ASSERT_EQ(written(image, threads), file) << threads << " threads, time " << time;
+    }
+  }
+}
+
+/// Short data leaves ISA-L a small table, of which a thousand addresses meet every entry.
+TEST(PngWriter, PacksTheSameWhereverTheStreamLies) {
+  constexpr size_t kStep = 1 << 16, kPlaces = 1024;
+  constexpr size_t kRoom = kPlaces * kStep + sizeof(png::Deflate);
+  void* const room = ::mmap(nullptr, kRoom, PROT_READ | PROT_WRITE,
+                            MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  ASSERT_NE(room, MAP_FAILED);
+  std::vector<uint8_t> band(200);
+  band[0] = 2;
+  std::set<std::vector<uint8_t>> seen;
+  for (size_t place = 0; place < kPlaces; ++place) {
+    auto* const deflate = new (static_cast<char*>(room) + place * kStep) png::Deflate;
+    std::vector<uint8_t> out;
+    deflate->append(band, false, true, &out);
+    seen.insert(out);
+    std::destroy_at(deflate);
+  }
+  ::munmap(room, kRoom);
+  EXPECT_EQ(seen.size(), 1u);
 }
 
 TEST(PngWriter, FailsWithItsDevice) {
