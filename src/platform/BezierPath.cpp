@@ -11,8 +11,20 @@ using Kind = BezierPath::Kind;
 
 constexpr double kMaximumLines = 4096;
 
+double distanceToSegment(const QPointF& point, const QPointF& from, const QPointF& to) {
+  const QPointF along = to - from, off = point - from;
+  const double length = QPointF::dotProduct(along, along);
+  const double at = length > 0 ? std::clamp(QPointF::dotProduct(off, along) / length, 0.0, 1.0) : 0;
+  const QPointF away = off - at * along;
+  return std::hypot(away.x(), away.y());
+}
+
+/// How many lines keep within `flatness` of the curve. One where it runs along the line between
+/// its ends, however unevenly: a curve leaves that by at most 3/4 of what its handles do.
 int lineCount(const QPointF& start, const Element& curve, double flatness) {
   const auto& [c1, c2, end] = curve.points;
+  const double off = std::max(distanceToSegment(c1, start, end), distanceToSegment(c2, start, end));
+  if (0.75 * off <= flatness) return 1;
   const QPointF bend1 = start - 2 * c1 + c2, bend2 = c1 - 2 * c2 + end;
   const double bend = std::max(std::hypot(bend1.x(), bend1.y()), std::hypot(bend2.x(), bend2.y()));
   const double count = std::ceil(std::sqrt(0.75 * bend / flatness));

@@ -41,7 +41,8 @@ class KELVAR_EXPORT BezierPath {
   const QList<Element>& elements() const { return elements_; }
 
   /// The same path with each curve replaced by lines of equal parameter steps, as many as keep
-  /// within `flatness` of the curve. The same path gives the same lines everywhere.
+  /// within `flatness` of the curve; a curve whose handles lie on the line between its ends is that
+  /// line. The same path gives the same lines everywhere.
   /// Source of the count: Wang, "The subdivision algorithm for the generation of Bezier curves",
   /// 1984.
   BezierPath flattened(double flatness = kDefaultFlatness) const;

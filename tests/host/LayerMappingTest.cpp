@@ -35,6 +35,15 @@ SketchJson quad(const std::string& name, QRectF frame,
   return layer("shapePath", name, frame, {{"isClosed", true}, {"points", parts::points(corners)}});
 }
 
+/// Its sides are stored as curves, the handles on the points.
+SketchJson asCurves(SketchJson quad) {
+  for (SketchJson& point : quad["points"]) {
+    point["hasCurveFrom"] = point["hasCurveTo"] = true;
+    point["curveFrom"] = point["curveTo"] = point["point"];
+  }
+  return quad;
+}
+
 /// The colours at a fifth and four fifths of the picture, clockwise from the top left.
 std::string corners(const QImage& picture) {
   std::string out;
@@ -89,6 +98,12 @@ TEST(LayerMapping, LaysTheDesignIntoTheFrame) {
        {},
        {100, 50},
        "r--b"},
+      {"with sides stored as curves", asCurves(quad("L", frame)), {}, {100, 50}, "rgwb"},
+      {"those drawn the other way round",
+       asCurves(quad("L", frame, {{0, 0, 0}, {0, 1, 0}, {1, 1, 0}, {1, 0, 0}})),
+       {},
+       {100, 50},
+       "rgwb"},
       {"in a shape group",
        group("shapeGroup", "L", frame, {quad("p", {0, 0, 100, 50})}),
        {},

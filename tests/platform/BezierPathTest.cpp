@@ -75,9 +75,24 @@ TEST(BezierPath, FlattensWithinTheFlatness) {
   EXPECT_LT(curve.flattened(0.6).elements().size(), curve.flattened(0.01).elements().size());
 }
 
-TEST(BezierPath, FlattensCurvesThatHaveNoSize) {
-  EXPECT_EQ(text(parse("M 1 1 C 1 1 1 1 1 1").flattened()), "M 1 1 L 1 1");
-  EXPECT_EQ(text(parse("M 0 0 C 1 0 2 0 3 0 L 4 0").flattened()), "M 0 0 L 3 0 L 4 0");
+TEST(BezierPath, FlattensCurvesWithoutABendToOneLine) {
+  const struct {
+    const char* path;
+    const char* lines;
+  } cases[] = {
+      {"M 1 1 C 1 1 1 1 1 1", "M 1 1 L 1 1"},
+      {"M 0 0 C 1 0 2 0 3 0 L 4 0", "M 0 0 L 3 0 L 4 0"},
+      {"M 0 0 C 0 0 900 300 900 300 Z", "M 0 0 L 900 300 Z"},
+      {"M 0 0 C 90 30 810 270 900 300", "M 0 0 L 900 300"},
+      {"M 0 0 C 900 300 0 0 900 300", "M 0 0 L 900 300"},
+      {"M 9 9 C 9.0000001 9 500 9 500 9", "M 9 9 L 500 9"},
+  };
+  for (const auto& [path, lines] : cases) EXPECT_EQ(text(parse(path).flattened()), lines);
+  // These leave the line at an end of it, or turn back.
+  for (const char* path :
+       {"M 0 0 C -90 0 900 0 900 0", "M 0 0 C 0 0 990 0 900 0", "M 5 5 C 90 5 90 5 5 5"}) {
+    EXPECT_GT(parse(path).flattened().elements().size(), 3) << path;
+  }
   EXPECT_EQ(parse("M 0 0 C nan 0 inf 0 3 0").flattened().elements().size(), 2);
 }
 
