@@ -35,7 +35,7 @@ def try_out(name, function):
 
 def show(row):
     name, trials, well, worst, faults = row
-    lines = [f"{count} x {fault}" for fault, count in list(faults.items())[:4]] or [""]
+    lines = [f"{count} x {fault}" for fault, count in list(faults.items())[:8]] or [""]
     print(f"{name:<44} {trials:>6} {well:>5} {worst:>7.1f}  {lines[0]}", flush=True)
     for line in lines[1:]:
         print(f"{'':<66}{line}", flush=True)
