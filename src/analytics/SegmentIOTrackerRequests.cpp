@@ -58,9 +58,11 @@ QVariantMap screen() {
           {QStringLiteral("density"), screen.density}};
 }
 
+/// A text that is none, as of a document that names no build, is sent so.
 QVariant required(const QVariant& value, const char* key) {
-  if (value.isNull()) refuse(QStringLiteral("%1 is missing").arg(QLatin1String(key)));
-  return value;
+  if (!value.isValid()) refuse(QStringLiteral("%1 is missing").arg(QLatin1String(key)));
+  const bool isNone = value.typeId() == QMetaType::QString && value.toString().isNull();
+  return isNone ? QVariant::fromValue(nullptr) : value;
 }
 
 QVariantMap app() {

@@ -1,9 +1,12 @@
 #include "analytics/TrackerManager.h"
 
+#include <QSet>
 #include <QUuid>
+#include <exception>
 #include <functional>
 #include <mutex>
 
+#include "platform/Log.h"
 #include "runtime/ClassInfo.h"
 #include "util/Each.h"
 
@@ -36,6 +39,19 @@ QVariantList trackersOf(const TrackerManager& manager) {
   QVariantList objects;
   for (const TrackerRef& tracker : manager.allTrackers()) objects.append(toVariant(tracker));
   return objects;
+}
+
+/// Each manager is looked into once, however often it is met.
+bool reaches(const TrackerList& trackers, const TrackerManager* manager,
+             QSet<const Tracker*>* seen) {
+  for (const TrackerRef& tracker : trackers) {
+    if (tracker.get() == manager) return true;
+    if (seen->contains(tracker.get())) continue;
+    seen->insert(tracker.get());
+    const auto* const nested = dynamic_cast<const TrackerManager*>(tracker.get());
+    if (nested && reaches(nested->trackers(), manager, seen)) return true;
+  }
+  return false;
 }
 
 QString newUuid() { return QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(); }
@@ -103,6 +119,20 @@ TrackerManager::TrackerManager(const TrackerList& trackers, TrackerPersisterRef 
   configureChild();
 }
 
+template <class Interface, class Operation, class... Arguments>
+void TrackerManager::broadcast(Operation Interface::*operation,
+                               const Arguments&... arguments) const {
+  if (!each(trackers_).respondsTo(operation)) throw UnrecognizedOperation();
+  const TrackerList trackers = trackers_;
+  for (const TrackerRef& tracker : trackers) {
+    try {
+      each(TrackerList{tracker}).forward(operation, arguments...);
+    } catch (const std::exception& problem) {
+      logLine(u"TrackerManager: %@", {QString::fromUtf8(problem.what())});
+    }
+  }
+}
+
 void TrackerManager::setUuid(const QString& uuid) {
   Tracker::setUuid(uuid);
   configureChild();
@@ -117,38 +147,47 @@ void TrackerManager::setEmail(const QString& email) {
 }
 
 void TrackerManager::track(const QString& name, const Properties& properties) {
-  each(trackers_)(&Tracker::track, name, properties);
+  broadcast(&Tracker::track, name, properties);
 }
 
 void TrackerManager::timedTrackerEventStarted(TimedTracker& timedTracker, const QString& name) {
-  each(trackers_)(&Tracker::timedTrackerEventStarted, std::ref(timedTracker), name);
+  broadcast(&Tracker::timedTrackerEventStarted, std::ref(timedTracker), name);
 }
 
 void TrackerManager::timedTrackerEventFinished(TimedTracker& timedTracker,
                                                const TimedEventRef& event) {
-  each(trackers_)(&Tracker::timedTrackerEventFinished, std::ref(timedTracker), event);
+  broadcast(&Tracker::timedTrackerEventFinished, std::ref(timedTracker), event);
 }
 
 void TrackerManager::setSuperProperties(const SharedProperties& properties) {
-  each(trackers_)(&Tracker::setSuperProperties, properties);
+  broadcast(&Tracker::setSuperProperties, properties);
 }
 
 void TrackerManager::addSuperProperties(const QVariantMap& properties) {
-  each(trackers_)(&SuperPropertiesMerging::addSuperProperties, properties);
+  broadcast(&SuperPropertiesMerging::addSuperProperties, properties);
 }
 
 void TrackerManager::identifyEmail(const QString& email) {
-  each(trackers_)(&Tracker::identifyEmail, email);
+  broadcast(&Tracker::identifyEmail, email);
 }
 
 void TrackerManager::aliasFromUUIDTo(const QString& newId) {
-  each(trackers_)(&Tracker::aliasFromUUIDTo, newId);
+  broadcast(&Tracker::aliasFromUUIDTo, newId);
 }
 
 void TrackerManager::configureChild() {
   if (trackers_.isEmpty()) return;
-  each(trackers_)(&Tracker::setUuid, uuid());
-  each(trackers_)(&Tracker::setEmail, email());
+  broadcast(&Tracker::setUuid, uuid());
+  broadcast(&Tracker::setEmail, email());
+}
+
+void TrackerManager::setTrackers(const TrackerList& trackers) {
+  QSet<const Tracker*> seen;
+  if (reaches(trackers, this, &seen)) {
+    return logLine(
+        u"TrackerManager: a manager cannot be among its own trackers, which stay as they were");
+  }
+  trackers_ = trackers;
 }
 
 }  // namespace kelvar

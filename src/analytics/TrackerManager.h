@@ -23,7 +23,9 @@ using TrackerManagerRef = std::shared_ptr<TrackerManager>;
 /// written under "io.kelvarlabs.tracker.email": one that was set is not restored.
 ///
 /// Calls that it passes on throw `UnrecognizedOperation` when none of its trackers understands
-/// them, and so always when it has none. `aliasId` is not passed on. On the main thread only.
+/// them, and so always when it has none. What a tracker throws ends here, in a log line: neither
+/// the caller nor the other trackers suffer from it. `aliasId` is not passed on. On the main thread
+/// only.
 class KELVAR_EXPORT TrackerManager : public Tracker, public SuperPropertiesMerging {
  public:
   static const ClassInfo& theClass();
@@ -58,13 +60,18 @@ class KELVAR_EXPORT TrackerManager : public Tracker, public SuperPropertiesMergi
 
   TrackerList allTrackers() const { return trackers_; }
   const TrackerList& trackers() const { return trackers_; }
-  void setTrackers(const TrackerList& trackers) { trackers_ = trackers; }
+  /// A list that has the manager itself in it, or in one of its managers, is refused with a log
+  /// line.
+  void setTrackers(const TrackerList& trackers);
   TrackerPersisterRef persister() const { return persister_; }
   void setPersister(const TrackerPersisterRef& persister) { persister_ = persister; }
   QString identifier() const { return identifier_; }
   void setIdentifier(const QString& identifier) { identifier_ = identifier; }
 
  private:
+  template <class Interface, class Operation, class... Arguments>
+  void broadcast(Operation Interface::*operation, const Arguments&... arguments) const;
+
   TrackerPersisterRef persister_;
   TrackerList trackers_;
   QString identifier_;

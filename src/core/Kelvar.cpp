@@ -6,8 +6,10 @@
 #include "analytics/SegmentIOTracker.h"
 #include "core/ServerMessages.h"
 #include "platform/Bundle.h"
+#include "platform/Log.h"
 #include "platform/UserEmail.h"
 #include "runtime/ClassInfo.h"
+#include "util/Each.h"
 
 namespace kelvar {
 namespace {
@@ -77,7 +79,11 @@ void Kelvar::identifyUser(QVariantMap* superProperties) {
 }
 
 QString Kelvar::trackForEvent(const QString& event, const Properties& properties) {
-  if (tracker_) tracker_->track(event, properties);
+  try {
+    if (tracker_) tracker_->track(event, properties);
+  } catch (const UnrecognizedOperation& problem) {
+    logLine(u"Kelvar: %@ is not tracked: %@", {event, QString::fromUtf8(problem.what())});
+  }
   return event;
 }
 

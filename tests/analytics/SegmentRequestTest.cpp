@@ -75,6 +75,16 @@ TEST_F(Requests, AreTheseBytes) {
                                 library + rest + date);
 }
 
+TEST_F(Requests, ABuildThatIsNoneIsSentAsNone) {
+  Bundle::setHostInformation(
+      {{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("52.1")},
+       {QStringLiteral("CFBundleVersion"), QString()},
+       {QStringLiteral("CFBundleName"), QStringLiteral("Sketch")}});
+  const QByteArray body = bodyOf({}, {});
+  EXPECT_TRUE(body.contains(R"("app":{"build":null,"name":"Sketch","version":"52.1"})"))
+      << body.constData();
+}
+
 TEST_F(Requests, AHostWithoutAVersionIsAnError) {
   Bundle::setHostInformation({{QStringLiteral("CFBundleName"), QStringLiteral("Sketch")}});
   EXPECT_THROW(bodyOf({}, {}), std::invalid_argument);

@@ -142,7 +142,10 @@ TEST_F(Timed, WithoutADelegateEventsEndAllTheSame) {
 TEST(Tracker, IsItsTimedTrackersDelegateWhileItLives) {
   struct Loud : Tracker {
     void timedTrackerEventStarted(TimedTracker&, const QString& name) override { started = name; }
-    QString started;
+    void timedTrackerEventFinished(TimedTracker&, const TimedEventRef& event) override {
+      finished = event->name();
+    }
+    QString started, finished;
   };
   auto tracker = std::make_shared<Loud>();
   const TimedTrackerRef timed = tracker->timed();
@@ -150,6 +153,9 @@ TEST(Tracker, IsItsTimedTrackersDelegateWhileItLives) {
   tracker->event(QStringLiteral("a"), QStringLiteral("n"));
   EXPECT_EQ(tracker->started, QStringLiteral("a"));
   EXPECT_EQ(timed->timedEvents().first()->properties()->value(QStringLiteral("n")), 1.0f);
+  tracker->timedFlush(QStringLiteral("a"));
+  EXPECT_EQ(tracker->finished, QStringLiteral("a"));
+  EXPECT_TRUE(timed->timedEvents().isEmpty());
   EXPECT_EQ(tracker->shared_from_this().use_count(), 2) << "owned by the test and this call";
   tracker.reset();
   timed->start(QStringLiteral("b"));

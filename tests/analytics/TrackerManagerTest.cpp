@@ -4,6 +4,7 @@
 
 #include <QMap>
 #include <QRegularExpression>
+#include <stdexcept>
 
 #include "analytics/CounterTracker.h"
 #include "analytics/DeferableTracker.h"
@@ -11,6 +12,7 @@
 #include "analytics/MockedTracker.h"
 #include "analytics/SegmentIOTracker.h"
 #include "analytics/SegmentServer.h"
+#include "platform/LogCapture.h"
 #include "runtime/ClassInfo.h"
 #include "util/Each.h"
 
@@ -145,6 +147,52 @@ TEST_F(Manager, WhatNobodyUnderstandsIsAnError) {
                UnrecognizedOperation);
 }
 
+TEST_F(Manager, WhatATrackerThrowsReachesNobody) {
+  struct Thrower : Tracker {
+    void track(const QString&, const Properties&) override { throw std::invalid_argument("oops"); }
+    void identifyEmail(const QString&) override { throw std::runtime_error("no uuid"); }
+  };
+  QStringList lines;
+  const auto counter = std::make_shared<CounterTracker>();
+  const auto recorder = std::make_shared<Recorder>(&lines, "1");
+  const auto all = manager({std::make_shared<Thrower>(), manager({}), counter, recorder});
+  const LogCapture log;
+  all->track(kA, QVariantMap());
+  EXPECT_EQ(counter->tracksCount(), 1u);
+  all->identifyEmail(kA);
+  EXPECT_EQ(lines.last(), QStringLiteral("1 identify a"));
+  EXPECT_TRUE(log.lines().contains(QStringLiteral("TrackerManager: oops")));
+  EXPECT_TRUE(log.lines().contains(QStringLiteral("TrackerManager: no uuid")));
+}
+
+TEST_F(Manager, CannotBeItsOwnTracker) {
+  const auto counter = std::make_shared<CounterTracker>();
+  const auto inner = manager({counter});
+  const auto middle = manager({inner, inner});
+  const auto outer = manager({middle, inner});
+  const std::pair<TrackerList, bool> cases[] = {
+      {{inner}, false},           {{counter, middle}, false},
+      {{outer}, false},           {{manager({outer}), counter}, false},
+      {{counter, counter}, true}, {{}, true}};
+  for (const auto& [trackers, isTaken] : cases) {
+    inner->setTrackers({counter});
+    const LogCapture log;
+    inner->setTrackers(trackers);
+    EXPECT_EQ(inner->trackers(), isTaken ? trackers : TrackerList{counter});
+    EXPECT_EQ(log.lines().size(), isTaken ? 0 : 1);
+  }
+  inner->setTrackers({counter});
+  // Each level has the one below twice.
+  TrackerManagerRef top = inner;
+  for (int level = 0; level < 60; ++level) {
+    const auto next = manager({});
+    next->setTrackers({top, top});
+    top = next;
+  }
+  outer->track(kA, QVariantMap());
+  EXPECT_EQ(counter->tracksCount(), 3u);
+}
+
 TEST(MockedTracker, AddsSuperProperties) {
   MockedTracker tracker;
   tracker.setSuperProperties(std::make_shared<QVariantMap>(QVariantMap{{kA, 1}}));
@@ -156,6 +204,12 @@ TEST(MockedTracker, AddsSuperProperties) {
   EXPECT_EQ(tracker.properties(), (QVariantMap{{kA, 1}, {QStringLiteral("b"), 2}}));
   EXPECT_EQ(tracker.startedEvent(), QStringLiteral("long"));
   EXPECT_EQ(tracker.sessionLength(), 7);
+  TimedTracker timed;
+  tracker.timedTrackerEventFinished(
+      timed, TimedEvent::timedEventWithName(QStringLiteral("long"), QVariantMap{{kA, 3}}, 4));
+  EXPECT_EQ(tracker.properties(), (QVariantMap{{kA, 3}, {QStringLiteral("b"), 2}}))
+      << "the event's own win";
+  EXPECT_EQ(tracker.sessionLength(), 4);
 }
 
 TEST(DeferableTracker, TellsOfEachSwitching) {
@@ -179,8 +233,10 @@ TEST_F(SharedManager, IsTheLastThatWasMadeIt) {
   mine->setAsSharedInstance();
   mine->setAsSharedInstance();
   EXPECT_EQ(TrackerManager::sharedInstance(), mine);
-  EXPECT_EQ(TrackerPersister().objectForKey(kIdentifier + QStringLiteral(".uuid")), mine->uuid())
-      << "kept in the user's settings";
+  const QString key = kIdentifier + QStringLiteral(".uuid");
+  EXPECT_EQ(TrackerPersister().objectForKey(key), mine->uuid()) << "kept in the user's settings";
+  TrackerPersister().removeObjectForKey(key);
+  EXPECT_FALSE(TrackerPersister().objectForKey(key).isValid());
 }
 
 TEST_F(SharedManager, ScriptsReachIt) {

@@ -6,6 +6,7 @@
 #include "analytics/SegmentIOTracker.h"
 #include "analytics/SegmentServer.h"
 #include "core/ServerMessages.h"
+#include "platform/Bundle.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -104,6 +105,8 @@ TEST_F(KelvarTest, EventsGoToTheTracker) {
   EXPECT_EQ(kelvar->trackForEvent(name, properties), name);
   ASSERT_EQ(counter->tracksCount(), 1u);
   EXPECT_EQ(counter->events()[0]->properties(), properties);
+  kelvar->setTracker(std::make_shared<TrackerManager>(TrackerList(), QString()));
+  EXPECT_EQ(kelvar->trackForEvent(name, properties), name) << "nobody tracks it";
   kelvar->setTracker(nullptr);
   EXPECT_EQ(kelvar->trackForEvent(name, properties), name);
 }
@@ -143,9 +146,17 @@ TEST_F(KelvarTest, AFirstStartAsksWhereItIsAndTellsThatItStarted) {
   EXPECT_EQ(KVPersister().objectForKey(QStringLiteral("io.kelvarlabs.kelvar.tracker.uuid")),
             identity);
 
+  // A document need not name the build that it comes from.
+  Bundle::setHostInformation(
+      {{QStringLiteral("CFBundleName"), QStringLiteral("Sketch")},
+       {QStringLiteral("CFBundleShortVersionString"), QStringLiteral("52.1")},
+       {QStringLiteral("CFBundleVersion"), QString()}});
   EXPECT_EQ(start(1, &started), QStringList(QStringLiteral("/v1/track")));
+  Bundle::setHostInformation({});
   EXPECT_EQ(started[QStringLiteral("event")], QStringLiteral("Started"));
   EXPECT_EQ(started[QStringLiteral("anonymousId")], identity);
+  EXPECT_EQ(valueForKeyPath(started, QStringLiteral("context.app.version")),
+            QStringLiteral("52.1"));
 }
 
 TEST_F(KelvarTest, AUserIsAliasedOnceAndIdentifiedAtEachStart) {
