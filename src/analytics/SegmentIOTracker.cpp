@@ -8,6 +8,7 @@
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
 #include "platform/URLSession.h"
+#include "platform/isAllowedAddress.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -19,6 +20,7 @@ const QString kEvent = QStringLiteral("event");
 const QString kProperties = QStringLiteral("properties");
 const QString kDate = QStringLiteral("_date");
 const QString kNone = QStringLiteral("(null)");
+const QString kHidden = QStringLiteral("***");
 
 QString orNone(const QString& text) { return text.isNull() ? kNone : text; }
 
@@ -36,13 +38,14 @@ QVariant readContainer(const QByteArray& bytes, QString* error) {
   return {};
 }
 
-/// Servers may say what they were told, and logs are shown around.
-QByteArray withoutCredential(QByteArray text, const URLRequest& request) {
+/// For the log, which is shown around: servers may say what they were told.
+QString withoutCredential(QString text, const URLRequest& request) {
   for (const auto& [name, value] : request.headers) {
     if (name != "Authorization") continue;
     const QByteArray credential = value.mid(value.indexOf(' ') + 1);
-    const QByteArray key = QByteArray::fromBase64(credential).chopped(1);
-    if (!key.isEmpty()) text.replace(credential, "***").replace(key, "***");
+    const QString key = QString::fromUtf8(QByteArray::fromBase64(credential).chopped(1));
+    if (key.isEmpty()) continue;
+    text.replace(QLatin1String(credential), kHidden).replace(key, kHidden);
   }
   return text;
 }
@@ -115,8 +118,9 @@ QList<URLRequest> SegmentIOTracker::preparedRequests() const {
 
 void SegmentIOTracker::handlePendingRequests() {
   for (const URLRequest& request : preparedRequests()) {
-    sendRequest(request, [](const QVariant& response, const QString& error) {
-      logLine(u"Segment: response %@ error %@", {written(response), orNone(error)});
+    sendRequest(request, [request](const QVariant& response, const QString& error) {
+      logLine(u"Segment: response %@ error %@",
+              {withoutCredential(written(response), request), orNone(error)});
     });
   }
   pendingEvents_.clear();
@@ -156,15 +160,15 @@ void SegmentIOTracker::locationObtained(const URLAnswer& answer) {
 }
 
 void SegmentIOTracker::sendRequest(const URLRequest& request, const Completion& completion) {
-  if (!request.address.isEmpty()) LastPayload::keep(request);
+  if (isAllowedAddress(request.address)) LastPayload::keep(request);
   startTask(request, [request, completion](const URLAnswer& answer) {
-    const QByteArray body = withoutCredential(answer.body, request);
-    logLine(u"data %@", {orNone(QString::fromUtf8(body))});
+    logLine(u"data %@", {withoutCredential(orNone(QString::fromUtf8(answer.body)), request)});
     logLine(u"response %@", {answer.status == 0 ? kNone : QString::number(answer.status)});
     logLine(u"error %@", {orNone(answer.error)});
     if (!completion) return;
     QString problem;
-    const QVariant response = body.isNull() ? QVariant() : readContainer(body, &problem);
+    const QVariant response =
+        answer.body.isNull() ? QVariant() : readContainer(answer.body, &problem);
     completion(response, problem.isNull() ? answer.error : problem);
   });
 }

@@ -332,6 +332,18 @@ TEST_F(Segment, TheCredentialIsNeverLogged) {
   }
 }
 
+TEST_F(Segment, AnswersAreReadAsTheyAreWhateverTheCredential) {
+  const Server server({Server::http(R"({"success": true})")});
+  use(server, server);
+  const LogCapture log;
+  std::promise<QVariant> answer;
+  SegmentIOTracker::sendRequest(
+      SegmentIOTracker::aliasWithId(a_, b_, QStringLiteral("s")),
+      [&](const QVariant& came, const QString&) { answer.set_value(came); });
+  EXPECT_EQ(answer.get_future().get(), (QVariantMap{{QStringLiteral("success"), true}}));
+  EXPECT_EQ(log.lines()[0], QStringLiteral("data {\"***ucce******\": true}"));
+}
+
 TEST_F(Segment, UnpacksWhatItHasAskedFor) {
   const QByteArray packed = gzip("{\"ok\": 1}");
   const struct {
