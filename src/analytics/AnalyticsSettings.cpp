@@ -1,6 +1,7 @@
 #include "analytics/AnalyticsSettings.h"
 
 #include "platform/Bundle.h"
+#include "platform/isAllowedAddress.h"
 
 namespace kelvar {
 namespace {
@@ -23,6 +24,8 @@ bool AnalyticsSettings::isDoNotTrack() {
   const QByteArray value = qgetenv("DO_NOT_TRACK");
   return !value.isEmpty() && value != "0";
 }
+
+bool AnalyticsSettings::isOn() { return isAllowedAddress(trackingAddress(QString())); }
 
 QUrl AnalyticsSettings::trackingAddress(const QString& path) {
   return address("KELVAR_ANALYTICS_SERVER", "KVAnalyticsServer", path);

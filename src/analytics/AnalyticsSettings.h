@@ -16,6 +16,9 @@ class KELVAR_EXPORT AnalyticsSettings {
 
   static bool isDoNotTrack();
 
+  /// Whether events are sent: there is an address for them, and a request may go there.
+  static bool isOn();
+
   /// Where the tracking API has `path`, such as "/v1/track"; empty when nothing is to be sent.
   /// KELVAR_ANALYTICS_SERVER, KVAnalyticsServer.
   static QUrl trackingAddress(const QString& path);

@@ -145,7 +145,8 @@ void SegmentIOTracker::aliasFromUUIDTo(const QString& newId) { aliasId(newId, uu
 
 void SegmentIOTracker::obtainLocation() {
   const auto self = std::static_pointer_cast<SegmentIOTracker>(shared_from_this());
-  startTask({.address = AnalyticsSettings::locationAddress()}, [self](const URLAnswer& answer) {
+  const URLRequest request{.address = AnalyticsSettings::locationAddress(), .isReport = true};
+  startTask(request, [self](const URLAnswer& answer) {
     MainQueue::async([self, answer] { self->locationObtained(answer); });
   });
 }

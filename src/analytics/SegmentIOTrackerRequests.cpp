@@ -40,7 +40,8 @@ QVariant withPlainNumbers(const QVariant& value) {
 }
 
 URLRequest post(const QString& path, const QString& writeKey, const QVariantMap& body) {
-  URLRequest request{.method = "POST", .address = AnalyticsSettings::trackingAddress(path)};
+  URLRequest request{
+      .method = "POST", .address = AnalyticsSettings::trackingAddress(path), .isReport = true};
   const QString credential = SegmentIOTracker::basicAuthValueForUsername(writeKey, QString());
   request.headers = {{"Authorization", "Basic " + credential.toLatin1()},
                      {"Content-Type", "application/json"},

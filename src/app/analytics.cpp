@@ -87,6 +87,10 @@ QString switchSentence(const QUrl& events, const QUrl& location) {
   if (events.isEmpty()) {
     return QStringLiteral("Analytics are off: no server is configured. No event is sent.");
   }
+  if (!AnalyticsSettings::isOn()) {
+    return QStringLiteral("Analytics are off: %1 is no HTTPS address. No event is sent.")
+        .arg(shown(events));
+  }
   const QString place =
       location.isEmpty()
           ? QStringLiteral(
@@ -115,7 +119,7 @@ void show(bool json) {
   const QString uuid = identity();
   const Payload payload = app::payload(uuid);
   if (json) {
-    const QVariantMap report{{QStringLiteral("isOn"), !events.isEmpty()},
+    const QVariantMap report{{QStringLiteral("isOn"), AnalyticsSettings::isOn()},
                              {QStringLiteral("doNotTrack"), AnalyticsSettings::isDoNotTrack()},
                              {QStringLiteral("server"), orNull(shown(events))},
                              {QStringLiteral("locationService"), orNull(shown(location))},

@@ -14,6 +14,9 @@ struct URLRequest {
   QUrl address = {};
   QList<std::pair<QByteArray, QByteArray>> headers = {};
   QByteArray body = {};
+  /// Whether it tells about the use of the program, or is what such a report waits for. See
+  /// `PendingWork::Kind::Report`.
+  bool isReport = false;
 };
 
 }  // namespace kelvar

@@ -24,10 +24,11 @@ struct URLAnswer {
 /// Fetches addresses in the background.
 ///
 /// Addresses are HTTPS with a certificate that the system trusts, or plain HTTP on this very
-/// machine. A redirection is followed to an address of that kind with the same scheme. Everything
-/// else is a transport error, and so are a body over 8 MiB and a server that is silent for too
-/// long. A body that stops half-way is one when its length was announced; of a chunked one Qt does
-/// not always tell, so that its reader has to notice.
+/// machine. A name and a password in them are sent as the credential of RFC 7617. A redirection is
+/// followed to an address of that kind with the same scheme. Everything else is a transport error,
+/// and so are a body over 8 MiB and a server that takes too long. A body that stops half-way is one
+/// when its length was announced; of a chunked one Qt does not always tell, so that its reader has
+/// to notice.
 ///
 /// The code behind it is a library of its own that is loaded by the first call of `shared`: Qt
 /// Network takes longer to load than a small picture takes to be mapped.
@@ -43,16 +44,23 @@ class URLSession {
   /// thread.
   static URLSession* shared();
 
+  /// What a program calls before it ends. Reports under way, and those that come of them, get at
+  /// most so long, side by side, while the main thread's event loop runs here. What is left then is
+  /// dropped with the session. On the main thread.
+  static void finishReports(std::chrono::milliseconds most = std::chrono::seconds(2));
+
   virtual ~URLSession() = default;
 
   /// Starts the request and returns at once. `completion` runs exactly once on the session's own
   /// thread, unless the session ends before.
   ///
-  /// A request is sent once: when the connection breaks it is not tried again. POSTs wait for one
-  /// another, so that they arrive in the order in which they were started, and to them a
-  /// redirection is an answer. No cookies are kept.
+  /// A request is sent once, on a connection of its own, since one that was used before may be
+  /// closing: when it breaks the request is not tried again. POSTs wait for one another, so that
+  /// they arrive in the order in which they were started, and to them a redirection is an answer.
+  /// No cookies are kept.
   void dataTask(const URLRequest& request, Completion completion) {
-    startTask(request, [completion = std::move(completion), pending = PendingWork::begin()](
+    const auto kind = request.isReport ? PendingWork::Kind::Report : PendingWork::Kind::Awaited;
+    startTask(request, [completion = std::move(completion), pending = PendingWork::begin(kind)](
                            const URLAnswer& answer) { completion(answer); });
   }
   /// A GET.
@@ -60,11 +68,15 @@ class URLSession {
     dataTask(URLRequest{.address = address}, std::move(completion));
   }
 
-  /// How long a server may be silent in tasks started from now on; 60 seconds at first.
+  /// How long a request may take from the moment at which it is its turn, redirections and the last
+  /// byte of the answer included, in tasks started from now on; 30 seconds at first.
   virtual void setTimeout(std::chrono::milliseconds timeout) = 0;
 
  protected:
   virtual void startTask(const URLRequest& request, Completion completion) = 0;
+  /// From now on POSTs do not wait for one another, and what reports wait for ends in time for them
+  /// to be sent within `most`.
+  virtual void hurry(std::chrono::milliseconds most) = 0;
 };
 
 }  // namespace kelvar

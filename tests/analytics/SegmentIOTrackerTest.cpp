@@ -10,6 +10,7 @@
 
 #include "analytics/LastPayload.h"
 #include "analytics/SegmentServer.h"
+#include "analytics/finishReporting.h"
 #include "platform/LogCapture.h"
 #include "platform/URLSession.h"
 #include "util/MF_Base64Codec.h"
@@ -133,7 +134,7 @@ TEST_F(Segment, WhatComesOfTheLookup) {
   }
 }
 
-TEST_F(Segment, TenThousandEventsArriveInOrderOnce) {
+TEST_F(Segment, ThousandsOfEventsArriveInOrderOnce) {
   const auto trackAndReceive = [this](int count) {
     const Server events({Server::http("{}", "200 OK", "keep-alive")});
     const Server places({Server::http(kPlace)});
@@ -151,7 +152,7 @@ TEST_F(Segment, TenThousandEventsArriveInOrderOnce) {
   };
   trackAndReceive(10);  // What is made once is made.
   const size_t before = mallinfo2().uordblks;
-  trackAndReceive(10'000);
+  trackAndReceive(2'000);
   // An event of its own takes more than a kilobyte while it waits.
   EXPECT_TRUE(runUntil([&] { return mallinfo2().uordblks < before + 1'000'000; }))
       << before << " bytes before, " << mallinfo2().uordblks << " after";
@@ -228,7 +229,20 @@ TEST_F(Segment, SilentAndAbsentServersAreLoggedAndNotAskedAgain) {
     EXPECT_EQ(events.requests().size(), isThere ? 2 : 0);
     EXPECT_TRUE(segment->pendingEvents().isEmpty());
   }
-  URLSession::shared()->setTimeout(std::chrono::minutes(1));
+  URLSession::shared()->setTimeout(std::chrono::seconds(30));
+}
+
+/// A silent location service is given up early enough.
+TEST_F(Segment, WhatWaitsAtTheEndIsSentWithoutALocation) {
+  const Server events({Server::http("{}")});
+  const Server places({QByteArray()});
+  use(events, places);
+  const auto segment = tracker();
+  for (const QString& name : {a_, b_}) segment->track(name, QVariantMap());
+  finishReporting();
+  EXPECT_EQ(eventsOf(events), QStringList({a_, b_}));
+  EXPECT_FALSE(contextOf(events.wholeRequests().value(0), "location").isValid());
+  EXPECT_EQ(LastPayload::path(), QStringLiteral("/v1/track"));
 }
 
 TEST_F(Segment, AnEventThatWaitsNeedsNameAndProperties) {

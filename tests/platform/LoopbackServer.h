@@ -9,6 +9,7 @@
 #include <QSslSocket>
 #include <QTcpServer>
 #include <QThread>
+#include <QTimer>
 #include <QUrl>
 #include <functional>
 #include <mutex>
@@ -18,11 +19,12 @@ namespace kelvar {
 /// Answers HTTP requests on 127.0.0.1 with the given bytes, one for each, the last one for all that
 /// follow, and closes the connection unless the answer says that it keeps it alive. "%PORT%" in an
 /// answer is the server's port. To an empty answer belongs a connection that stays open and silent,
-/// to `kHangUp` one that is closed without a word.
+/// to `kHangUp` one that is closed without a word, to `kTrickle` a body that never ends.
 class LoopbackServer {
  public:
   enum class Scheme { Http, Https };
   static constexpr char kHangUp[] = "hang up";
+  static constexpr char kTrickle[] = "trickle";
 
   explicit LoopbackServer(QList<QByteArray> answers, Scheme scheme = Scheme::Http)
       : answers_(std::move(answers)), scheme_(scheme) {
@@ -78,9 +80,9 @@ class LoopbackServer {
            "\r\nConnection: " + connection + "\r\n\r\n" + body;
   }
 
-  static QByteArray redirection(const QByteArray& to) {
-    return "HTTP/1.1 302 Found\r\nLocation: " + to +
-           "\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
+  static QByteArray redirection(const QByteArray& to, const QByteArray& status = "302 Found") {
+    return "HTTP/1.1 " + status + "\r\nLocation: " + to +
+           "\r\nContent-Length: 2\r\nConnection: close\r\n\r\n{}";
   }
 
   /// The one that the HTTPS server shows. It has signed itself.
@@ -132,8 +134,16 @@ class LoopbackServer {
     requests_.append(request.first(request.indexOf("\r\n")));
     QByteArray bytes = answers_[std::min(requests_.size(), answers_.size()) - 1];
     if (bytes.isEmpty()) return;
+    if (bytes == kTrickle) return trickle(socket);
     if (bytes != kHangUp) socket->write(bytes.replace("%PORT%", QByteArray::number(port_)));
     if (!bytes.contains("Connection: keep-alive")) socket->disconnectFromHost();
+  }
+
+  static void trickle(QSslSocket* socket) {
+    socket->write("HTTP/1.1 200 OK\r\nContent-Length: 1000000\r\n\r\n");
+    auto* const timer = new QTimer(socket);
+    QObject::connect(timer, &QTimer::timeout, socket, [socket] { socket->write(" "); });
+    timer->start(10);
   }
 
   // Made for these tests; nobody trusts them.

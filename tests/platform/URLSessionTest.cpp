@@ -9,6 +9,7 @@
 #include <optional>
 #include <thread>
 
+#include "platform/LogCapture.h"
 #include "platform/LoopbackServer.h"
 #include "platform/MainQueue.h"
 
@@ -26,8 +27,14 @@ class Session : public testing::Test {
 
   /// What comes of fetching `address`, and on which thread.
   static URLAnswer fetch(const QUrl& address, std::thread::id* thread = nullptr) {
+    return send({.address = address}, thread);
+  }
+  static URLAnswer post(const QUrl& address) {
+    return send({.method = "POST", .address = address, .body = "{\"a\": 1}"});
+  }
+  static URLAnswer send(const URLRequest& request, std::thread::id* thread = nullptr) {
     std::promise<URLAnswer> answer;
-    URLSession::shared()->dataTask(address, [&](const URLAnswer& came) {
+    URLSession::shared()->dataTask(request, [&](const URLAnswer& came) {
       if (thread) *thread = std::this_thread::get_id();
       answer.set_value(came);
     });
@@ -82,18 +89,30 @@ TEST_F(Session, WhatIsNotWholeIsAnError) {
   EXPECT_TRUE(answer.body.isNull());
 }
 
-TEST_F(Session, SilenceIsAnError) {
-  const Server server({QByteArray()});
-  URLSession::shared()->setTimeout(std::chrono::milliseconds(100));
-  const URLAnswer answer = fetch(server.url(QStringLiteral("/")));
-  EXPECT_EQ(answer.error, QStringLiteral("the server did not answer in time"));
-  EXPECT_TRUE(answer.body.isNull());
+TEST_F(Session, NoServerTakesLongerThanItsTime) {
+  const std::tuple<const char*, QList<QByteArray>, bool> cases[] = {
+      {"silent", {QByteArray()}, false},
+      {"trickling", {Server::kTrickle}, true},
+      {"silent behind a redirection", {Server::redirection("/there"), QByteArray()}, false}};
+  URLSession::shared()->setTimeout(std::chrono::milliseconds(200));
+  for (const auto& [what, answers, hasBody] : cases) {
+    for (const bool isPost : {false, true}) {
+      if (isPost && answers.size() > 1) continue;
+      const Server server(answers);
+      const QUrl address = server.url(QStringLiteral("/"));
+      const URLAnswer answer = isPost ? post(address) : fetch(address);
+      EXPECT_EQ(answer.error, QStringLiteral("the server did not answer in time")) << what;
+      EXPECT_EQ(!answer.body.isNull(), hasBody) << what;
+    }
+  }
 }
 
 TEST_F(Session, FollowsRedirectionsOfTheSameKindOnly) {
   const std::tuple<QList<QByteArray>, const char*, int> cases[] = {
       {{Server::redirection("/there"), Server::http("here")}, "", 2},
       {{Server::redirection("http://localhost:%PORT%/"), Server::http("here")}, "", 2},
+      {{Server::redirection("/there", "307 Temporary Redirect"), Server::http("here")}, "", 2},
+      {{Server::redirection("/there", "308 Permanent Redirect"), Server::http("here")}, "", 2},
       {{Server::redirection("http://server.example/")}, "not followed", 1},
       {{Server::redirection("https://127.0.0.1:%PORT%/")}, "not followed", 1},
       {{Server::redirection("file:///etc/passwd")}, "not followed", 1},
@@ -109,6 +128,46 @@ TEST_F(Session, FollowsRedirectionsOfTheSameKindOnly) {
       EXPECT_TRUE(answer.error.contains(QLatin1String(error))) << answer.error.toStdString();
     }
   }
+}
+
+TEST_F(Session, ToAPostARedirectionIsAnAnswer) {
+  for (const QByteArray status :
+       {"302 Found", "303 See Other", "307 Temporary Redirect", "308 Permanent Redirect"}) {
+    const Server server({Server::redirection("/there", status), Server::http("here")});
+    const URLAnswer answer = post(server.url(QStringLiteral("/")));
+    EXPECT_TRUE(answer.error.isNull()) << answer.error.toStdString();
+    EXPECT_EQ(answer.status, status.first(3).toInt());
+    EXPECT_EQ(answer.body, "{}") << status.constData();
+    EXPECT_EQ(server.requests().size(), 1) << status.constData();
+  }
+}
+
+/// A server may close, at any time and without a word, a connection that waits for a next request.
+TEST_F(Session, LosesNothingWhereConnectionsCloseSilently) {
+  const Server server({"HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}"});
+  constexpr int kPosts = 200;
+  for (int i = 0; i < kPosts; ++i) {
+    const URLAnswer answer = post(server.url(QStringLiteral("/")));
+    ASSERT_TRUE(answer.error.isNull()) << i << ": " << answer.error.toStdString();
+  }
+  EXPECT_EQ(server.requests().size(), kPosts);
+}
+
+TEST_F(Session, TellsNameAndPasswordOnlyToTheirServer) {
+  const Server other({Server::http("here")});
+  const Server server(
+      {Server::http("no", "401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"a\""),
+       Server::redirection(other.url(QStringLiteral("/")).toEncoded())});
+  QUrl address = server.url(QStringLiteral("/"));
+  address.setUserInfo(QStringLiteral("me:p%40ss"));
+  EXPECT_EQ(fetch(address).status, 401);
+  EXPECT_EQ(fetch(address).body, "here");
+  for (const QByteArray& request : server.wholeRequests()) {
+    EXPECT_TRUE(request.contains("\r\nAuthorization: Basic bWU6cEBzcw==\r\n"))
+        << request.constData();
+  }
+  EXPECT_EQ(server.requests().size(), 2);
+  EXPECT_FALSE(other.wholeRequests().value(0).contains("Authorization"));
 }
 
 TEST_F(Session, SendsNothingInTheClear) {
@@ -201,6 +260,32 @@ TEST_F(Session, HopsToTheMainThreadInOrder) {
   EXPECT_TRUE(order.empty());
   QCoreApplication::exec();
   EXPECT_EQ(order, (std::vector<int>{0, 1, 2}));
+}
+
+/// At most what they are given, side by side, and with a line in the log.
+TEST(SessionEnd, ReportsHoldItUpForAMomentOnly) {
+  int count = 1;
+  char name[] = "test";
+  char* arguments[] = {name, nullptr};
+  constexpr int kReports = 5;
+  const LogCapture log;
+  std::optional<Server> silent;
+  {
+    const QCoreApplication application(count, arguments);
+    silent.emplace(QList<QByteArray>{QByteArray()});
+    const URLRequest report{
+        .method = "POST", .address = silent->url(QStringLiteral("/")), .isReport = true};
+    for (int i = 0; i < kReports; ++i) {
+      URLSession::shared()->dataTask(report, [](const URLAnswer&) { FAIL() << "nothing came"; });
+    }
+    EXPECT_EQ(PendingWork::count(), 0) << "no program waits for them";
+    URLSession::finishReports();
+    EXPECT_EQ(silent->requests().size(), kReports);
+  }
+  EXPECT_EQ(PendingWork::count(PendingWork::Kind::Report), 0);
+  EXPECT_EQ(
+      log.lines(),
+      QStringList(QStringLiteral("URLSession: the program ends, 5 unsent reports are dropped")));
 }
 
 TEST(SessionEnd, DropsWhatIsUnderWay) {

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <signal.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -123,6 +127,35 @@ TEST_F(Run, EndsWhatDoesNotEnd) {
   ASSERT_EQ(kill(pid_t(program_.processId()), SIGINT), 0);
   EXPECT_EQ(finish(),
             "on\n1: kelvar: the script was interrupted\nloop.js:1\n    log('on'); for (;;);\n");
+}
+
+TEST_F(Run, IsNotHeldUpByASilentServer) {
+  // The system takes the connections, and nobody answers.
+  const int server = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t size = sizeof address;
+  auto* const given = reinterpret_cast<sockaddr*>(&address);
+  ASSERT_EQ(bind(server, given, size), 0);
+  ASSERT_EQ(listen(server, 64), 0);
+  ASSERT_EQ(getsockname(server, given, &size), 0);
+  const QString url = u"http://127.0.0.1:%1"_s.arg(ntohs(address.sin_port));
+
+  write(u"five.js"_s,
+        "const k = Kelvar.new(); for (let i = 0; i < 5; ++i) k.trackForEvent_properties_('e', {})");
+  QProcessEnvironment environment = program_.processEnvironment();
+  environment.remove(u"DO_NOT_TRACK"_s);
+  environment.insert(u"KELVAR_ANALYTICS_SERVER"_s, url);
+  for (const QString& locations : {QString(), url}) {
+    environment.insert(u"KELVAR_LOCATION_SERVER"_s, locations);
+    program_.setProcessEnvironment(environment);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(run(u"five.js"_s), "");
+    EXPECT_LT(timer.elapsed(), 25'000);  // One request by itself may take longer.
+  }
+  close(server);
 }
 
 TEST_F(Run, OurPlugInChecksTheVersionAndShowsMessages) {

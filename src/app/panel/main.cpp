@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "analytics/finishReporting.h"
 #include "app/Failure.h"
 #include "app/panel/PanelWindow.h"
 #include "app/panel/VendorNews.h"
@@ -74,7 +75,9 @@ int show(int argc, char** argv, const Arguments& arguments) {
         window.open(QString::fromStdString(arguments.file), choiceOf(arguments));
       },
       Qt::QueuedConnection);
-  return QApplication::exec();
+  const int status = QApplication::exec();
+  kelvar::finishReporting();
+  return status;
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <thread>
 
+#include "analytics/finishReporting.h"
 #include "app/DocumentCommand.h"
 #include "app/Failure.h"
 #include "app/Output.h"
@@ -50,6 +51,7 @@ constexpr size_t kMostMemory = size_t{4} << 30;
 bool verbose = false;
 /// For the signal handler, while a script runs.
 std::atomic<ScriptRuntime*> running = nullptr;
+std::atomic<bool> wasInterrupted = false;
 
 struct Arguments {
   std::string target;
@@ -74,6 +76,7 @@ void print(const QString& line) { kelvar::app::print(line.toUtf8()); }
 /// The first Ctrl-C ends the script in good order, a second one the program.
 void interrupt(int) {
   std::signal(SIGINT, SIG_DFL);
+  wasInterrupted = true;
   if (ScriptRuntime* const runtime = running.load()) runtime->interrupt();
 }
 
@@ -91,7 +94,7 @@ void guard(size_t memory, double timeout) {
     const auto page = size_t(sysconf(_SC_PAGESIZE));
     while (true) {
       std::this_thread::sleep_for(std::chrono::milliseconds(20));
-      if (timeout > 0 && Clock::now() > end) {
+      if (timeout > 0 && running && Clock::now() > end) {
         std::fprintf(stderr, "kelvar: the script did not end within %g s\n", timeout);
         std::_Exit(Failure::kFailed);
       }
@@ -242,6 +245,19 @@ int parseAndRun(int argc, char** argv) {
   return 0;
 }
 
+/// The exit status; what went wrong is said on standard error.
+int parseRunAndTell(int argc, char** argv) {
+  try {
+    return parseAndRun(argc, argv);
+  } catch (const Failure& failure) {
+    std::fprintf(stderr, "kelvar: %s\n", failure.what());
+    return failure.status();
+  } catch (const std::bad_alloc&) {
+    std::fprintf(stderr, "kelvar: there is too little memory\n");
+    return Failure::kFailed;
+  }
+}
+
 /// Scripts without a window need no screen.
 void chooseScreen() {
   if (qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY")) return;
@@ -258,13 +274,7 @@ int main(int argc, char** argv) {
   int noArguments = 1;
   QApplication application(noArguments, argv);
   QApplication::setQuitOnLastWindowClosed(false);
-  try {
-    return parseAndRun(argc, argv);
-  } catch (const Failure& failure) {
-    std::fprintf(stderr, "kelvar: %s\n", failure.what());
-    return failure.status();
-  } catch (const std::bad_alloc&) {
-    std::fprintf(stderr, "kelvar: there is too little memory\n");
-    return Failure::kFailed;
-  }
+  const int status = parseRunAndTell(argc, argv);
+  if (!wasInterrupted) kelvar::finishReporting();
+  return status;
 }

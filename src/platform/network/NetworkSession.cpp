@@ -5,10 +5,12 @@
 
 namespace kelvar {
 
-NetworkSession::NetworkSession() : manager_(new QNetworkAccessManager) {
+NetworkSession::NetworkSession() {
   thread_.setObjectName(QStringLiteral("kelvar-network"));
-  manager_->moveToThread(&thread_);
-  QObject::connect(&thread_, &QThread::finished, manager_, &QObject::deleteLater);
+  hurry_->setInterval(std::chrono::milliseconds(50));
+  QObject::connect(hurry_, &QTimer::timeout, tasks_, [this] { startNextPost(); });
+  tasks_->moveToThread(&thread_);
+  QObject::connect(&thread_, &QThread::finished, tasks_, &QObject::deleteLater);
   thread_.start();
 }
 
@@ -20,28 +22,40 @@ NetworkSession::~NetworkSession() {
 void NetworkSession::startTask(const URLRequest& request, Completion completion) {
   const auto start = [this, post = Post{request, timeout_.load(), std::move(completion)}] {
     if (post.request.method != "POST") {
-      (new NetworkTask(manager_, post.request, post.completion))->start(post.timeout);
+      (new NetworkTask(tasks_, post.request, post.completion))->start(post.timeout);
       return;
     }
     posts_.push_back(post);
-    startNextPost();
+    if (posting_ == 0) startNextPost();
   };
-  QMetaObject::invokeMethod(manager_, start, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(tasks_, start, Qt::QueuedConnection);
+}
+
+void NetworkSession::hurry(std::chrono::milliseconds most) {
+  const auto start = [this, most] {
+    hurry_->start();
+    for (QObject* const child : tasks_->children()) {
+      if (auto* const task = dynamic_cast<NetworkTask*>(child)) task->hurry(most / 2);
+    }
+  };
+  QMetaObject::invokeMethod(tasks_, start, Qt::QueuedConnection);
 }
 
 void NetworkSession::startNextPost() {
-  if (isPosting_ || posts_.empty()) return;
-  isPosting_ = true;
+  if (posts_.empty()) return;
+  ++posting_;
   const Post post = std::move(posts_.front());
   posts_.pop_front();
   const auto complete = [this, completion = post.completion](const URLAnswer& answer) {
     completion(answer);
-    isPosting_ = false;
+    --posting_;
     // Not at once: tasks that fail before they begin would be piled upon one another.
-    QMetaObject::invokeMethod(
-        manager_, [this] { startNextPost(); }, Qt::QueuedConnection);
+    const auto goOn = [this] {
+      if (posting_ == 0 || hurry_->isActive()) startNextPost();
+    };
+    QMetaObject::invokeMethod(tasks_, goOn, Qt::QueuedConnection);
   };
-  (new NetworkTask(manager_, post.request, complete))->start(post.timeout);
+  (new NetworkTask(tasks_, post.request, complete))->start(post.timeout);
 }
 
 }  // namespace kelvar

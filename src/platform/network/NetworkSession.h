@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QNetworkAccessManager>
 #include <QThread>
+#include <QTimer>
 #include <atomic>
 #include <deque>
 
@@ -16,6 +16,7 @@ class NetworkSession : public URLSession {
   ~NetworkSession() override;
 
   void startTask(const URLRequest& request, Completion completion) override;
+  void hurry(std::chrono::milliseconds most) override;
   void setTimeout(std::chrono::milliseconds timeout) override { timeout_ = timeout; }
 
  private:
@@ -28,13 +29,15 @@ class NetworkSession : public URLSession {
   void startNextPost();
 
   QThread thread_;
-  /// Lives on the thread, which deletes it, and with it the tasks.
-  QNetworkAccessManager* const manager_;
+  /// Lives on the thread, which deletes it, and with it the tasks, its children.
+  QObject* const tasks_ = new QObject;
   /// Those that wait for the one under way. On the thread alone. A deque gives back what it no
   /// longer needs.
   std::deque<Post> posts_;
-  bool isPosting_ = false;
-  std::atomic<std::chrono::milliseconds> timeout_{std::chrono::minutes(1)};
+  int posting_ = 0;
+  /// While it runs POSTs do not wait for one another. Those of a fast server still arrive in order.
+  QTimer* const hurry_ = new QTimer(tasks_);
+  std::atomic<std::chrono::milliseconds> timeout_{std::chrono::seconds(30)};
 };
 
 }  // namespace kelvar

@@ -1,10 +1,11 @@
 #include "platform/network/NetworkTask.h"
 
-#include <QHostAddress>
 #include <QNetworkRequest>
+#include <QPointer>
 #include <QSslError>
 #include <algorithm>
 
+#include "platform/isAllowedAddress.h"
 #include "platform/network/Gunzip.h"
 
 namespace kelvar {
@@ -12,13 +13,8 @@ namespace {
 
 constexpr int kMaxRedirections = 20;
 
-bool isThisMachine(const QString& host) {
-  return host == QStringLiteral("localhost") || QHostAddress(host).isLoopback();
-}
-
-bool isAllowed(const QUrl& address) {
-  if (address.scheme() == QStringLiteral("https")) return !address.host().isEmpty();
-  return address.scheme() == QStringLiteral("http") && isThisMachine(address.host());
+int statusOf(const QNetworkReply& reply) {
+  return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
 /// Bytes that can be read once.
@@ -27,8 +23,14 @@ class OneWayBuffer : public QIODevice {
   OneWayBuffer(QByteArray bytes, QObject* parent) : QIODevice(parent), bytes_(std::move(bytes)) {
     open(QIODevice::ReadOnly);
   }
+  void setReply(const QNetworkReply* reply) { reply_ = reply; }
+
   bool isSequential() const override { return true; }
-  bool seek(qint64) override { return false; }
+  /// Before it hands over one of these answers, which it does not follow here, Qt rewinds.
+  bool seek(qint64) override {
+    const int status = reply_ ? statusOf(*reply_) : 0;
+    return status == 307 || status == 308;
+  }
   qint64 bytesAvailable() const override {
     return bytes_.size() - at_ + QIODevice::bytesAvailable();
   }
@@ -46,6 +48,7 @@ class OneWayBuffer : public QIODevice {
  private:
   const QByteArray bytes_;
   qint64 at_ = 0;
+  QPointer<const QNetworkReply> reply_;
 };
 
 bool isPost(const URLRequest& request) { return request.method == "POST"; }
@@ -75,31 +78,44 @@ bool isTransportError(const QNetworkReply& reply, int status) {
 
 }  // namespace
 
-NetworkTask::NetworkTask(QNetworkAccessManager* manager, URLRequest request,
-                         URLSession::Completion completion)
-    : QObject(manager),
-      manager_(manager),
+NetworkTask::NetworkTask(QObject* parent, URLRequest request, URLSession::Completion completion)
+    : QObject(parent),
       completion_(std::move(completion)),
       request_(std::move(request)),
-      silence_(this) {
-  silence_.setSingleShot(true);
+      deadline_(this) {
+  deadline_.setSingleShot(true);
 }
 
 void NetworkTask::start(std::chrono::milliseconds timeout) {
-  if (!isAllowed(request_.address)) {
+  if (!isAllowedAddress(request_.address)) {
     answer_.error = QStringLiteral("%1 is no HTTPS address").arg(shown(request_.address));
     return complete();
   }
-  connect(&silence_, &QTimer::timeout, this,
+  connect(&deadline_, &QTimer::timeout, this,
           [this] { fail(QStringLiteral("the server did not answer in time")); });
-  silence_.start(timeout);
+  deadline_.start(timeout);
   send();
 }
 
+void NetworkTask::hurry(std::chrono::milliseconds most) {
+  if (!request_.isReport || isPost(request_)) return;
+  if (deadline_.remainingTimeAsDuration() > most) deadline_.start(most);
+}
+
 void NetworkTask::send() {
-  QNetworkRequest request(request_.address);
+  QUrl address = request_.address;
+  address.setUserInfo(QString());
+  QNetworkRequest request(address);
   request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Kelvar"));
+  // By itself Qt would send the name and the password only to who asks, with the request again.
+  if (!request_.address.userInfo().isEmpty()) {
+    const QString credential = request_.address.userName(QUrl::FullyDecoded) + u':' +
+                               request_.address.password(QUrl::FullyDecoded);
+    request.setRawHeader("Authorization", "Basic " + credential.toUtf8().toBase64());
+  }
   for (const auto& [name, value] : request_.headers) request.setRawHeader(name, value);
+  // One request on a connection has no use for it.
+  request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
   // Qt 6.4 loses its way where it asks us about each redirection and follows them itself.
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                        QNetworkRequest::ManualRedirectPolicy);
@@ -109,11 +125,9 @@ void NetworkTask::send() {
     request.setAttribute(control, QNetworkRequest::Manual);
   }
   reply_ = sendOnce(request);
-  reply_->setParent(this);
   connect(reply_, &QNetworkReply::sslErrors, this, [this](const QList<QSslError>& errors) {
     fail(QStringLiteral("the server is not to be trusted: %1").arg(errors[0].errorString()));
   });
-  connect(reply_, &QNetworkReply::metaDataChanged, this, [this] { silence_.start(); });
   connect(reply_, &QNetworkReply::readyRead, this, &NetworkTask::read);
   connect(reply_, &QNetworkReply::finished, this, &NetworkTask::finish);
 }
@@ -124,12 +138,14 @@ QNetworkReply* NetworkTask::sendOnce(QNetworkRequest request) {
   request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
   request.setHeader(QNetworkRequest::ContentLengthHeader, request_.body.size());
   auto* const body = new OneWayBuffer(request_.body, this);
-  return manager_->sendCustomRequest(request, request_.method, body);
+  QNetworkReply* const reply = manager_->sendCustomRequest(request, request_.method, body);
+  body->setReply(reply);
+  return reply;
 }
 
 void NetworkTask::follow(const QUrl& redirection) {
   const QUrl target = request_.address.resolved(redirection);
-  if (!isAllowed(target) || target.scheme() != request_.address.scheme()) {
+  if (!isAllowedAddress(target) || target.scheme() != request_.address.scheme()) {
     answer_.error = QStringLiteral("the redirection to %1 is not followed").arg(shown(target));
     return complete();
   }
@@ -139,13 +155,11 @@ void NetworkTask::follow(const QUrl& redirection) {
   }
   answer_ = {};
   reply_->deleteLater();
-  silence_.start();
   request_.address = target;
   send();
 }
 
 void NetworkTask::read() {
-  silence_.start();
   const qint64 most = URLSession::kMaxBody + 1 - answer_.body.size();
   answer_.body += reply_->read(std::min(most, reply_->bytesAvailable()));
   if (answer_.body.size() <= URLSession::kMaxBody) return;
@@ -161,7 +175,7 @@ void NetworkTask::fail(const QString& error) {
 }
 
 void NetworkTask::finish() {
-  answer_.status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+  answer_.status = statusOf(*reply_);
   if (answer_.error.isNull()) read();
   if (answer_.error.isNull() && isTransportError(*reply_, answer_.status)) {
     answer_.error =
@@ -187,7 +201,7 @@ bool NetworkTask::unpack() {
 }
 
 void NetworkTask::complete() {
-  silence_.stop();
+  deadline_.stop();
   completion_(answer_);
   deleteLater();
 }

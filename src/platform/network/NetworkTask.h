@@ -8,13 +8,15 @@
 
 namespace kelvar {
 
-/// One request under way. Belongs to its manager and goes away by itself once it has completed.
+/// One request under way. Goes away by itself once it has completed.
 class NetworkTask : public QObject {
  public:
-  NetworkTask(QNetworkAccessManager* manager, URLRequest request,
-              URLSession::Completion completion);
+  NetworkTask(QObject* parent, URLRequest request, URLSession::Completion completion);
 
+  /// Fails when it has not completed in time.
   void start(std::chrono::milliseconds timeout);
+  /// Leaves what a report waits for so long at most.
+  void hurry(std::chrono::milliseconds most);
 
  private:
   void send();
@@ -26,14 +28,14 @@ class NetworkTask : public QObject {
   void fail(const QString& error);
   void complete();
 
-  QNetworkAccessManager* const manager_;
+  /// Of its own, since Qt has no other way to a connection that no other request has used.
+  QNetworkAccessManager* const manager_ = new QNetworkAccessManager(this);
   const URLSession::Completion completion_;
   QNetworkReply* reply_ = nullptr;
   /// Its address changes with redirections.
   URLRequest request_;
   int redirections_ = 0;
-  /// Runs out when the server has been silent for too long.
-  QTimer silence_;
+  QTimer deadline_;
   URLAnswer answer_;
 };
 
