@@ -12,4 +12,8 @@ QUrl addressOnApiServer(const QString& pathAndQuery) {
   return QUrl::fromEncoded(escaped);
 }
 
+QString loggedAddress(const QUrl& address) {
+  return QString::fromLatin1(address.toEncoded(QUrl::RemoveUserInfo));
+}
+
 }  // namespace kelvar

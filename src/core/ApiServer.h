@@ -14,4 +14,7 @@ namespace kelvar {
 /// there is none, as by default: then nothing is to be sent.
 KELVAR_EXPORT QUrl addressOnApiServer(const QString& pathAndQuery);
 
+/// An address on it for the log: without a name and a password.
+QString loggedAddress(const QUrl& address);
+
 }  // namespace kelvar

@@ -114,7 +114,7 @@ void KVVersionChecker::start() {
   URLSession* const session = address.isEmpty() ? nullptr : URLSession::shared();
   if (!session) return MainQueue::async([self] { self->complete({}); });
   session->dataTask(address, [self, address](const URLAnswer& answer) {
-    logLine(u"url: %@", {QString::fromLatin1(address.toEncoded())});
+    logLine(u"url: %@", {loggedAddress(address)});
     logLine(u"body: %@", {QString::fromUtf8(answer.body)});
     logLine(u"response: %@", {QString::number(answer.status)});
     logLine(u"error: %@", {answer.error});

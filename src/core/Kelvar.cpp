@@ -69,9 +69,9 @@ void Kelvar::identifyUser(QVariantMap* superProperties) {
   const QString email = userEmail();
   if (email.isNull()) return;
   superProperties->insert(QStringLiteral("email"), email);
-  // The anonymous identity becomes the user's once, over all runs.
+  // The anonymous identity becomes the user's once, over all runs: in the first that can tell.
   const QString aliased = QStringLiteral("io.kelvarlabs.kelvar.identifiedUser");
-  if (!objectForKey(aliased).isValid()) {
+  if (AnalyticsSettings::isOn() && !objectForKey(aliased).isValid()) {
     setObject(email, aliased);
     tracker_->aliasFromUUIDTo(email);
   }

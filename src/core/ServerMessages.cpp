@@ -74,7 +74,7 @@ void ServerMessages::load(const KVPersisterRef& persister, Completion completion
   const QString wanted = pathAndQuery();
   const QUrl address = addressOnApiServer(wanted);
   logLine(u"Loading message with version: %@",
-          {address.isEmpty() ? wanted : QString::fromLatin1(address.toEncoded())});
+          {address.isEmpty() ? wanted : loggedAddress(address)});
   URLSession* const session = address.isEmpty() ? nullptr : URLSession::shared();
   if (!session) return completion(QStringLiteral("no connection"));
   session->dataTask(address,

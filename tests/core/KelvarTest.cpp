@@ -165,6 +165,19 @@ TEST_F(KelvarTest, AUserIsAliasedOnceAndIdentifiedAtEachStart) {
   QVariantMap started;
   const QStringList firstPaths{QStringLiteral("/v1/alias"), QStringLiteral("/v1/identify"),
                                QStringLiteral("/v1/track")};
+  // What cannot be told is not told once and for all.
+  const struct {
+    const char* server;
+    const char* doNotTrack;
+  } off[] = {{"", ""}, {"https://events.example", "1"}, {"http://events.example", ""}};
+  for (const auto& [server, doNotTrack] : off) {
+    nextProcess();
+    qputenv("KELVAR_ANALYTICS_SERVER", server);
+    qputenv("DO_NOT_TRACK", doNotTrack);
+    const auto kelvar = std::make_shared<Kelvar>();
+    EXPECT_FALSE(KVPersister().objectForKey(identifiedKey_).isValid()) << server;
+    EXPECT_TRUE(runUntil([&] { return client(*kelvar)->pendingEvents().isEmpty(); }));
+  }
   EXPECT_EQ(start(3, &started), firstPaths);
   EXPECT_EQ(KVPersister().objectForKey(identifiedKey_), email);
   QVariantMap properties = pluginProperties();

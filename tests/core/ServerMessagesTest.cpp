@@ -147,7 +147,9 @@ TEST_F(LoadedServerMessages, AreAskedForWithTheVersions) {
   const auto version = [&](const QString& host) {
     return QStringLiteral("/r/get_messages?version=1.0.0.1&skVersion=%1&osVersion=").arg(host);
   };
-  load(server.url(QString()));
+  QUrl secret = server.url(QString());
+  secret.setUserInfo(QStringLiteral("me:pass"));
+  load(secret);
   Bundle::setHostInformation(
       {{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("52 b")},
        {QStringLiteral("CFBundleVersion"), QStringLiteral("812")}});
@@ -164,6 +166,7 @@ TEST_F(LoadedServerMessages, AreAskedForWithTheVersions) {
                                      server.url(QString()).toString() + address))
         << log.lines().join(u'\n').toStdString();
   }
+  EXPECT_FALSE(log.lines().join(u'\n').contains(QStringLiteral("pass")));
 }
 
 TEST_F(LoadedServerMessages, AreStoredWhateverTheStatus) {
