@@ -19,8 +19,8 @@ namespace {
 
 constexpr const char* kExplanation = R"(
 The server is what KELVAR_API_SERVER names, such as https://api.example.com. There is none by
-default, and then nothing is sent. The messages are kept in the settings; those that were fetched
-before are listed also when the server cannot be reached.
+default, and then nothing is sent. The messages are kept in the settings, 1,000 at most; those that
+were fetched before are listed also when the server cannot be reached.
 
 Each message is a line: its id, "new" or "read", the text, and the address that it leads to.
 
@@ -66,12 +66,13 @@ QString fetch(const std::shared_ptr<Store>& store) {
   static int count = 1;
   const QCoreApplication application(count, arguments);
   QString problem;
-  ServerMessages::load(store, [&](const QString& error) {
-    MainQueue::async([&problem, error] {
-      problem = error;
-      QCoreApplication::quit();
-    });
-  });
+  ServerMessages::load([store] { return store; },
+                       [&](const QString& error) {
+                         MainQueue::async([&problem, error] {
+                           problem = error;
+                           QCoreApplication::quit();
+                         });
+                       });
   QCoreApplication::exec();
   return problem.isNull() ? problem : QStringLiteral("no messages were fetched: ") + problem;
 }
@@ -81,7 +82,7 @@ QString key() { return QLatin1String(ServerMessages::kKey); }
 void markRead(Store& store, qint64 id) {
   const QVariantList old = store.objectForKey(key()).toList();
   const bool isThere = std::any_of(old.begin(), old.end(), [&](const QVariant& message) {
-    return message.toMap()[QStringLiteral("id")] == id;
+    return ServerMessages::idOf(message) == id;
   });
   if (!store.problem().isEmpty()) fail(store.problem());
   if (!isThere) fail(QStringLiteral("there is no message %1").arg(id));
@@ -97,7 +98,7 @@ QString line(const QVariantMap& message) {
   const QString text = message[QStringLiteral("message")].toString();
   const bool read = message[QStringLiteral("read")].toBool();
   return QStringLiteral("%1\t%2\t%3\t%4")
-      .arg(message[QStringLiteral("id")].toLongLong())
+      .arg(ServerMessages::idOf(message))
       .arg(read ? u"read" : u"new", printable(text), printable(action));
 }
 

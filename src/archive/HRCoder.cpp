@@ -3,7 +3,6 @@
 #include <QDateTime>
 #include <QRegularExpression>
 #include <QUrl>
-#include <charconv>
 
 #include "archive/HRCoderAliasPlaceholder.h"
 #include "archive/MutableArray.h"
@@ -14,6 +13,7 @@
 #include "platform/PropertyList.h"
 #include "platform/WholeFile.h"
 #include "runtime/Conversion.h"
+#include "runtime/leadingNumber.h"
 
 const char HRCoderClassNameKey[] = "$class";
 const char HRCoderRootObjectKey[] = "$root";
@@ -61,17 +61,6 @@ QString className(const QVariant& value) {
     default:
       return QStringLiteral("NSNumber");
   }
-}
-
-/// As much of the start of the text as is a number.
-template <class T>
-T leadingNumber(const QString& text) {
-  const QByteArray bytes = text.trimmed().toLatin1();
-  const char* const first = bytes.data() + bytes.startsWith('+');
-  T number = 0;
-  const auto [end, error] = std::from_chars(first, bytes.data() + bytes.size(), number);
-  if (error != std::errc::result_out_of_range || std::is_floating_point_v<T>) return number;
-  return bytes.startsWith('-') ? std::numeric_limits<T>::min() : std::numeric_limits<T>::max();
 }
 
 bool boolFrom(const QVariant& value) {

@@ -50,7 +50,7 @@ void Kelvar::start() {
   const auto client = std::make_shared<SegmentIOTracker>(AnalyticsSettings::writeKey());
   tracker_ = std::make_shared<TrackerManager>(TrackerList{client},
                                               QStringLiteral("io.kelvarlabs.kelvar.tracker"));
-  persister_ = std::make_shared<KVPersister>();
+  setPersister(std::make_shared<KVPersister>());
   env_ = required("KVPluginEnv");
   pluginName_ = required("KVPluginName");
   const auto properties = std::make_shared<QVariantMap>(
@@ -88,7 +88,18 @@ QString Kelvar::trackForEvent(const QString& event, const Properties& properties
 }
 
 void Kelvar::loadServerNotification() {
-  ServerMessages::load(persister_, [self = shared_from_this()](const QString&) {});
+  const auto self = std::static_pointer_cast<Kelvar>(shared_from_this());
+  ServerMessages::load([self] { return self->persister(); }, [](const QString&) {});
+}
+
+KVPersisterRef Kelvar::persister() const {
+  const std::lock_guard lock(persisterMutex_);
+  return persister_;
+}
+
+void Kelvar::setPersister(const KVPersisterRef& persister) {
+  const std::lock_guard lock(persisterMutex_);
+  persister_ = persister;
 }
 
 }  // namespace kelvar

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <mutex>
+
 #include "analytics/TrackerManager.h"
 #include "core/KVPersister.h"
 
@@ -27,8 +29,8 @@ class KELVAR_EXPORT Kelvar : public KVPersister {
   /// Returns the event's name.
   QString trackForEvent(const QString& event, const Properties& properties);
 
-  /// Fetches the server's messages and merges them into the stored list, later, on the network's
-  /// thread. The object lives until then. See `ServerMessages`.
+  /// Fetches the server's messages and merges them, later, on the network's thread, into the list
+  /// of the persister that the object has then. The object lives until then. See `ServerMessages`.
   void loadServerNotification();
 
   TrackerManagerRef tracker() const { return tracker_; }
@@ -38,9 +40,10 @@ class KELVAR_EXPORT Kelvar : public KVPersister {
   void setEnv(const QString& env) { env_ = env; }
   QString pluginName() const { return pluginName_; }
   void setPluginName(const QString& name) { pluginName_ = name; }
-  /// Where the messages are stored. With none, as in all but the first, they go nowhere.
-  KVPersisterRef persister() const { return persister_; }
-  void setPersister(const KVPersisterRef& persister) { persister_ = persister; }
+  /// Where the messages are stored. With none, as in all but the first, they go nowhere. These two
+  /// are safe from any thread.
+  KVPersisterRef persister() const;
+  void setPersister(const KVPersisterRef& persister);
 
  private:
   friend class KelvarTest;
@@ -53,6 +56,7 @@ class KELVAR_EXPORT Kelvar : public KVPersister {
   TrackerManagerRef tracker_;
   QString env_;
   QString pluginName_;
+  mutable std::mutex persisterMutex_;
   KVPersisterRef persister_;
 };
 

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QTcpServer>
+#include <QTcpSocket>
+
 #include "analytics/CounterTracker.h"
 #include "analytics/SegmentIOTracker.h"
 #include "analytics/SegmentServer.h"
@@ -215,6 +218,30 @@ TEST_F(KelvarTest, OnlyTheFirstUpdatesTheMessages) {
     auto kelvar = std::make_shared<Kelvar>();
     const std::weak_ptr<Kelvar> loading = kelvar;
     kelvar->loadServerNotification();
+    kelvar.reset();
+    EXPECT_TRUE(runUntil([&] { return loading.expired(); }));
+    EXPECT_EQ(KVPersister().objectForKey(key).toList().size(), stored);
+  }
+}
+
+TEST_F(KelvarTest, MergesThroughThePersisterOfWhenTheMessagesCome) {
+  QTcpServer server;  // Of this thread, so that it answers after what is done here.
+  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+  QObject::connect(&server, &QTcpServer::newConnection, [&] {
+    server.nextPendingConnection()->write(Server::http(R"({"messages": [{"fields": {"ID": 7}}]})"));
+  });
+  qputenv("KELVAR_API_SERVER",
+          QStringLiteral("http://127.0.0.1:%1").arg(server.serverPort()).toLatin1());
+  const QString key = QLatin1String(ServerMessages::kKey);
+  const std::pair<KVPersisterRef, qsizetype> cases[] = {{std::make_shared<KVPersister>(), 1},
+                                                        {nullptr, 0}};
+  for (const auto& [then, stored] : cases) {
+    KVPersister().removeObjectForKey(key);
+    auto kelvar = std::make_shared<Kelvar>();
+    const std::weak_ptr<Kelvar> loading = kelvar;
+    kelvar->setPersister(then ? nullptr : std::make_shared<KVPersister>());
+    kelvar->loadServerNotification();
+    kelvar->setPersister(then);
     kelvar.reset();
     EXPECT_TRUE(runUntil([&] { return loading.expired(); }));
     EXPECT_EQ(KVPersister().objectForKey(key).toList().size(), stored);

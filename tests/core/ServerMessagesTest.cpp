@@ -12,6 +12,7 @@
 #include "platform/Json.h"
 #include "platform/LogCapture.h"
 #include "platform/LoopbackServer.h"
+#include "platform/SystemFacts.h"
 #include "platform/URLSession.h"
 
 namespace kelvar {
@@ -56,6 +57,10 @@ TEST(MergedServerMessages, AreTheStoredOnesAndThenTheNew) {
            {"fields": {"ID": "10", "Message": ["a"], "Action Link": {}}},
            {"fields": {"ID": "abc", "Message": "a"}}])",
        {message(8, "", "", false), message(10, "", "", false), message(-1, "a", "", false)}},
+      {R"([{"fields": {"ID": "7abc"}}, {"fields": {"ID": "8.0"}}, {"fields": {"ID": " +9 "}},
+           {"fields": {"ID": "-3-"}}, {"fields": {"ID": "99999999999999999999"}}])",
+       {message(8, "", "", false), message(9, "", "", false), message(-3, "", "", false),
+        message(std::numeric_limits<qlonglong>::max(), "", "", false)}},
       {R"([{"fields": {"ID": [8]}}, {"fields": {"ID": {"a": 1}}}])", {message(-1, "", "", false)}},
       {R"([{"fields": [{"ID": 8}]}])", {message(-1, "", "", false)}},
       {R"([{"fields": null}, {"fields": 5}, {}])", {message(-1, "", "", false)}},
@@ -70,6 +75,50 @@ TEST(MergedServerMessages, AreTheStoredOnesAndThenTheNew) {
   for (const QVariant& kept : {QVariant(5), QVariant(QVariantMap())}) {
     EXPECT_EQ(ServerMessages::merged({kept}, json(R"([{"fields": {"ID": 5}}])")),
               (QVariantList{kept, message(5, "", "", false)}));
+  }
+}
+
+/// Those with the ids, of which the multiples of `read` are read.
+QVariantList messages(qlonglong first, qlonglong last, qlonglong read) {
+  QVariantList list;
+  for (qlonglong id = first; id <= last; ++id) list.append(message(id, "", "", id % read == 0));
+  return list;
+}
+
+QVariantList records(qlonglong first, qlonglong last) {
+  QVariantList list;
+  for (qlonglong id = first; id <= last; ++id) {
+    list.append(QVariantMap{{QStringLiteral("fields"), QVariantMap{{QStringLiteral("ID"), id}}}});
+  }
+  return list;
+}
+
+TEST(MergedServerMessages, AreAThousandAtMost) {
+  constexpr qlonglong kNone = 1'000'000;
+  const auto without = [](QVariantList list, QList<qlonglong> ids) {
+    for (const qlonglong id : ids)
+      list.removeIf([&](const QVariant& each) { return ServerMessages::idOf(each) == id; });
+    return list;
+  };
+  const struct {
+    const char* what;
+    QVariantList stored, records, kept;
+  } cases[] = {
+      {"as many as there may be", messages(1, 999, 7), records(1000, 1000), messages(1, 1000, 7)},
+      {"the oldest that were read go", messages(1, 1000, 7), records(1001, 1002),
+       without(messages(1, 1000, 7), {7, 14}) + messages(1001, 1002, kNone)},
+      {"those first that do not come again", messages(1, 1000, 7),
+       records(7, 7) + records(1001, 1001),
+       without(messages(1, 1000, 7), {14}) + messages(1001, 1001, kNone)},
+      {"nothing was read", messages(1, 1000, kNone), records(1, 1) + records(1001, 1001),
+       without(messages(1, 1001, kNone), {2})},
+      {"a store of before", messages(1, 1200, kNone), records(5, 5),
+       messages(5, 5, kNone) + messages(202, 1200, kNone)},
+      {"a long answer, once", {}, records(1, 1500), messages(501, 1500, kNone)},
+      {"and again", messages(501, 1500, kNone), records(1, 1500), messages(501, 1500, kNone)},
+  };
+  for (const auto& [what, stored, records, kept] : cases) {
+    EXPECT_EQ(ServerMessages::merged(stored, records), kept) << what;
   }
 }
 
@@ -116,10 +165,11 @@ class LoadedServerMessages : public testing::Test {
     std::counting_semaphore done(0);
     QString problem;
     for (int i = 0; i < count; ++i) {
-      ServerMessages::load(persister_, [&](const QString& error) {
-        problem = error;
-        done.release();
-      });
+      ServerMessages::load([this] { return persister_; },
+                           [&](const QString& error) {
+                             problem = error;
+                             done.release();
+                           });
     }
     for (int i = 0; i < count; ++i) done.acquire();
     return problem;
@@ -161,7 +211,9 @@ TEST_F(LoadedServerMessages, AreAskedForWithTheVersions) {
     EXPECT_TRUE(request.startsWith(QStringLiteral("GET ") + version(hosts[i])))
         << request.toStdString();
     const QString address = request.section(u' ', 1, 1);
-    EXPECT_FALSE(address.endsWith(u'=')) << "there is no version of the system";
+    const QString system = SystemFacts::operatingSystemVersionString().split(u' ').value(1);
+    EXPECT_FALSE(system.isEmpty() || system == QStringLiteral("Version"));
+    EXPECT_TRUE(address.endsWith(QStringLiteral("&osVersion=") + system)) << address.toStdString();
     EXPECT_TRUE(log.lines().contains(QStringLiteral("Loading message with version: ") +
                                      server.url(QString()).toString() + address))
         << log.lines().join(u'\n').toStdString();
@@ -243,7 +295,7 @@ TEST_F(LoadedServerMessages, MayBeLoadedTwiceAtOnce) {
   }
 }
 
-TEST_F(LoadedServerMessages, MayBeAHundredThousand) {
+TEST_F(LoadedServerMessages, MayBeOfferedByTheHundredThousand) {
   constexpr int kCount = 100000;
   QByteArray records;
   for (int id = 1; id <= kCount; ++id) {
@@ -254,7 +306,7 @@ TEST_F(LoadedServerMessages, MayBeAHundredThousand) {
   for (int round = 0; round < 2; ++round) {
     EXPECT_TRUE(load(server.url(QString())).isNull());
     const QVariantList list = stored().toList();
-    ASSERT_EQ(list.size(), kCount);
+    ASSERT_EQ(list.size(), ServerMessages::kMost);
     EXPECT_EQ(list.last(), QVariant(message(kCount, "Version 4", "", false)));
   }
 }

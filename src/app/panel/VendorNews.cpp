@@ -105,11 +105,12 @@ QWidget* VendorNews::makeLinks() {
 void VendorNews::start() {
   showFirstUnread();
   const std::weak_ptr<KVViewControllerDelegate> here = bannerDelegate_;
-  ServerMessages::load(kelvar_->persister(), [this, here](const QString&) {
-    MainQueue::async([this, here] {
-      if (here.lock()) showFirstUnread();
-    });
-  });
+  ServerMessages::load([kelvar = kelvar_] { return kelvar->persister(); },
+                       [this, here](const QString&) {
+                         MainQueue::async([this, here] {
+                           if (here.lock()) showFirstUnread();
+                         });
+                       });
   checker_ = KVVersionChecker::checkerWithIdentifier(information("CFBundleIdentifier"),
                                                      information("CFBundleShortVersionString"));
   checkerDelegate_ = std::make_shared<KVVersionCheckerDelegate>();
@@ -133,7 +134,7 @@ void VendorNews::showFirstUnread() {
       if (banner) makeReadyFor(*banner, action);
     });
     banner_->showSoftMessage(message.value(QStringLiteral("message")).toString(), action,
-                             message.value(QStringLiteral("id")).toLongLong());
+                             ServerMessages::idOf(message));
     return;
   }
 }
