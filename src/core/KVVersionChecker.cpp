@@ -21,6 +21,12 @@ QVariant failure(const QString& message) {
   return QVariantMap{{QStringLiteral("message"), message}};
 }
 
+/// None for what is no address.
+QUrl urlFrom(const QString& text) {
+  const QUrl url(text, QUrl::StrictMode);
+  return url.isValid() ? url : QUrl();
+}
+
 bool isString(const QVariant& value) { return value.typeId() == QMetaType::QString; }
 
 }  // namespace
@@ -132,9 +138,22 @@ void KVVersionChecker::complete(const URLAnswer& answer) {
   }
   lastCheck_ = QDateTime::currentDateTimeUtc();
   finished_ = true;
-  const auto delegate = delegate_.lock();
-  if (delegate && delegate->checkerDidFinish) delegate->checkerDidFinish(*this);
+  tellDelegate();
   persist();
+}
+
+/// Whatever it does, the answer is stored.
+void KVVersionChecker::tellDelegate() {
+  const auto delegate = delegate_.lock();
+  if (!delegate || !delegate->checkerDidFinish) return;
+  QString thrown = QStringLiteral("an exception of no known kind");
+  try {
+    return delegate->checkerDidFinish(*this);
+  } catch (const std::exception& exception) {
+    thrown = QString::fromUtf8(exception.what());
+  } catch (...) {  // Told below.
+  }
+  logLine(u"KVVersionChecker: the delegate has thrown: %@", {thrown});
 }
 
 void KVVersionChecker::read(const QByteArray& body) {
@@ -159,7 +178,7 @@ void KVVersionChecker::apply(const QVariantMap& answer) {
   // A null message, which no settings can keep, is a missing one.
   expiredMessage_ = fields[QStringLiteral("Expired Message")].toString();
   const QVariant url = fields[QStringLiteral("Action URL")];
-  if (isString(url)) actionURL_ = QUrl(url.toString(), QUrl::StrictMode);
+  if (isString(url)) actionURL_ = urlFrom(url.toString());
   const QVariant title = fields[QStringLiteral("Action Title")];
   if (isString(title)) actionTitle_ = title.toString();
 }

@@ -17,7 +17,8 @@ struct URLAnswer;
 struct KELVAR_EXPORT KVVersionCheckerDelegate {
   static const DelegateInfo& theDelegate();
 
-  /// A check has completed, well or not: the checker's properties say how. On the main thread.
+  /// A check has completed, well or not: the checker's properties say how. On the main thread. What
+  /// it throws has nobody to go to and is logged.
   std::function<void(KVVersionChecker&)> checkerDidFinish;
 };
 
@@ -92,6 +93,7 @@ class KELVAR_EXPORT KVVersionChecker : public Object {
   void complete(const URLAnswer& answer);
   void read(const QByteArray& body);
   void apply(const QVariantMap& answer);
+  void tellDelegate();
 
   QString identifier_;
   QString name_;

@@ -100,6 +100,31 @@ TEST_F(Checker, TakesAGoodAnswerAndKeepsItOverRestarts) {
   EXPECT_FALSE(stored(QStringLiteral("3.1"))->finished());
 }
 
+TEST_F(Checker, NamesAreSentEscaped) {
+  const std::pair<QString, const char*> cases[] = {
+      {QStringLiteral("3.0 50%"), "3.0%2050%25"},
+      {QStringLiteral("3#1%20"), "3%231%2520"},
+      {QStringLiteral("3&a=b?/\u00e4\""), "3&a=b?/%C3%A4%22"}};
+  for (const auto& [name, id] : cases) {
+    const Server server({Server::http("{}")});
+    check(stored(name), server.url(QString()));
+    EXPECT_EQ(server.requests(),
+              QList<QByteArray>{"GET /r/check_version?id=" + QByteArray(id) + " HTTP/1.1"});
+  }
+}
+
+TEST_F(Checker, WhatIsNoAddressIsNone) {
+  for (const char* url : {"https://vendor.example/a b", "http://[vendor/", ""}) {
+    const auto checker = stored();
+    check(checker, Server::http(kExpired));
+    check(checker, Server::http(R"({"success": true, "records": [{"fields": {"Action URL": ")" +
+                                QByteArray(url) + R"("}}]})"));
+    EXPECT_TRUE(checker->success());
+    EXPECT_TRUE(checker->actionURL().isEmpty()) << url;
+    EXPECT_TRUE(stored()->actionURL().isEmpty()) << url;
+  }
+}
+
 TEST_F(Checker, IsStoredAsPeopleWouldReadIt) {
   const auto checker = stored();
   check(checker, Server::http(kExpired));
@@ -191,6 +216,9 @@ TEST_F(Checker, AnswersBecomeProperties) {
     EXPECT_EQ(checker->error(), each.error) << each.what;
     EXPECT_TRUE(checker->finished() && checker->lastCheck().isValid()) << each.what;
     EXPECT_EQ(stored()->lastCheck(), checker->lastCheck()) << each.what << ": not stored";
+    checker->setSuccess(true);
+    check(checker, each.answer);
+    EXPECT_TRUE(checker->success()) << each.what << ": a success of this session is forgotten";
     KVPersister().removeObjectForKey(key_);
   }
 }
@@ -242,6 +270,19 @@ TEST_F(Checker, ADelegateNeedNotImplementAnything) {
   checker->start();
   while (!checker->finished()) QCoreApplication::processEvents();
   EXPECT_EQ(checker->error(), message("no connection"));
+}
+
+TEST_F(Checker, IsStoredWhateverTheDelegateThrows) {
+  const std::function<void()> throws[] = {[] { throw std::runtime_error("no"); }, [] { throw 5; }};
+  for (const auto& each : throws) {
+    KVPersister().removeObjectForKey(key_);
+    delegate_->checkerDidFinish = [&](KVVersionChecker&) {
+      QCoreApplication::quit();
+      each();
+    };
+    check(stored(), Server::http(kExpired));
+    EXPECT_TRUE(stored()->isExpired());
+  }
 }
 
 TEST_F(Checker, LogsItsSteps) {
