@@ -16,12 +16,14 @@ namespace {
 const ClassInfo::Registration kRegistered(&KVExternalActionsHandler::theClass);
 
 /// Null for none.
-QString siteHost() { return Bundle::serverAddress("KELVAR_WEB_SITE", QStringLiteral("KVWebSite")); }
+QString site() { return Bundle::serverAddress("KELVAR_WEB_SITE", QStringLiteral("KVWebSite")); }
 
 /// Null for a page on no site.
 QString addressOfPage(const char* page) {
-  const QString host = siteHost();
-  return host.isNull() ? QString() : QStringLiteral("http://") + host + QLatin1String(page);
+  const QString address = site();
+  if (address.isNull()) return {};
+  const bool isHost = !address.contains(QStringLiteral("://"));
+  return (isHost ? QStringLiteral("http://") : QString()) + address + QLatin1String(page);
 }
 
 QString setup() {
@@ -54,7 +56,7 @@ const ClassInfo& KVExternalActionsHandler::theClass() {
   return kClass;
 }
 
-bool KVExternalActionsHandler::hasSite() { return !siteHost().isNull(); }
+bool KVExternalActionsHandler::hasSite() { return !site().isNull(); }
 
 QUrl KVExternalActionsHandler::urlWithPath(const QString& path) const {
   QUrl url(path, QUrl::StrictMode);

@@ -9,8 +9,9 @@ namespace kelvar {
 /// What the four buttons with links to the vendor's web site do: each is logged, counted with the
 /// shared tracker, and opens a page whose address tells the site what setup asks.
 ///
-/// The site's host is what KELVAR_WEB_SITE names, otherwise KVWebSite in Info.plist. There is none
-/// by default: then nothing opens. On the main thread.
+/// The site is what KELVAR_WEB_SITE names, otherwise KVWebSite in Info.plist: an address such as
+/// "https://www.example.com", or a bare host, which is spoken to in plain HTTP. There is none by
+/// default: then nothing opens. On the main thread.
 class KELVAR_EXPORT KVExternalActionsHandler : public Object {
  public:
   static const ClassInfo& theClass();

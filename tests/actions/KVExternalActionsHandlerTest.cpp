@@ -45,7 +45,7 @@ class ExternalActions : public testing::Test {
   }
 
   QTemporaryDir dir_;
-  Browser browser_{"http"};
+  Browser browser_{"http", "https"};
   std::shared_ptr<CounterTracker> counter_ = std::make_shared<CounterTracker>();
 };
 
@@ -72,6 +72,20 @@ TEST_F(ExternalActions, ButtonsLogCountAndOpen) {
   }
   EXPECT_EQ(counter_->tracksCount(), std::size(cases));
   EXPECT_EQ(browser_.opened.size(), qsizetype(std::size(cases)));
+}
+
+TEST_F(ExternalActions, TheSiteIsAHostOrAnAddress) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"vendor.example:8080", "http://vendor.example:8080/kelvar/support"},
+      {"http://vendor.example", "http://vendor.example/kelvar/support"},
+      {"https://vendor.example/", "https://vendor.example/kelvar/support"},
+      {"https://vendor.example/shop//", "https://vendor.example/shop/kelvar/support"}};
+  for (const auto& [site, page] : cases) {
+    qputenv("KELVAR_WEB_SITE", site);
+    press("supportButtonDidPress");
+    ASSERT_FALSE(browser_.opened.isEmpty());
+    EXPECT_EQ(browser_.opened.takeLast().adjusted(QUrl::RemoveQuery), QUrl(QLatin1String(page)));
+  }
 }
 
 TEST_F(ExternalActions, NobodyWhoCountsAndNoSiteAreNoFailures) {
