@@ -1,11 +1,11 @@
 #include <CLI/CLI.hpp>
-#include <QLoggingCategory>
 #include <csignal>
 #include <cstdio>
 #include <new>
 
 #include "app/Failure.h"
 #include "app/Output.h"
+#include "app/StandardError.h"
 #include "app/addProgram.h"
 #include "app/analytics.h"
 #include "app/archive.h"
@@ -21,13 +21,6 @@ namespace {
 
 using kelvar::app::Failure;
 
-/// Libraries below talk only when asked: what goes wrong is told in one sentence at the end.
-bool verbose = false;
-
-void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString& line) {
-  if (verbose || type == QtFatalMsg) std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(line));
-}
-
 int complain(int status, const char* sentence) {
   const QString line = kelvar::app::printable(QString::fromUtf8(sentence));
   std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(line));
@@ -37,6 +30,7 @@ int complain(int status, const char* sentence) {
 int run(int argc, char** argv) {
   CLI::App program("Lays flat designs onto four-cornered shapes in perspective.", "kelvar");
   program.set_version_flag("--version", "kelvar " KELVAR_VERSION);
+  bool verbose = false;
   program.add_flag("--verbose", verbose, "Say on standard error what is being done");
   const struct {
     const char* name;
@@ -64,7 +58,7 @@ int run(int argc, char** argv) {
   if (program.get_subcommands().empty()) {
     return complain(Failure::kMisuse, "a command is missing, such as map (see kelvar --help)");
   }
-  if (verbose) QLoggingCategory::setFilterRules(QStringLiteral("kelvar.info=true"));
+  kelvar::app::setVerbose(verbose);
   for (const auto& command : commands) {
     if (program.got_subcommand(command.name)) command.run();
   }
@@ -77,7 +71,7 @@ int main(int argc, char** argv) {
   // A full disk and a closed pipe are to be told like everything else.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
-  qInstallMessageHandler(logToStandardError);
+  kelvar::app::logToStandardError();
   try {
     return run(argc, argv);
   } catch (const Failure& failure) {

@@ -226,7 +226,8 @@ void set(const Arguments& arguments) {
 void remove(const Arguments& arguments) {
   QString error;
   const UserDefaults defaults = UserDefaults::standard();
-  const bool wasThere = defaults.objectForKey(arguments.keyText()).isValid();
+  QString unread;  // What cannot be read can be removed.
+  const bool wasThere = defaults.objectForKey(arguments.keyText(), &unread).isValid();
   if (!defaults.removeObjectForKey(arguments.keyText(), &error)) fail(error);
   if (!arguments.json) return;
   print(jsonText(QVariantMap{{QStringLiteral("key"), arguments.keyText()},

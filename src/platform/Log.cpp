@@ -21,4 +21,6 @@ void logLine(QStringView format, const QStringList& arguments) {
   qCInfo(category).noquote() << formatted(format, arguments);
 }
 
+void warnUser(const QString& sentence) { qCWarning(category).noquote() << sentence; }
+
 }  // namespace kelvar

@@ -13,6 +13,11 @@ namespace kelvar {
 /// "kelvar.info=true". Safe from any thread.
 KELVAR_EXPORT void logLine(QStringView format, const QStringList& arguments = {});
 
+/// Writes a sentence for the user, who is told nowhere else, as a warning of the same category. It
+/// is seen on standard error unless the program does something else with what Qt logs. Safe from
+/// any thread.
+KELVAR_EXPORT void warnUser(const QString& sentence);
+
 /// Whether lines are written at all, for those that take long to put together.
 KELVAR_EXPORT bool isLogging();
 

@@ -1,6 +1,7 @@
 #include "platform/UserDefaults.h"
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
+#include <QtEndian>
 #include <cerrno>
 #include <filesystem>
 #include <mutex>
@@ -34,12 +37,21 @@ void complain(const QString& sentence, QString* error) {
   if (error) *error = sentence;
 }
 
+/// Where the caller does not want to know, the user has to. Within a call.
+void complainOf(const QString& path, const QString& sentence, QString* error) {
+  static QSet<QString> told;
+  if (error || told.contains(path)) return complain(sentence, error);
+  told.insert(path);
+  warnUser(sentence);
+}
+
 [[noreturn]] void fail(const char* what) {
   throw std::system_error(errno, std::generic_category(), what);
 }
 
 bool isThere(const QString& path) {
-  return ::access(QFile::encodeName(path).constData(), F_OK) == 0 || errno != ENOENT;
+  if (::access(QFile::encodeName(path).constData(), F_OK) == 0) return true;
+  return errno != ENOENT && errno != ENOTDIR;
 }
 
 /// Makes the folder, for the user alone, and an empty file.
@@ -73,6 +85,41 @@ class FolderLock {
   int folder_;
 };
 
+constexpr quint32 kApplication = 0x4b565344;  // "KVSD", for `file`.
+constexpr quint32 kVersion = 1;
+
+/// Why the file is none of ours, or beyond us; null for a store and for what is no database. Told
+/// from its header: to open it would be to finish what its owner has left undone.
+QString objectionTo(const QByteArray& header) {
+  const auto number = [&](qsizetype at) {
+    return qFromBigEndian<quint32>(header.constData() + at);
+  };
+  constexpr qsizetype kVersionAt = 60, kApplicationAt = 68;
+  if (number(kApplicationAt) != kApplication) {
+    return QStringLiteral("it is another program's database");
+  }
+  if (number(kVersionAt) <= kVersion) return {};
+  return QStringLiteral("a newer version of Kelvar wrote the file, in format %1 instead of %2")
+      .arg(number(kVersionAt))
+      .arg(kVersion);
+}
+
+/// Throws when the file is not to be touched. An empty one is an empty store.
+void checkFile(const QString& path, bool mayBeMistaken) {
+  constexpr qsizetype kHeaderSize = 100;
+  QFile file(path);
+  // SQLite will say why.
+  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return;
+  const QByteArray header = file.read(kHeaderSize);
+  const bool isDatabase =
+      header.size() == kHeaderSize && header.startsWith(QByteArrayView("SQLite format 3", 16));
+  const QString objection = isDatabase ? objectionTo(header)
+                            : mayBeMistaken && !header.isEmpty()
+                                ? QStringLiteral("it is not a Kelvar settings file")
+                                : QString();
+  if (!objection.isNull()) throw std::runtime_error(objection.toStdString());
+}
+
 /// Why the file cannot be read, where its contents are to blame.
 std::optional<QString> damage(const QString& path) {
   try {
@@ -95,9 +142,11 @@ void setAside(const QString& path) {
   const QString name =
       path + QDateTime::currentDateTimeUtc().toString(u"'.damaged-'yyyy-MM-dd'T'HH-mm-ss-zzz'Z'");
   const bool done = QFile::rename(path, name);
-  logLine(done ? u"UserDefaults: %@ is damaged (%@): set aside as %@, going on with an empty store"
-               : u"UserDefaults: %@ is damaged (%@) and cannot be set aside as %@",
-          {path, *reason, name});
+  warnUser(
+      (done ? QStringLiteral("the settings in %1 are damaged (%2): they are in %3 now, and new "
+                             "ones are begun")
+            : QStringLiteral("the settings in %1 are damaged (%2) and cannot be set aside as %3"))
+          .arg(path, *reason, name));
 }
 
 enum class Access { Read, Write };
@@ -105,7 +154,8 @@ enum class Access { Read, Write };
 /// Runs `work` on the open file, and once more on an empty one if the file was damaged. There is
 /// nothing to read where there is no file; to be written, it is made.
 template <class Work>
-bool onFile(const QString& path, Access access, QString* error, const Work& work) {
+bool onFile(const QString& path, bool mayBeMistaken, Access access, QString* error,
+            const Work& work) {
   constexpr int kMostTurns = 4;
   const std::scoped_lock lock(callMutex());
   bool first = true;
@@ -119,6 +169,8 @@ bool onFile(const QString& path, Access access, QString* error, const Work& work
       } else if (info.exists() && !info.isFile()) {
         // Beside a device, a journal would be left, and a device cannot be set aside.
         throw std::runtime_error("it is no regular file");
+      } else {
+        checkFile(path, mayBeMistaken);
       }
       SqliteDatabase database(path);
       try {
@@ -131,10 +183,11 @@ bool onFile(const QString& path, Access access, QString* error, const Work& work
       // Another process has set the file aside between two steps of ours.
       const auto* const known = dynamic_cast<const SqliteError*>(&failure);
       if (turn < kMostTurns && known && known->isMissing()) continue;
-      complain(QStringLiteral("the settings in %1 cannot be %2: %3")
-                   .arg(path, access == Access::Read ? u"read" : u"written",
-                        QString::fromUtf8(failure.what())),
-               error);
+      complainOf(path,
+                 QStringLiteral("the settings in %1 cannot be %2: %3")
+                     .arg(path, access == Access::Read ? u"read" : u"written",
+                          QString::fromUtf8(failure.what())),
+                 error);
       return false;
     }
     setAside(path);
@@ -144,7 +197,7 @@ bool onFile(const QString& path, Access access, QString* error, const Work& work
 
 constexpr const char* kMakeTable =
     "CREATE TABLE settings (key TEXT NOT NULL PRIMARY KEY, value BLOB NOT NULL) WITHOUT ROWID;"
-    "PRAGMA application_id = 0x4b565344;"  // "KVSD", for `file`.
+    "PRAGMA application_id = 0x4b565344;"
     "PRAGMA user_version = 1";
 
 /// With EXTRA a commit is on the disk when it returns, its directory entry included.
@@ -169,21 +222,35 @@ QVariant readValue(const QByteArray& bytes, QString* error) {
   return {};
 }
 
+/// What the system knows where the environment says nothing, as in services.
+QString homeFolder() {
+  const QString named = qEnvironmentVariable("HOME");
+  if (QDir::isAbsolutePath(named)) return QDir::cleanPath(named);
+  QByteArray room(1 << 14, Qt::Uninitialized);
+  passwd entry{};
+  passwd* found = nullptr;
+  ::getpwuid_r(::getuid(), &entry, room.data(), size_t(room.size()), &found);
+  return found ? QFile::decodeName(found->pw_dir) : QDir::rootPath();
+}
+
 QString configurationFolder() {
   const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME");
   if (QDir::isAbsolutePath(folder)) return folder;
-  return QDir::homePath() + QStringLiteral("/.config");
+  return homeFolder() + QStringLiteral("/.config");
 }
 
 }  // namespace
 
 UserDefaults UserDefaults::standard() {
   const QString named = qEnvironmentVariable("KELVAR_DEFAULTS");
-  if (!named.isEmpty()) return UserDefaults(named);
+  if (!named.isEmpty()) return UserDefaults(named, true);
   return UserDefaults(configurationFolder() + QStringLiteral("/kelvar/settings.sqlite"));
 }
 
-UserDefaults::UserDefaults(const QString& path) : path_(QFileInfo(path).absoluteFilePath()) {}
+UserDefaults::UserDefaults(const QString& path) : UserDefaults(path, false) {}
+
+UserDefaults::UserDefaults(const QString& path, bool mayBeMistaken)
+    : path_(QFileInfo(path).absoluteFilePath()), mayBeMistaken_(mayBeMistaken) {}
 
 bool UserDefaults::setObject(const QVariant& value, const QString& key, QString* error) const {
   if (!isKey(key)) {
@@ -197,7 +264,7 @@ bool UserDefaults::setObject(const QVariant& value, const QString& key, QString*
     return false;
   }
   const QByteArray utf8 = key.toUtf8();
-  return onFile(path_, Access::Write, error, [&](SqliteDatabase& database) {
+  return onFile(path_, mayBeMistaken_, Access::Write, error, [&](SqliteDatabase& database) {
     database.execute(kBeginWrite);
     if (!database.hasTable("settings")) database.execute(kMakeTable);
     SqliteStatement insert(database, "INSERT OR REPLACE INTO settings VALUES (?1, ?2)");
@@ -212,7 +279,7 @@ QVariant UserDefaults::objectForKey(const QString& key, QString* error) const {
   if (!isKey(key)) return {};
   const QByteArray utf8 = key.toUtf8();
   QByteArray bytes;
-  onFile(path_, Access::Read, error, [&](SqliteDatabase& database) {
+  onFile(path_, mayBeMistaken_, Access::Read, error, [&](SqliteDatabase& database) {
     if (!database.hasTable("settings")) return;
     SqliteStatement find(database, "SELECT value FROM settings WHERE key = ?1");
     find.bindText(1, utf8);
@@ -232,7 +299,7 @@ QVariant UserDefaults::objectForKey(const QString& key, QString* error) const {
 bool UserDefaults::removeObjectForKey(const QString& key, QString* error) const {
   if (!isKey(key) || !isThere(path_)) return true;
   const QByteArray utf8 = key.toUtf8();
-  return onFile(path_, Access::Write, error, [&](SqliteDatabase& database) {
+  return onFile(path_, mayBeMistaken_, Access::Write, error, [&](SqliteDatabase& database) {
     if (!database.hasTable("settings")) return;
     database.execute(kBeginWrite);
     SqliteStatement remove(database, "DELETE FROM settings WHERE key = ?1");
@@ -244,7 +311,7 @@ bool UserDefaults::removeObjectForKey(const QString& key, QString* error) const 
 
 QStringList UserDefaults::keys(QString* error) const {
   QStringList keys;
-  onFile(path_, Access::Read, error, [&](SqliteDatabase& database) {
+  onFile(path_, mayBeMistaken_, Access::Read, error, [&](SqliteDatabase& database) {
     keys.clear();
     if (!database.hasTable("settings")) return;
     SqliteStatement all(database, "SELECT key FROM settings ORDER BY key");

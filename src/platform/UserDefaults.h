@@ -16,13 +16,16 @@ namespace kelvar {
 /// deleted or set aside meanwhile is not written any more. A write is on the disk when the call
 /// returns. Calls wait for one another.
 ///
-/// A file that is damaged is set aside under a dated name, with a log line, and the store goes on
-/// empty. Any other failure leaves the file as it was, is logged, and is told in `*error` where
-/// that is not null. See docs/settings.md.
+/// A store that is damaged is set aside under a dated name, which the user is told (`warnUser`),
+/// and goes on empty. What is no store but another program's database, or one that a newer version
+/// has written, is refused. Any other failure leaves the file as it was as well, and is told in
+/// `*error`; where that is null, the user is told of the first one of each file. See
+/// docs/settings.md.
 class KELVAR_EXPORT UserDefaults {
  public:
   /// The file that the environment variable KELVAR_DEFAULTS names, otherwise
-  /// $XDG_CONFIG_HOME/kelvar/settings.sqlite or ~/.config/kelvar/settings.sqlite.
+  /// $XDG_CONFIG_HOME/kelvar/settings.sqlite or ~/.config/kelvar/settings.sqlite. A name may be a
+  /// mistake: what it names is never set aside unless it is a store of ours.
   static UserDefaults standard();
 
   /// Neither the file nor its folder need exist: the first write makes them, for the user alone.
@@ -44,7 +47,10 @@ class KELVAR_EXPORT UserDefaults {
   QStringList keys(QString* error = nullptr) const;
 
  private:
+  UserDefaults(const QString& path, bool mayBeMistaken);
+
   QString path_;
+  bool mayBeMistaken_ = false;
 };
 
 }  // namespace kelvar

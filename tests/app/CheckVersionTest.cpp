@@ -47,6 +47,25 @@ TEST_F(CheckVersion, PrintsWhatCameOfIt) {
   EXPECT_EQ(UserDefaults(path_).objectForKey(key).toMap()[QStringLiteral("isExpired")], true);
 }
 
+TEST_F(CheckVersion, SaysOnceWhereTheAnswerCannotBeKept) {
+  const Server server({Server::http(R"({"success": true})")});
+  QFile file(dir_.filePath(QStringLiteral("file")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("Chapter one.\n");
+  file.close();
+  const std::pair<QString, const char*> cases[] = {
+      {file.fileName() + QStringLiteral("/settings.sqlite"), "cannot be written: "},
+      {file.fileName(), "cannot be read: it is not a Kelvar settings file"}};
+  for (const auto& [path, reason] : cases) {
+    path_ = path;
+    EXPECT_EQ(run(server.url(QString()).toString()), "Version 1.0.0 is current.\n");
+    EXPECT_EQ(status_, 0);
+    EXPECT_TRUE(error_.startsWith("kelvar: the settings in " + path.toUtf8() + ' ' + reason))
+        << error_.constData();
+    EXPECT_EQ(error_.count('\n'), 1) << error_.constData();
+  }
+}
+
 TEST_F(CheckVersion, SendsNothingWithoutAServer) {
   EXPECT_EQ(run(QString()), "");
   EXPECT_EQ(status_, 1);

@@ -85,6 +85,18 @@ TEST_F(Settings, AreListedBesideOneThatIsDamaged) {
   EXPECT_EQ(run(words("list")), "\"\"\tinteger\t1\nb\tinteger\t2\n");
 }
 
+TEST_F(Settings, SayOnceWhereADamagedFileIs) {
+  defaults_.setObject(1, QStringLiteral("a"));
+  QFile file(path_);
+  ASSERT_TRUE(file.resize(file.size() / 2));
+  const QString words = QStringLiteral("kelvar: the settings in %1 are damaged (").arg(path_);
+  const QByteArray said = run({QStringLiteral("get"), QStringLiteral("a")});
+  EXPECT_TRUE(said.startsWith("1: " + words.toUtf8())) << said.constData();
+  EXPECT_TRUE(said.contains("/settings.sqlite.damaged-")) << said.constData();
+  EXPECT_TRUE(said.endsWith("kelvar: nothing is stored under a\n")) << said.constData();
+  EXPECT_EQ(said.count('\n'), 2) << said.constData();
+}
+
 TEST_F(Settings, SayInOneSentenceWhatIsWrong) {
   const std::pair<const char*, const char*> cases[] = {
       {"get none", "1: kelvar: nothing is stored under none\n"},

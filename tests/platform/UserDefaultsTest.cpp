@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -167,12 +168,22 @@ TEST_F(Defaults, LivesWhereTheEnvironmentSays) {
       {"", "", QDir::homePath() + QStringLiteral("/.config/kelvar/settings.sqlite")},
       {"/else/where", "/config", QStringLiteral("/else/where")},
       {"here", "/config", QDir::current().absoluteFilePath(QStringLiteral("here"))}};
-  const QByteArray named = qgetenv("KELVAR_DEFAULTS"), config = qgetenv("XDG_CONFIG_HOME");
+  const QByteArray named = qgetenv("KELVAR_DEFAULTS"), config = qgetenv("XDG_CONFIG_HOME"),
+                   home = qgetenv("HOME");
   for (const auto& [file, folder, path] : cases) {
     qputenv("KELVAR_DEFAULTS", file);
     qputenv("XDG_CONFIG_HOME", folder);
     EXPECT_EQ(UserDefaults::standard().path(), path);
   }
+  qunsetenv("KELVAR_DEFAULTS");
+  qunsetenv("XDG_CONFIG_HOME");
+  const QString known = QFile::decodeName(getpwuid(getuid())->pw_dir);
+  for (const char* relative : {"", "home"}) {
+    qputenv("HOME", relative);
+    EXPECT_EQ(UserDefaults::standard().path(),
+              known + QStringLiteral("/.config/kelvar/settings.sqlite"));
+  }
+  qputenv("HOME", home);
   qputenv("KELVAR_DEFAULTS", named);
   qputenv("XDG_CONFIG_HOME", config);
 }
@@ -371,6 +382,54 @@ TEST_F(Defaults, DamagedFileIsSetAside) {
   const LogCapture log;
   EXPECT_FALSE(defaults_.objectForKey(key_).isValid());
   EXPECT_EQ(log.lines(), QStringList()) << "an empty file is an empty store";
+}
+
+TEST_F(Defaults, WhatIsNotOursIsRefusedAndLeftAlone) {
+  ASSERT_TRUE(defaults_.setObject(1, key_));
+  const QByteArray store = contents(path_);
+  const auto changed = [&](qsizetype at, const char* bytes) {
+    return QByteArray(store).replace(at, 4, QByteArray(bytes, 4));
+  };
+  const QByteArray text("Chapter one.\n");
+  const struct {
+    const char* what;
+    QByteArray bytes;
+    const char* reason;
+    bool isRefusedByNameAlone = false;
+  } cases[] = {
+      {"another application's", changed(68, "MPBX"), "another program's database"},
+      {"nobody's", changed(68, "\0\0\0\0"), "another program's database"},
+      {"a damaged one of another", changed(68, "MPBX").first(1000), "another program's database"},
+      {"a newer one", changed(60, "\0\0\0\2"), "in format 2 instead of 1"},
+      {"a text", text, "not a Kelvar settings file", true},
+      {"a long text", text.repeated(1000), "not a Kelvar settings file", true},
+      {"a store's start", store.first(60), "not a Kelvar settings file", true},
+  };
+  const QByteArray named = qgetenv("KELVAR_DEFAULTS");
+  qputenv("KELVAR_DEFAULTS", path_.toUtf8());
+  for (const auto& [what, bytes, reason, isRefusedByNameAlone] : cases) {
+    for (const bool isNamed : {false, true}) {
+      if (isRefusedByNameAlone && !isNamed) continue;
+      const UserDefaults defaults = isNamed ? UserDefaults::standard() : defaults_;
+      QFile::remove(path_);
+      overwrite(path_, 0, bytes);
+      QString error;
+      EXPECT_FALSE(defaults.setObject(2, key_, &error)) << what;
+      EXPECT_TRUE(error.contains(QLatin1String(reason))) << what << ": " << error.toStdString();
+      EXPECT_FALSE(defaults.objectForKey(key_).isValid()) << what;
+      EXPECT_FALSE(defaults.removeObjectForKey(key_)) << what;
+      EXPECT_EQ(defaults.keys(), QStringList()) << what;
+      EXPECT_EQ(contents(path_), bytes) << what;
+      EXPECT_EQ(QDir(folder_).entryList(QDir::Files),
+                QStringList(QStringLiteral("settings.sqlite")))
+          << what;
+    }
+  }
+  // What is marked as ours is, also when it is damaged.
+  QFile::remove(path_);
+  overwrite(path_, 0, store.first(store.size() / 2));
+  EXPECT_TRUE(UserDefaults::standard().setObject(2, key_));
+  qputenv("KELVAR_DEFAULTS", named);
 }
 
 TEST_F(Defaults, ProcessesSetADamagedFileAsideOnce) {

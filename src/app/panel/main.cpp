@@ -1,12 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
-#include <QLoggingCategory>
 #include <csignal>
 #include <cstdio>
 #include <utility>
 
 #include "analytics/finishReporting.h"
 #include "app/Failure.h"
+#include "app/StandardError.h"
 #include "app/panel/PanelWindow.h"
 #include "app/panel/VendorNews.h"
 
@@ -26,12 +26,6 @@ Examples:
 
 What is saved there, `kelvar map --arrangement FILE -o OUT` or `kelvar render` draws without a window.
 Exit status: 0 done, 1 what was named cannot be opened, 2 misuse.)";
-
-bool verbose = false;
-
-void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString& line) {
-  if (verbose || type == QtFatalMsg) std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(line));
-}
 
 struct Arguments {
   std::string file;
@@ -85,11 +79,12 @@ int show(int argc, char** argv, const Arguments& arguments) {
 int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
-  qInstallMessageHandler(logToStandardError);
+  kelvar::app::logToStandardError();
   Arguments arguments;
   CLI::App program("Makes mockups in a window.", "kelvar panel");
   program.footer(kExplanation);
   program.set_version_flag("--version", "kelvar " KELVAR_VERSION);
+  bool verbose = false;
   program.add_flag("--verbose", verbose, "Say on standard error what is being done");
   program.add_option("FILE", arguments.file,
                      "A photo (PNG, JPEG, WebP or SVG), a Sketch document (.sketch), or an "
@@ -117,7 +112,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "kelvar: %s (see kelvar panel --help)\n", error.what());
     return Failure::kMisuse;
   }
-  if (verbose) QLoggingCategory::setFilterRules(QStringLiteral("kelvar.info=true"));
+  kelvar::app::setVerbose(verbose);
   // What is left for Qt is the program's name alone: its own options are not ours to offer.
   int count = 1;
   return show(count, argv, arguments);

@@ -7,7 +7,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QLoggingCategory>
 #include <QScopeGuard>
 #include <algorithm>
 #include <csignal>
@@ -19,6 +18,7 @@
 #include "app/DocumentCommand.h"
 #include "app/Failure.h"
 #include "app/Output.h"
+#include "app/StandardError.h"
 #include "host/SketchDocument.h"
 #include "runtime/Conversion.h"
 #include "scripting/PluginBundle.h"
@@ -48,7 +48,6 @@ Exit status: 0 done, 1 the script failed or cannot be run, 2 misuse.)";
 /// The most memory that a script may have the program take, less where the machine has little.
 constexpr size_t kMostMemory = size_t{4} << 30;
 
-bool verbose = false;
 /// For the signal handler, while a script runs.
 std::atomic<ScriptRuntime*> running = nullptr;
 std::atomic<bool> wasInterrupted = false;
@@ -63,10 +62,6 @@ struct Arguments {
   bool list = false;
   bool json = false;
 };
-
-void logToStandardError(QtMsgType type, const QMessageLogContext&, const QString& line) {
-  if (verbose || type == QtFatalMsg) std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(line));
-}
 
 [[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
 [[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
@@ -214,6 +209,7 @@ int parseAndRun(int argc, char** argv) {
   CLI::App program("Runs scripts and commands of plug-ins.", "kelvar run");
   program.footer(kExplanation);
   program.set_version_flag("--version", "kelvar " KELVAR_VERSION);
+  bool verbose = false;
   program.add_flag("--verbose", verbose, "Say on standard error what is being done");
   program.add_option("TARGET", arguments.target, "A script, or a plug-in's folder")->required();
   program.add_option("--command", arguments.command, "The plug-in's command, by its identifier");
@@ -240,7 +236,7 @@ int parseAndRun(int argc, char** argv) {
     throw Failure(Failure::kMisuse,
                   QString::fromUtf8(error.what()) + u" (see kelvar run --help)"_s);
   }
-  if (verbose) QLoggingCategory::setFilterRules(u"kelvar.info=true"_s);
+  kelvar::app::setVerbose(verbose);
   run(arguments);
   return 0;
 }
@@ -269,7 +265,7 @@ void chooseScreen() {
 int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
-  qInstallMessageHandler(logToStandardError);
+  kelvar::app::logToStandardError();
   chooseScreen();
   int noArguments = 1;
   QApplication application(noArguments, argv);

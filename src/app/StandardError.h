@@ -1,0 +1,12 @@
+#pragma once
+
+namespace kelvar::app {
+
+/// Whether standard error has everything that is logged: of the library what it does, and of Qt
+/// what goes wrong there. Otherwise it has what the library warns the user of, alone.
+void setVerbose(bool isVerbose);
+
+/// Has what Qt logs go to standard error, a line each that begins with the program's name.
+void logToStandardError();
+
+}  // namespace kelvar::app
