@@ -1,6 +1,10 @@
 // Kelvar's classes for scripts, made from their descriptions; do not edit. Needs TypeScript 5.1.
 // What is said to give an object, a string or a list may give nil as well.
 
+// Scripts run in no browser, whose Event is another one.
+/// <reference no-default-lib="true" />
+/// <reference lib="es2022" />
+
 interface NSPoint { x: number; y: number; }
 interface NSSize { width: number; height: number; }
 interface NSRect { origin: NSPoint; size: NSSize; }
@@ -12,7 +16,14 @@ interface Array<T> {
   firstObject(): T | null;
   lastObject(): T | null;
   objectEnumerator(): { nextObject(): T | null };
+  each(): any;
+  shuffle(): T[];
 }
+interface String {
+  MD5String(): string;
+  base64String(): string;
+}
+interface Uint8Array { base64String(): string; }
 
 /** What each class answers. */
 interface KelvarClass {
@@ -273,12 +284,14 @@ interface KVShape extends NSObject {
 }
 
 interface KVShapeAllocated {
+  init(): KVShape;
   initWithBounds_path_(bounds: KVRect | null, path: string[] | null): KVShape;
   initWithBounds_path(bounds: KVRect | null, path: string[] | null): KVShape;
 }
 
 declare const KVShape: KelvarClass & {
   alloc(): KVShapeAllocated;
+  "new"(): KVShape;
   edgesLengthPoint1_point2_(point1: NSPoint, point2: NSPoint): number;
   edgesLengthPoint1_point2(point1: NSPoint, point2: NSPoint): number;
   sumPoints_(points: string[] | null): number;
@@ -833,6 +846,132 @@ declare const TrackerManager: KelvarClass & {
   sharedInstance(): TrackerManager;
 };
 
+interface SegmentIOTracker extends Tracker {
+  get isObtainingLocation(): () => boolean;
+  set isObtainingLocation(value: boolean);
+  get writeKey(): () => string;
+  set writeKey(value: string | null);
+  get context(): () => Record<string, any>;
+  set context(value: Record<string, any> | null);
+  handlePendingRequests(): void;
+  addSuperProperties_(properties: Record<string, any> | null): void;
+  addSuperProperties(properties: Record<string, any> | null): void;
+  setIsObtainingLocation_(location: boolean): void;
+  setIsObtainingLocation(location: boolean): void;
+  setWriteKey_(key: string | null): void;
+  setWriteKey(key: string | null): void;
+  setContext_(context: Record<string, any> | null): void;
+  setContext(context: Record<string, any> | null): void;
+}
+
+interface SegmentIOTrackerAllocated {
+  initWithWriteKey_(key: string | null): SegmentIOTracker;
+  initWithWriteKey(key: string | null): SegmentIOTracker;
+}
+
+declare const SegmentIOTracker: KelvarClass & {
+  alloc(): SegmentIOTrackerAllocated;
+};
+
+interface CounterTracker extends Tracker {
+  get storage(): () => any[];
+  set storage(value: any[] | null);
+  get uploadsCount(): () => number;
+  set uploadsCount(value: number);
+  timesStarted(): number;
+  timesFinished(): number;
+  tracksCount(): number;
+  events(): any[];
+  setStorage_(storage: any[] | null): void;
+  setStorage(storage: any[] | null): void;
+  setUploadsCount_(count: number): void;
+  setUploadsCount(count: number): void;
+}
+
+interface CounterTrackerAllocated {
+  init(): CounterTracker;
+}
+
+declare const CounterTracker: KelvarClass & {
+  alloc(): CounterTrackerAllocated;
+  "new"(): CounterTracker;
+};
+
+interface MockedTracker extends Tracker {
+  get startedEvent(): () => string;
+  set startedEvent(value: string | null);
+  get name(): () => string;
+  set name(value: string | null);
+  get properties(): () => Record<string, any>;
+  set properties(value: Record<string, any> | null);
+  get sessionLength(): () => number;
+  set sessionLength(value: number);
+  get globalProperties(): () => Record<string, any>;
+  set globalProperties(value: Record<string, any> | null);
+  setStartedEvent_(event: string | null): void;
+  setStartedEvent(event: string | null): void;
+  setName_(name: string | null): void;
+  setName(name: string | null): void;
+  setProperties_(properties: Record<string, any> | null): void;
+  setProperties(properties: Record<string, any> | null): void;
+  setSessionLength_(length: number): void;
+  setSessionLength(length: number): void;
+  setGlobalProperties_(properties: Record<string, any> | null): void;
+  setGlobalProperties(properties: Record<string, any> | null): void;
+}
+
+interface MockedTrackerAllocated {
+  init(): MockedTracker;
+}
+
+declare const MockedTracker: KelvarClass & {
+  alloc(): MockedTrackerAllocated;
+  "new"(): MockedTracker;
+};
+
+interface DeferableTracker extends Tracker {
+  get enabled(): () => boolean;
+  set enabled(value: boolean);
+  enableStateDidChange_(change: boolean): void;
+  enableStateDidChange(change: boolean): void;
+  setEnabled_(enabled: boolean): void;
+  setEnabled(enabled: boolean): void;
+}
+
+interface DeferableTrackerAllocated {
+  init(): DeferableTracker;
+}
+
+declare const DeferableTracker: KelvarClass & {
+  alloc(): DeferableTrackerAllocated;
+  deferredTracker(): DeferableTracker;
+  "new"(): DeferableTracker;
+};
+
+interface Event extends NSObject {
+  get name(): () => string;
+  set name(value: string | null);
+  get properties(): () => Record<string, any>;
+  set properties(value: Record<string, any> | null);
+  isEqual_(equal: Event | null): boolean;
+  isEqual(equal: Event | null): boolean;
+  setName_(name: string | null): void;
+  setName(name: string | null): void;
+  setProperties_(properties: Record<string, any> | null): void;
+  setProperties(properties: Record<string, any> | null): void;
+}
+
+interface EventAllocated {
+  init(): Event;
+}
+
+declare const Event: KelvarClass & {
+  alloc(): EventAllocated;
+  "new"(): Event;
+  eventWithName_properties_(name: string | null, properties: Record<string, any> | null): Event;
+  eventWithName_properties(name: string | null, properties: Record<string, any> | null): Event;
+};
+
 interface SketchDocument extends NSObject {
   path(): string;
   pages(): any[];
@@ -1028,8 +1167,12 @@ declare const NSShadow: KelvarClass & {
 };
 
 interface TimedTracker extends NSObject {
+  get events(): () => Record<string, any>;
+  set events(value: Record<string, any> | null);
   get delay(): () => number;
   set delay(value: number);
+  get delegate(): () => TimedTrackerDelegate;
+  set delegate(value: TimedTrackerDelegate | null);
   start_(start: string | null): void;
   start(start: string | null): void;
   start_sinceTime_(start: string | null, time: number): void;
@@ -1047,9 +1190,12 @@ interface TimedTracker extends NSObject {
   event_increment_by_(event: string | null, increment: string | null, by: any): void;
   event_increment_by(event: string | null, increment: string | null, by: any): void;
   timedEvents(): Record<string, any>;
-  events(): Record<string, any>;
+  setEvents_(events: Record<string, any> | null): void;
+  setEvents(events: Record<string, any> | null): void;
   setDelay_(delay: number): void;
   setDelay(delay: number): void;
+  setDelegate_(delegate: TimedTrackerDelegate | null): void;
+  setDelegate(delegate: TimedTrackerDelegate | null): void;
 }
 
 interface TimedTrackerAllocated {
@@ -1174,6 +1320,13 @@ interface KVViewControllerDelegate {
 interface KVPopupCellDelegate {
   popupCellSelectedDidChange_?(change: KVPopupCell): void | null;
   popupCellSelectedDidChange?(change: KVPopupCell): void | null;
+}
+
+interface TimedTrackerDelegate {
+  timedTracker_eventStarted_?(tracker: TimedTracker, started: string): void | null;
+  timedTracker_eventStarted?(tracker: TimedTracker, started: string): void | null;
+  timedTracker_eventFinished_?(tracker: TimedTracker, finished: TimedEvent): void | null;
+  timedTracker_eventFinished?(tracker: TimedTracker, finished: TimedEvent): void | null;
 }
 
 declare function KVRectMake(make: number, argument2: number, argument3: number, argument4: number): KVRect;

@@ -1,5 +1,7 @@
 #include "analytics/CounterTracker.h"
 
+#include <stdexcept>
+
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -13,6 +15,16 @@ QVariantList eventsOf(const CounterTracker& tracker) {
   return events;
 }
 
+void setStorageOf(CounterTracker& tracker, const QVariantList& described) {
+  CounterTracker::Events events;
+  for (const QVariant& each : described) {
+    const auto event = fromVariant<EventRef>(each).value_or(nullptr);
+    if (!event) throw std::invalid_argument("what is stored are objects of Event");
+    events.append(event);
+  }
+  tracker.setStorage(events);
+}
+
 }  // namespace
 
 const ClassInfo& CounterTracker::theClass() {
@@ -24,7 +36,7 @@ const ClassInfo& CounterTracker::theClass() {
           .property("timesFinished", &This::timesFinished)
           .property("tracksCount", &This::tracksCount)
           .property("events", eventsOf)
-          .property("storage", eventsOf)
+          .property("storage", eventsOf, setStorageOf)
           .property("uploadsCount", &This::uploadsCount, &This::setUploadsCount);
   return kClass;
 }

@@ -1,5 +1,7 @@
 #include "analytics/TimedTracker.h"
 
+#include <stdexcept>
+
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -12,6 +14,16 @@ QVariantMap describedEvents(const TimedTracker& tracker) {
   const TimedTracker::Events timed = tracker.timedEvents();
   for (auto i = timed.begin(); i != timed.end(); ++i) events[i.key()] = toVariant(i.value());
   return events;
+}
+
+void setDescribedEvents(TimedTracker& tracker, const QVariantMap& described) {
+  TimedTracker::Events events;
+  for (auto i = described.begin(); i != described.end(); ++i) {
+    const auto event = fromVariant<MutableTimedEventRef>(i.value()).value_or(nullptr);
+    if (!event) throw std::invalid_argument("events that go on are objects of MutableTimedEvent");
+    events.insert(i.key(), event);
+  }
+  tracker.setEvents(events);
 }
 
 }  // namespace
@@ -40,8 +52,9 @@ const ClassInfo& TimedTracker::theClass() {
           .operation("event:increment:by:", [](This& self, const QString& name, const QString& key,
                                                const QVariant& by) { self.event(name, key, by); })
           .property("timedEvents", describedEvents)
-          .property("events", describedEvents)
-          .property("delay", &This::delay, &This::setDelay);
+          .property("events", describedEvents, setDescribedEvents)
+          .property("delay", &This::delay, &This::setDelay)
+          .property("delegate", &This::delegate, &This::setDelegate);
   return kClass;
 }
 

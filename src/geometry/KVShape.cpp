@@ -33,6 +33,7 @@ const ClassInfo::Registration kRegistered(&KVShape::theClass);
 const ClassInfo& KVShape::theClass() {
   static const ClassInfo kClass =
       Description<KVShape>("KVShape")
+          .initialiser("init", [] { return newShape(nullptr, {}); })
           .initialiser("initWithBounds:path:", newShape)
           .property("bounds", &KVShape::bounds, &KVShape::setBounds)
           .property("path", &KVShape::path, &KVShape::setPath)

@@ -55,8 +55,13 @@ class KELVAR_EXPORT DelegateInfo {
     return fromVariant_(delegate);
   }
 
+  /// An object that is such a delegate by its class, in the form in which properties take it;
+  /// invalid for any other. And the object that is the delegate; null when it is none.
+  QVariant fromObject(const ObjectRef& object) const { return fromObject_(object); }
+  ObjectRef toObject(const QVariant& delegate) const { return toObject_(delegate); }
+
  private:
-  template <class D>
+  template <class D, class Interface>
   friend class DelegateDescription;
 
   QString name_;
@@ -64,6 +69,8 @@ class KELVAR_EXPORT DelegateInfo {
   std::shared_ptr<void> (*make_)() = nullptr;
   QVariant (*toVariant_)(const std::shared_ptr<void>& delegate) = nullptr;
   std::shared_ptr<void> (*fromVariant_)(const QVariant& delegate) = nullptr;
+  QVariant (*fromObject_)(const ObjectRef& object) = nullptr;
+  ObjectRef (*toObject_)(const QVariant& delegate) = nullptr;
 };
 
 /// What a delegate is told, as a value. An object that nobody shares comes as none.
@@ -77,18 +84,37 @@ QVariant argumentToVariant(const T& argument) {
   }
 }
 
-/// Writes a `DelegateInfo` down.
-template <class D>
+/// Writes a `DelegateInfo` down. Where properties take an `Interface` that objects may implement,
+/// `D` implements it by its members.
+template <class D, class Interface = D>
 class DelegateDescription {
  public:
   explicit DelegateDescription(const char* name) {
     info_.name_ = QString::fromLatin1(name);
     info_.make_ = []() -> std::shared_ptr<void> { return std::make_shared<D>(); };
     info_.toVariant_ = [](const std::shared_ptr<void>& delegate) {
-      return QVariant::fromValue(std::static_pointer_cast<D>(delegate));
+      return QVariant::fromValue<std::shared_ptr<Interface>>(std::static_pointer_cast<D>(delegate));
     };
     info_.fromVariant_ = [](const QVariant& delegate) -> std::shared_ptr<void> {
-      return delegate.value<std::shared_ptr<D>>();
+      if constexpr (kIsInterface) {
+        return std::dynamic_pointer_cast<D>(delegate.value<std::shared_ptr<Interface>>());
+      } else {
+        return delegate.value<std::shared_ptr<D>>();
+      }
+    };
+    info_.fromObject_ = []([[maybe_unused]] const ObjectRef& object) {
+      if constexpr (kIsInterface)
+        return kelvar::toVariant(std::dynamic_pointer_cast<Interface>(object));
+      return QVariant();
+    };
+    info_.toObject_ = []([[maybe_unused]] const QVariant& delegate) {
+      if constexpr (kIsInterface) {
+        // Who is its own delegate is held there without being owned.
+        const auto held = delegate.value<std::shared_ptr<Interface>>();
+        if (auto* const object = dynamic_cast<Object*>(held.get()))
+          return object->weak_from_this().lock();
+      }
+      return ObjectRef();
     };
   }
 
@@ -115,6 +141,8 @@ class DelegateDescription {
   }
 
  private:
+  static constexpr bool kIsInterface = !std::is_same_v<D, Interface>;
+
   DelegateInfo info_;
 };
 

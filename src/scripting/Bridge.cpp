@@ -91,6 +91,7 @@ void Bridge::makePrelude() {
   if (exception) throw Failure(text(exception));
   prelude_ = JSValueToObject(context_, made, nullptr);
   JSValueProtect(context_, prelude_);
+  extendValues();
 }
 
 JSObjectRef Bridge::prelude(const char* name) const {

@@ -127,6 +127,7 @@ class Bridge {
                          JSValueRef* exception);
 
   void makePrelude();
+  void extendValues();
   JSObjectRef prelude(const char* name) const;
 
   Faces& facesOf(const ClassInfo& info);
@@ -156,13 +157,14 @@ class Bridge {
   QVariant toNative(JSValueRef value, const ValueType* type, int depth);
   QVariant structToNative(JSObjectRef object, QMetaType type) const;
   double number(JSObjectRef object, const char* name) const;
+  void shuffleList(JSObjectRef list) const;
   QString kindOf(JSValueRef value) const;
 
   QVariant delegateFor(JSObjectRef script, const DelegateInfo& info);
   void refresh(Link& link);
   void forget(const Link& link);
   DelegateInfo::Handler handler(const Link& link, const DelegateInfo::Operation& operation);
-  JSValueRef delegateToScript(const QVariant& delegate, const ValueType& type) const;
+  JSValueRef delegateToScript(const QVariant& delegate, const ValueType& type);
   JSObjectRef implementation(JSObjectRef script, const QString& selector) const;
   void hold(JSObjectRef face, const QString& selector, JSValueRef delegate);
   void keep(JSObjectRef face, bool isNeeded);

@@ -31,8 +31,9 @@ void Bridge::forget(const Link& link) {
   JSWeakRelease(group_, link.script);
 }
 
-/// Nil for a delegate that is none of the script's.
-JSValueRef Bridge::delegateToScript(const QVariant& delegate, const ValueType& type) const {
+/// Nil for a delegate that is neither of the script's nor an object.
+JSValueRef Bridge::delegateToScript(const QVariant& delegate, const ValueType& type) {
+  if (const ObjectRef object = type.theDelegate().toObject(delegate)) return face(object);
   const auto known = linkOfDelegate_.find(type.theDelegate().fromVariant(delegate).get());
   const JSObjectRef script =
       known == linkOfDelegate_.end() ? nullptr : JSWeakGetObject(known->second->script);

@@ -8,6 +8,9 @@
 
 #include "scripting/Boxed.h"
 #include "scripting/Bridge.h"
+#include "util/MD5String.h"
+#include "util/MF_Base64Codec.h"
+#include "util/shuffle.h"
 
 namespace kelvar {
 namespace {
@@ -36,6 +39,37 @@ bool isNone(const QVariant& value) {
 void freeBytes(void* bytes, void*) { delete[] static_cast<char*>(bytes); }
 
 }  // namespace
+
+/// What strings, bytes and lists answer that is ours.
+void Bridge::extendValues() {
+  const JSObjectRef digest =
+      function([this](const Call& call) { return string(MD5String(text(call.arguments[0]))); });
+  const JSObjectRef base64 = function([this](const Call& call) {
+    const QVariant value = toNative(call.arguments[0]);
+    return string(value.typeId() == QMetaType::QByteArray ? base64String(value.toByteArray())
+                                                          : base64String(value.toString()));
+  });
+  const JSObjectRef shuffle = function([this](const Call& call) {
+    shuffleList(JSValueToObject(context_, call.arguments[0], nullptr));
+    return call.arguments[0];
+  });
+  this->call(prelude("extendValues"), nullptr, {digest, base64, shuffle});
+}
+
+void Bridge::shuffleList(JSObjectRef list) const {
+  const auto length = unsigned(JSValueToNumber(context_, get(list, u"length"_s), nullptr));
+  JSValueRef exception = nullptr;
+  EngineArguments elements(context_);
+  for (unsigned i = 0; i < length && !exception; ++i) {
+    elements.append(JSObjectGetPropertyAtIndex(context_, list, i, &exception));
+  }
+  std::span<JSValueRef> values = elements.values();
+  shuffle(values);
+  for (unsigned i = 0; i < length && !exception; ++i) {
+    JSObjectSetPropertyAtIndex(context_, list, i, values[i], &exception);
+  }
+  if (exception) throw Thrown{exception};
+}
 
 JSValueRef Bridge::string(const QString& text) const {
   return JSValueMakeString(context_, EngineString(text));
@@ -191,6 +225,10 @@ QVariant Bridge::toNative(JSValueRef value, const ValueType* type, int depth) {
 QVariant Bridge::objectToNative(JSObjectRef object, const ValueType* type, int depth) {
   if (const Held* const held = heldBy(object)) {
     if (!held->object) throw Failure(u"an object is not initialised yet"_s);
+    if (type && type->theDelegate) {
+      const QVariant delegate = type->theDelegate().fromObject(held->object);
+      if (delegate.isValid()) return delegate;
+    }
     const auto* const boxed = dynamic_cast<const Boxed*>(held->object.get());
     return boxed ? boxed->value() : QVariant::fromValue(held->object);
   }

@@ -7,6 +7,10 @@
 #include "actions/KVBashAction.h"
 #include "actions/KVExternalActionsHandler.h"
 #include "actions/KVOpenURLAction.h"
+#include "analytics/CounterTracker.h"
+#include "analytics/DeferableTracker.h"
+#include "analytics/MockedTracker.h"
+#include "analytics/SegmentIOTracker.h"
 #include "analytics/TrackerManager.h"
 #include "archive/HRCoder.h"
 #include "core/KVPersister.h"
@@ -61,6 +65,11 @@ QList<const ClassInfo*> reliedOn() {
           &CMD::theClass(),
           &KVExternalActionsHandler::theClass(),
           &TrackerManager::theClass(),
+          &SegmentIOTracker::theClass(),
+          &CounterTracker::theClass(),
+          &MockedTracker::theClass(),
+          &DeferableTracker::theClass(),
+          &Event::theClass(),
           &SketchDocument::theClass(),
           &SketchLayer::theClass(),
           &NSImage::theClass(),

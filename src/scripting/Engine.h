@@ -67,6 +67,8 @@ class EngineArguments {
     values_.push_back(value);
   }
   operator std::span<const JSValueRef>() const { return values_; }
+  /// To be put into another order.
+  std::span<JSValueRef> values() { return values_; }
 
  private:
   const JSContextRef context_;

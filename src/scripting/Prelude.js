@@ -57,6 +57,48 @@
       typeof value === 'bigint' || typeof value === 'object' && value !== null && !isPlain(value)
           ? String(value) : value;
 
+  // Sends what it is asked to every element of the list that understands it.
+  const scriptName = selector => selector.replaceAll('_', '__').replaceAll(':', '_');
+  const understands = (element, name) =>
+      element !== null && element !== undefined && name in Object(element) &&
+      typeof element[name] === 'function';
+  function each(list) {
+    const own = {
+      array: () => list,
+      setArray_(array) { list = array; },
+      respondsToSelector_(selector) {
+        const name = scriptName(String(selector));
+        return name in own || list.some(element => understands(element, name));
+      },
+      isKindOfClass_: () => false,
+      className: () => 'Each',
+      description: () => '<Each>',
+      toString: () => '<Each>',
+    };
+    for (const name of ['setArray', 'respondsToSelector', 'isKindOfClass']) {
+      own[name] = own[name + '_'];
+    }
+    return new Proxy(own, {
+      get(_, name) {
+        if (name in own || typeof name === 'symbol') return own[name];
+        if (list.some(element => understands(element, name))) {
+          return (...values) => {
+            for (const element of [...list]) {
+              if (understands(element, name)) element[name](...values);
+            }
+          };
+        }
+        if (name === 'then' || name === 'toJSON') return undefined;
+        throw new Error(`no element of the list has a selector ${name}`);
+      },
+      set(_, name, value) {
+        if (name !== 'array') throw new Error(`Each has no property ${name} that can be set`);
+        list = value;
+        return true;
+      },
+    });
+  }
+
   const held = new WeakMap();
 
   return {
@@ -78,6 +120,18 @@
     terminal: (get, set) => new Proxy({}, {get, set, has: () => false}),
     isKnown: name => name in Object.prototype || name === 'then' || name === 'toJSON',
     known: name => Object.prototype[name],
+
+    extendValues(digest, base64, shuffle) {
+      add(String.prototype, {
+        MD5String() { return digest(String(this)); },
+        base64String() { return base64(String(this)); },
+      });
+      add(Uint8Array.prototype, {base64String() { return base64(this); }});
+      add(Array.prototype, {
+        each() { return each(this); },
+        shuffle() { return shuffle(this); },
+      });
+    },
 
     // Dictionaries show what they hold, and so do lists of them and empty ones.
     describe(value) {

@@ -168,6 +168,10 @@ constexpr const char* kTypeScriptOfBridge =
     R"(// Kelvar's classes for scripts, made from their descriptions; do not edit. Needs TypeScript 5.1.
 // What is said to give an object, a string or a list may give nil as well.
 
+// Scripts run in no browser, whose Event is another one.
+/// <reference no-default-lib="true" />
+/// <reference lib="es2022" />
+
 interface NSPoint { x: number; y: number; }
 interface NSSize { width: number; height: number; }
 interface NSRect { origin: NSPoint; size: NSSize; }
@@ -179,7 +183,14 @@ interface Array<T> {
   firstObject(): T | null;
   lastObject(): T | null;
   objectEnumerator(): { nextObject(): T | null };
+  each(): any;
+  shuffle(): T[];
 }
+interface String {
+  MD5String(): string;
+  base64String(): string;
+}
+interface Uint8Array { base64String(): string; }
 
 /** What each class answers. */
 interface KelvarClass {
@@ -228,7 +239,8 @@ QString Reference::markdown() {
       "[How to write a script](scripting.md).\n\n## Classes\n\nEvery class answers `alloc`, "
       "`class` "
       "and `name`, and `new` where it has `init`; every object answers `class`, `className`, "
-      "`isKindOfClass:` and\n`respondsToSelector:`.\n"_s;
+      "`isKindOfClass:` and\n`respondsToSelector:`. Strings answer `MD5String` and `base64String`, "
+      "bytes `base64String`,\nand lists `each` and `shuffle`.\n"_s;
   for (const ClassInfo* const each : Catalogue::classes()) text += markdownOf(*each);
   text += u"\n## Classes of the context\n"_s;
   for (const ClassInfo* const each : classesOfContext()) text += markdownOf(*each);

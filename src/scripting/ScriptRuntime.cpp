@@ -60,6 +60,16 @@ void forEachPiece(JSContextRef context, const QStringList& pieces, const QString
   }
 }
 
+/// The innermost place of the script's in what the engine tells of the calls. What is ours of them
+/// has no file.
+std::optional<ScriptRuntime::Failure> frameOf(const QString& stack) {
+  static const QRegularExpression kFrame(u"@(.+):([0-9]+):[0-9]+$"_s,
+                                         QRegularExpression::MultilineOption);
+  const QRegularExpressionMatch found = kFrame.match(stack);
+  if (!found.hasMatch()) return std::nullopt;
+  return ScriptRuntime::Failure{{}, found.captured(1), found.captured(2).toInt(), {}};
+}
+
 }  // namespace
 
 struct ScriptRuntime::Engine {
@@ -171,7 +181,11 @@ ScriptRuntime::Failure ScriptRuntime::placeOf(void* error) const {
     place.line = int(JSValueToNumber(engine_->context, line, nullptr));
   }
   const JSValueRef file = bridge.get(object, u"sourceURL"_s);
-  if (JSValueIsString(engine_->context, file)) place.file = bridge.text(file);
+  if (JSValueIsString(engine_->context, file)) {
+    place.file = bridge.text(file);
+  } else if (const auto frame = frameOf(bridge.text(bridge.get(object, u"stack"_s)))) {
+    place = *frame;
+  }
   place.text = lineOf(place.file, place.line);
   return place;
 }

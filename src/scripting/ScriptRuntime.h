@@ -63,6 +63,8 @@ class KELVAR_EXPORT ScriptRuntime {
 
   /// The first.
   const std::optional<Failure>& failure() const { return failure_; }
+  /// Whether the script was interrupted, or ran into a limit.
+  bool isStopped() const { return !stopped_.isNull(); }
 
  private:
   struct Engine;

@@ -30,6 +30,8 @@ QString maker(const QString& name) {
       {u"KVShape"_s, u"KVShape.alloc().initWithBounds_path_(KVRectMake(0, 0, 9, 9), points)"_s},
       {u"KVVersionChecker"_s, u"KVVersionChecker.alloc().initWithIdentifier_name_('i', 'n')"_s},
       {u"TrackerManager"_s, u"Kelvar.new().tracker()"_s},
+      {u"SegmentIOTracker"_s,
+       u"[SegmentIOTracker.alloc().initWithWriteKey_('k')].map(t => (t.uuid = 'u', t))[0]"_s},
       {u"KVBashAction"_s, u"KVBashAction.nothing()"_s},
       {u"KVOpenURLAction"_s, u"KVOpenURLAction.openURL_(nil)"_s},
       {u"NSImage"_s, u"image"_s},
@@ -229,6 +231,59 @@ TEST_F(CatalogueTest, OperationsGiveWhatTheyGiveInTheLibrary) {
        " return [then, c.lastCheck(), c.actionURL(), KVButton.new().textColor(),"
        " NSURL.URLWithString_('')].map(String).join(' ') })()",
        "5 null null null null"},
+      {"['a', '', 'a\\u0000b', '\u00e9'].map(each => each.MD5String().slice(0, 8)).join(' ')",
+       "0CC175B9 D41D8CD9 0CC175B9 66DDCD97"},
+      {"['', 'f', '\u00e9'].map(each => each.base64String()).join(' ') + ' ' +"
+       " new Uint8Array([255, 0]).base64String()",
+       " Zg== w6k= /wA="},
+      {"(() => { const l = [1, 2, 3, 4, 5, 6, 7, 8, {}], all = new Set(l);"
+       " const orders = new Set([...Array(50)].map(() => l.shuffle().join()));"
+       " return [l.shuffle() === l, l.length, l.every(e => all.delete(e)), orders.size > 9,"
+       " [].shuffle().length, [5].shuffle()[0]].join(' ') })()",
+       "true 9 true true 0 5"},
+      {"(() => { const a = CounterTracker.new(), b = MockedTracker.new(); let told = '';"
+       " const list = [null, 5, a, {track_properties_(name) { told = name; list.length = 0 }}, b];"
+       " const e = list.each(); [e track:'Shown' properties:{x: 1}];"
+       " const after = [a.tracksCount(), b.name(), told, b.properties().x].join();"
+       " e.array = [KVRect.new(), a]; e.uploadsCount; e.setUploadsCount_(3);"
+       " return [after, a.uploadsCount(), e.array().length, "
+       "e.respondsToSelector_('track:properties:'),"
+       " e.respondsToSelector_('rotate'), e.respondsToSelector('setArray:'), e].join(' ') })()",
+       "1,Shown,Shown,1 3 2 true false true <Each>"},
+      {"(() => { const c = CounterTracker.new(); c.track_properties_('A', {n: 1});"
+       " c.timedTrack_('B'); c.timedFinish_properties_('B', {});"
+       " c.storage = c.events().concat(Event.eventWithName_properties_('C', nil));"
+       " return [c.events()[0].isEqual_(Event.eventWithName_properties_('A', {n: 1})), "
+       "c.tracksCount(),"
+       " c.timesStarted(), c.timesFinished(), c.storage()[1].description()].join(' ') })()",
+       "true 2 1 1 <Event: C, (null)>"},
+      {"(() => { const c = CounterTracker.new(); c.storage = [KVRect.new()] })()",
+       "Error: what is stored are objects of Event"},
+      {"(() => { const d = DeferableTracker.deferredTracker(); d.enabled = true;"
+       " return [d.enabled(), d.className(), "
+       "SegmentIOTracker.alloc().initWithWriteKey_('k').writeKey(),"
+       " KVShape.new().scale(), KVShape.new().realSize()].join(' ') })()",
+       "true DeferableTracker k 1 {0, 0}"},
+      {"(() => { const t = TimedTracker.new(), told = [];"
+       " t.delegate = {timedTracker_eventStarted_(who, name) { told.push(who === t, name) },"
+       " timedTracker_eventFinished_(who, e) { told.push(e.name(), e.properties().n) }};"
+       " t.start_('A'); t.track_properties_('A', {n: 1}); return told.join(' ') })()",
+       "true A A 1"},
+      {"(() => { const c = CounterTracker.new(), other = MockedTracker.new(), t = c.timed();"
+       " const own = t.delegate() === c; t.delegate = other; t.start_('A');"
+       " const is = t.delegate() === other; t.delegate = nil; t.start_('B');"
+       " return [own, is, c.timesStarted(), other.startedEvent(), t.delegate()].map(String).join(' "
+       "')"
+       " })()",
+       "true true 0 A null"},
+      {"(() => { const t = TimedTracker.new(), other = TimedTracker.new();"
+       " t.start_('A'); other.events = t.events(); other.flushEvent_('A');"
+       " return [Object.keys(other.events()).length, Object.keys(t.events())].join(' ') })()",
+       "0 A"},
+      {"TimedTracker.new().setEvents_({A: TimedEvent.new()})",
+       "Error: events that go on are objects of MutableTimedEvent"},
+      {"TimedTracker.new().setDelegate_(KVRect.new())",
+       "Error: TimedTracker setDelegate: takes TimedTrackerDelegate as argument 1, not KVRect"},
       {"document.imageOfArtboard_forTransform_(artboard, transform).size()", "{40, 20}"},
       // Whether for the preview or for a design, once.
       {"document.imageOfArtboard_forTransform_(artboard, transform) && document.warnings()",
@@ -261,7 +316,8 @@ TEST_F(CatalogueTest, HasEveryNameThatPlugInsRelyOn) {
   const QString names =
       u"Kelvar KVPersister KVVersionChecker KVRect KVBezierPath KVLayerIterator KVShape "
       "KVImageTransform KVImage KVViewController KVPopupCell KVMenu KVView KVButton "
-      "KVOpenURLAction KVBashAction CMD KVExternalActionsHandler TrackerManager KVRectMake "
+      "KVOpenURLAction KVBashAction CMD KVExternalActionsHandler TrackerManager SegmentIOTracker "
+      "CounterTracker MockedTracker DeferableTracker Event TimedTracker KVRectMake "
       "KVRectFromCGRect CGRectAspectFittingSize KelvarVersionNumber KelvarVersionString "
       "TrackerManagerEventSessionEnded HRCoderException HRCoderClassNameKey "
       "HRCoderRootObjectKey HRCoderObjectAliasKey HRCoderBase64DataKey"_s;
@@ -271,7 +327,7 @@ TEST_F(CatalogueTest, HasEveryNameThatPlugInsRelyOn) {
   QStringList delegates;
   for (const DelegateInfo* const each : Catalogue::delegates()) delegates.append(each->name());
   EXPECT_EQ(delegates, (QStringList{u"KVVersionCheckerDelegate"_s, u"KVViewControllerDelegate"_s,
-                                    u"KVPopupCellDelegate"_s}));
+                                    u"KVPopupCellDelegate"_s, u"TimedTrackerDelegate"_s}));
 }
 
 /// With KELVAR_WRITE_REFERENCE set, writes the pages anew instead.

@@ -24,3 +24,8 @@ for (const layer of context.selection) {
 const enumerator = KVMenu.menuWithItems([{title: 'a'}]).itemArray().objectEnumerator();
 setTimeout(() => print(enumerator.nextObject(), rect instanceof KVRect), 5);
 TrackerManager.sharedInstance().track_properties(TrackerManagerEventSessionEnded, nil);
+
+const counter = CounterTracker.new();
+counter.storage = [Event.eventWithName_properties('a', {b: 'c'.MD5String()}), ...counter.events()].shuffle();
+[counter, MockedTracker.new()].each().track_properties('d'.base64String(), nil);
+counter.timed().delegate = {timedTracker_eventFinished(_, event) { log(event.sessionLength() + 1); }};

@@ -2,7 +2,7 @@
 KVRect.new().widht();
 KVRect.new().width = '7';
 KVRectMake(1, 2);
-KVShape.new();
+SegmentIOTracker.new();
 KVShape.alloc().initWithBounds_path_('rect', []);
 KVVersionChecker.new();
 KVViewController.new().delegate = {controllerDidPressFlipLayer: 5};
