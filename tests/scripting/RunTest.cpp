@@ -10,10 +10,22 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include "platform/LoopbackServer.h"
+
 namespace kelvar {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+/// What stands in docs/scripting.md behind this, up to the end of the block.
+QString documented(const QString& start) {
+  QFile page(QStringLiteral(KELVAR_DOCS_DIR "/scripting.md"));
+  EXPECT_TRUE(page.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(page.readAll());
+  const qsizetype from = text.indexOf(start);
+  EXPECT_GT(from, 0) << start.toStdString();
+  return text.mid(from, text.indexOf(u"```"_s, from) - from);
+}
 
 /// `kelvar run`, as built.
 class Run : public testing::Test {
@@ -158,6 +170,76 @@ TEST_F(Run, IsNotHeldUpByASilentServer) {
   close(server);
 }
 
+/// Whether it runs; one that has ended need not have been buried yet.
+bool isRunning(qint64 process) {
+  QFile status(u"/proc/%1/stat"_s.arg(process));
+  if (!status.open(QIODevice::ReadOnly)) return false;
+  const QByteArray line = status.readAll();
+  return line.mid(line.lastIndexOf(')') + 2, 1) != "Z";
+}
+
+TEST_F(Run, EndsWhatAStoppedScriptHasStarted) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"waits for it", "echo $$ >a; sleep 300 & echo $! >b; wait"},
+      {"waits for one that will not",
+       "trap '' TERM; echo $$ >a; sleep 300 & echo $! >b; wait; wait"},
+      {"leaves one behind", "sleep 300 >/dev/null 2>&1 & echo $! >a; echo $! >b"}};
+  write(u"a.js"_s,
+        "const c = CMD.new(); c.cd = context.scriptPath.replace('/a.js', '');\n"
+        "c.exec_('sh child.sh'); for (;;);");
+  for (const auto& [what, child] : cases) {
+    write(u"child.sh"_s, child);
+    EXPECT_EQ(run(u"a.js --timeout 1"_s).find("1: kelvar: the script did not end within 1 s\n"),
+              0u);
+    for (const QString& name : {u"a"_s, u"b"_s}) {
+      QFile file(dir_.filePath(name));
+      ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << what;
+      const qint64 process = file.readAll().trimmed().toLongLong();
+      ASSERT_GT(process, 0) << what;
+      EXPECT_FALSE(isRunning(process)) << what << ", " << name.toStdString();
+      file.remove();
+    }
+  }
+}
+
+TEST_F(Run, SaysOnceWhenSettingsCannotBeKept) {
+  write(u"settings/file"_s, "");
+  write(u"a.js"_s,
+        "const p = KVPersister.new(); for (const k of ['a', 'b', 'c']) p.setObject_forKey_(1, k);\n"
+        "log(p.objectForKey_('a'))");
+  start(u"a.js"_s);
+  EXPECT_EQ(finish(), "null\n");
+  const QByteArray said = program_.readAllStandardError();
+  EXPECT_TRUE(said.startsWith("kelvar: the settings in ") && said.contains("/settings cannot be "))
+      << said.constData();
+  EXPECT_EQ(said.count('\n'), 1) << said.constData();
+}
+
+TEST_F(Run, SurvivesAnswersOfAnyKind) {
+  write(u"version.js"_s, documented(u"// version.js"_s).toUtf8());
+  const QString plugin = QStringLiteral(KELVAR_PLUGIN) + u" --command check-version"_s;
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"<html>", "the server's answer is no use\n",
+       "1: kelvar: Error: the server's answer is no use: null\n"},
+      {R"({"error": "go away"})", "the server's answer is no use\n",
+       "1: kelvar: Error: the server's answer is no use: \"go away\"\n"},
+      {R"({"error": {"message": "Who are you?"}})", "Who are you?\n",
+       "1: kelvar: Error: Who are you?\n"},
+      {R"({"success": true, "records": [{"fields": {"Expired": true}}]})", "asked\n",
+       "This version has expired.\n"}};
+  for (const auto& [answer, sample, ours] : cases) {
+    const LoopbackServer server({LoopbackServer::http(answer)});
+    QProcessEnvironment environment = program_.processEnvironment();
+    environment.insert(u"KELVAR_API_SERVER"_s, server.url({}).toString());
+    for (const QString& proxy : {u"http_proxy"_s, u"https_proxy"_s, u"all_proxy"_s}) {
+      environment.remove(proxy);
+    }
+    program_.setProcessEnvironment(environment);
+    EXPECT_EQ(run(u"version.js"_s), sample) << answer;
+    EXPECT_EQ(run(plugin).find(ours), 0u) << answer;
+  }
+}
+
 TEST_F(Run, OurPlugInChecksTheVersionAndShowsMessages) {
   const QString plugin = QStringLiteral(KELVAR_PLUGIN);
   EXPECT_EQ(run(plugin + u" --list"_s),
@@ -210,16 +292,6 @@ TEST_F(Run, OurPlugInMapsLikeTheProgram) {
   map(u"c.sketch"_s, {u"--rotation"_s, u"1"_s, u"--flip"_s});
   EXPECT_TRUE(areTheSame());
   EXPECT_EQ(plugIn(u"refresh"_s, {}), "Glass\n");
-}
-
-/// What stands in docs/scripting.md behind this, up to the end of the block.
-QString documented(const QString& start) {
-  QFile page(QStringLiteral(KELVAR_DOCS_DIR "/scripting.md"));
-  EXPECT_TRUE(page.open(QIODevice::ReadOnly));
-  const QString text = QString::fromUtf8(page.readAll());
-  const qsizetype from = text.indexOf(start);
-  EXPECT_GT(from, 0) << start.toStdString();
-  return text.mid(from, text.indexOf(u"```"_s, from) - from);
 }
 
 TEST_F(Run, TheDocumentedStepsCanBeTaken) {

@@ -19,6 +19,7 @@
 #include "app/Failure.h"
 #include "app/Output.h"
 #include "app/StandardError.h"
+#include "app/run/endDescendants.h"
 #include "host/SketchDocument.h"
 #include "runtime/Conversion.h"
 #include "scripting/PluginBundle.h"
@@ -42,7 +43,7 @@ Examples:
   kelvar run plugin/Kelvar.sketchplugin --command map --document app.sketch --select Screen -- Home
 
 A script that does not end is stopped with Ctrl-C or --timeout, one that takes too much memory by
-itself.
+itself, and the programs that it has started with it.
 Exit status: 0 done, 1 the script failed or cannot be run, 2 misuse.)";
 
 /// The most memory that a script may have the program take, less where the machine has little.
@@ -80,6 +81,11 @@ size_t mostMemory() {
   return std::min(kMostMemory, all / 2);
 }
 
+[[noreturn]] void endNow() {
+  kelvar::app::endDescendants();
+  std::_Exit(Failure::kFailed);
+}
+
 /// Ends the program where the engine cannot be interrupted, in one long call that takes more and
 /// more memory, or more time than the timeout (0 for none) and a second.
 void guard(size_t memory, double timeout) {
@@ -91,13 +97,13 @@ void guard(size_t memory, double timeout) {
       std::this_thread::sleep_for(std::chrono::milliseconds(20));
       if (timeout > 0 && running && Clock::now() > end) {
         std::fprintf(stderr, "kelvar: the script did not end within %g s\n", timeout);
-        std::_Exit(Failure::kFailed);
+        endNow();
       }
       QFile file(u"/proc/self/statm"_s);
       if (!file.open(QIODevice::ReadOnly)) return;
       if (file.readAll().split(' ').value(1).toULongLong() * page < memory) continue;
       std::fprintf(stderr, "kelvar: the script uses more than %zu MB of memory\n", memory >> 20);
-      std::_Exit(Failure::kFailed);
+      endNow();
     }
   }).detach();
 }
@@ -193,6 +199,7 @@ void run(const Arguments& arguments) {
   ScriptRuntime runtime(print);
   if (arguments.timeout > 0) runtime.setTimeout(std::chrono::duration<double>(arguments.timeout));
   runtime.setMemoryLimit(mostMemory());
+  kelvar::app::adoptDescendants();
   guard(mostMemory() + mostMemory() / 4, arguments.timeout);
   running = &runtime;
   const auto forget = qScopeGuard([] { running = nullptr; });
@@ -201,6 +208,10 @@ void run(const Arguments& arguments) {
   const bool done =
       runtime.evaluateFile(script) && callHandler(runtime, command, context) && runtime.run();
   if (document) kelvar::app::tellWarnings(document->warnings());
+  if (runtime.isStopped()) {
+    running = nullptr;  // The guard need not end it, too.
+    kelvar::app::endDescendants();
+  }
   if (!done) tell(*runtime.failure());
 }
 

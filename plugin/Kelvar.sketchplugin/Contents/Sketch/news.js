@@ -5,8 +5,13 @@ function checkVersion(context) {
                                                      name:context.plugin.version()];
   checker.delegate = {
     checkerDidFinish(checker) {
-      if (!checker.success()) throw new Error(checker.error().message);
-      log(checker.isExpired() ? checker.expiredMessage() : "This version is current.");
+      // An answer that cannot be read leaves no error, and a server's may be anything.
+      const error = checker.error();
+      if (!checker.success()) {
+        throw new Error(error?.message ?? `the server's answer is no use: ${JSON.stringify(error)}`);
+      }
+      log(checker.isExpired() ? checker.expiredMessage() ?? "This version has expired."
+                              : "This version is current.");
     },
   };
   [checker start];
