@@ -54,11 +54,12 @@ QString withoutCredential(QString text, const URLRequest& request) {
 void startTask(const URLRequest& request, const URLSession::Completion& completion) {
   URLSession* const session = request.address.isEmpty() ? nullptr : URLSession::shared();
   if (session) return session->dataTask(request, completion);
-  MainQueue::async([completion] {
+  const auto fail = [completion] {
     URLAnswer answer;
     answer.error = QStringLiteral("there is no server to talk to");
     completion(answer);
-  });
+  };
+  MainQueue::async(fail, PendingWork::Kind::Report);
 }
 
 }  // namespace
@@ -147,7 +148,7 @@ void SegmentIOTracker::obtainLocation() {
   const auto self = std::static_pointer_cast<SegmentIOTracker>(shared_from_this());
   const URLRequest request{.address = AnalyticsSettings::locationAddress(), .isReport = true};
   startTask(request, [self](const URLAnswer& answer) {
-    MainQueue::async([self, answer] { self->locationObtained(answer); });
+    MainQueue::async([self, answer] { self->locationObtained(answer); }, PendingWork::Kind::Report);
   });
 }
 

@@ -3,15 +3,14 @@
 #include <QCoreApplication>
 
 #include "platform/Log.h"
-#include "platform/PendingWork.h"
 
 namespace kelvar {
 
-void MainQueue::async(std::function<void()> work) {
+void MainQueue::async(std::function<void()> work, PendingWork::Kind kind) {
   QCoreApplication* const application = QCoreApplication::instance();
   if (!application) return logLine(u"MainQueue: there is no QCoreApplication: work is dropped");
   QMetaObject::invokeMethod(
-      application, [work = std::move(work), pending = PendingWork::begin()] { work(); },
+      application, [work = std::move(work), pending = PendingWork::begin(kind)] { work(); },
       Qt::QueuedConnection);
 }
 

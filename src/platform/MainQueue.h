@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "platform/Export.h"
+#include "platform/PendingWork.h"
 
 namespace kelvar {
 
@@ -14,7 +15,8 @@ class KELVAR_EXPORT MainQueue {
 
   /// Runs `work` on the main thread later, in the order of the calls. Without a QCoreApplication
   /// there is no main thread: then `work` is dropped, with a log line. Safe from any thread.
-  static void async(std::function<void()> work);
+  static void async(std::function<void()> work,
+                    PendingWork::Kind kind = PendingWork::Kind::Awaited);
 };
 
 }  // namespace kelvar

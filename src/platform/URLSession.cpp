@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 #include "platform/LibraryBeside.h"
 #include "platform/Log.h"
@@ -14,6 +15,8 @@ namespace {
 
 std::mutex sessionMutex;
 std::unique_ptr<URLSession> session;
+/// While the last reports are waited for.
+std::optional<QDeadlineTimer> ending;
 
 int reportsUnderWay() { return PendingWork::count(PendingWork::Kind::Report); }
 
@@ -41,6 +44,7 @@ URLSession* URLSession::shared() {
   if (!session) {
     session = makeSession();
     if (session) qAddPostRoutine(endSession);
+    if (session && ending) session->hurry(std::chrono::milliseconds(ending->remainingTime()));
   }
   return session.get();
 }
@@ -49,18 +53,17 @@ void URLSession::finishReports(std::chrono::milliseconds most) {
   const QDeadlineTimer end(most);
   {
     const std::scoped_lock lock(sessionMutex);
+    ending = end;
     if (session) session->hurry(most);
   }
   // Of a report's end the event loop is not told.
   QTimer look;
   look.start(std::chrono::milliseconds(10));
-  for (bool isOver = false; !isOver && !end.hasExpired();) {
-    const bool wasOver = reportsUnderWay() == 0;
-    QCoreApplication::processEvents(wasOver ? QEventLoop::AllEvents
-                                            : QEventLoop::WaitForMoreEvents);
-    // What was queued by the last one may have started others.
-    isOver = wasOver && reportsUnderWay() == 0;
+  while (reportsUnderWay() > 0 && !end.hasExpired()) {
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
+  const std::scoped_lock lock(sessionMutex);
+  ending.reset();
 }
 
 }  // namespace kelvar

@@ -232,17 +232,20 @@ TEST_F(Segment, SilentAndAbsentServersAreLoggedAndNotAskedAgain) {
   URLSession::shared()->setTimeout(std::chrono::seconds(30));
 }
 
-/// A silent location service is given up early enough.
+/// A silent location service is given up early enough, and so is none.
 TEST_F(Segment, WhatWaitsAtTheEndIsSentWithoutALocation) {
-  const Server events({Server::http("{}")});
-  const Server places({QByteArray()});
-  use(events, places);
-  const auto segment = tracker();
-  for (const QString& name : {a_, b_}) segment->track(name, QVariantMap());
-  finishReporting();
-  EXPECT_EQ(eventsOf(events), QStringList({a_, b_}));
-  EXPECT_FALSE(contextOf(events.wholeRequests().value(0), "location").isValid());
-  EXPECT_EQ(LastPayload::path(), QStringLiteral("/v1/track"));
+  for (const bool hasService : {true, false}) {
+    const Server events({Server::http("{}")});
+    const Server places({QByteArray()});
+    use(events, places);
+    if (!hasService) qunsetenv("KELVAR_LOCATION_SERVER");
+    const auto segment = tracker();
+    for (const QString& name : {a_, b_}) segment->track(name, QVariantMap());
+    finishReporting();
+    EXPECT_EQ(eventsOf(events), QStringList({a_, b_}));
+    EXPECT_FALSE(contextOf(events.wholeRequests().value(0), "location").isValid());
+    EXPECT_EQ(LastPayload::path(), QStringLiteral("/v1/track"));
+  }
 }
 
 TEST_F(Segment, AnEventThatWaitsNeedsNameAndProperties) {

@@ -22,7 +22,9 @@ NetworkSession::~NetworkSession() {
 void NetworkSession::startTask(const URLRequest& request, Completion completion) {
   const auto start = [this, post = Post{request, timeout_.load(), std::move(completion)}] {
     if (post.request.method != "POST") {
-      (new NetworkTask(tasks_, post.request, post.completion))->start(post.timeout);
+      auto* const task = new NetworkTask(tasks_, post.request, post.completion);
+      task->start(post.timeout);
+      if (hurry_->isActive()) task->hurry(lookupsEnd_);
       return;
     }
     posts_.push_back(post);
@@ -34,8 +36,9 @@ void NetworkSession::startTask(const URLRequest& request, Completion completion)
 void NetworkSession::hurry(std::chrono::milliseconds most) {
   const auto start = [this, most] {
     hurry_->start();
+    lookupsEnd_ = QDeadlineTimer(most / 2);
     for (QObject* const child : tasks_->children()) {
-      if (auto* const task = dynamic_cast<NetworkTask*>(child)) task->hurry(most / 2);
+      if (auto* const task = dynamic_cast<NetworkTask*>(child)) task->hurry(lookupsEnd_);
     }
   };
   QMetaObject::invokeMethod(tasks_, start, Qt::QueuedConnection);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QThread>
 #include <QTimer>
 #include <atomic>
@@ -37,6 +38,8 @@ class NetworkSession : public URLSession {
   int posting_ = 0;
   /// While it runs POSTs do not wait for one another. Those of a fast server still arrive in order.
   QTimer* const hurry_ = new QTimer(tasks_);
+  /// Then there is still time for the reports that wait for them.
+  QDeadlineTimer lookupsEnd_;
   std::atomic<std::chrono::milliseconds> timeout_{std::chrono::seconds(30)};
 };
 

@@ -97,9 +97,10 @@ void NetworkTask::start(std::chrono::milliseconds timeout) {
   send();
 }
 
-void NetworkTask::hurry(std::chrono::milliseconds most) {
+void NetworkTask::hurry(const QDeadlineTimer& end) {
   if (!request_.isReport || isPost(request_)) return;
-  if (deadline_.remainingTimeAsDuration() > most) deadline_.start(most);
+  const auto left = int(end.remainingTime());
+  if (deadline_.remainingTime() > left) deadline_.start(left);
 }
 
 void NetworkTask::send() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QTimer>
@@ -15,8 +16,8 @@ class NetworkTask : public QObject {
 
   /// Fails when it has not completed in time.
   void start(std::chrono::milliseconds timeout);
-  /// Leaves what a report waits for so long at most.
-  void hurry(std::chrono::milliseconds most);
+  /// What a report waits for is to have completed by then.
+  void hurry(const QDeadlineTimer& end);
 
  private:
   void send();
