@@ -15,14 +15,17 @@ constexpr int kRowHeight = 28;
 constexpr int kRowPadding = 6;
 constexpr int kSeparatorHeight = 9;
 
+constexpr float kSeparatorAlpha = 0.35F;
+
 /// As combo boxes mark theirs.
 bool isSeparator(const QModelIndex& index) {
   return index.data(Qt::AccessibleDescriptionRole) == QStringLiteral("separator");
 }
 
 void drawSeparator(QPainter& painter, const QStyleOptionViewItem& option) {
-  QColor color = option.palette.color(QPalette::Text);
-  color.setAlphaF(0.2F);
+  // A separator counts as disabled, whose color is too pale for a line.
+  QColor color = option.palette.color(QPalette::Active, QPalette::Text);
+  color.setAlphaF(kSeparatorAlpha);
   const QRect line(option.rect.left() + kRowPadding, option.rect.center().y(),
                    option.rect.width() - 2 * kRowPadding, 1);
   painter.fillRect(line, color);

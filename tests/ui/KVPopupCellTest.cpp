@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <functional>
 #include <stdexcept>
 
 #include "Panel.h"
@@ -129,6 +131,57 @@ TEST_F(Cell, TheFaceAndTheMarkFollowTheIdentifier) {
   cell_->setSelectedIdentifier(text("set"));
   cell_->reloadData();
   EXPECT_TRUE(has(Qt::blue));
+}
+
+/// Of the brighter to the darker, 1 to 21.
+double contrast(const QColor& a, const QColor& b) {
+  const auto luminance = [](const QColor& color) {
+    const auto linear = [](double c) { return std::pow(c, 2.2); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF()) + 0.05;
+  };
+  return std::max(luminance(a), luminance(b)) / std::min(luminance(a), luminance(b));
+}
+
+TEST_F(Cell, TheOpenMenuShowsMarkPicturesAndSeparator) {
+  cell_->setSelectedIdentifier(text("set"));
+  cell_->reloadData();
+  const QPalette light = QApplication::palette();
+  QPalette dark(QColor(50, 50, 50), QColor(40, 40, 40));
+  dark.setColor(QPalette::Disabled, QPalette::Text, QColor(110, 110, 110));
+  for (const QPalette& palette : {light, dark}) {
+    QApplication::setPalette(palette);
+    button().showPopup();
+    QWidget* const list = button().view()->viewport();
+    const QImage menu = list->grab().toImage();
+    const auto row = [&](int i) {
+      return button().view()->visualRect(button().model()->index(i, 0)).intersected(menu.rect());
+    };
+    const auto count = [&](const QRect& part, const std::function<bool(const QColor&)>& is) {
+      int found = 0;
+      for (int y = part.top(); y <= part.bottom(); ++y) {
+        for (int x = part.left(); x <= part.right(); ++x) found += is(menu.pixelColor(x, y));
+      }
+      return found;
+    };
+    for (const int i : {0, 2, 3}) {
+      QRect marks = row(i).adjusted(2, 2, -2, -2);
+      marks.setWidth(20);
+      const QColor ground = menu.pixelColor(marks.topLeft());
+      const int marked =
+          count(marks, [&](const QColor& color) { return contrast(color, ground) > 3; });
+      EXPECT_EQ(marked > 10, i == 2) << i << " has " << marked;
+      EXPECT_EQ(count(row(i), [](const auto& c) { return c == Qt::red; }) > 100, i == 0) << i;
+      EXPECT_EQ(count(row(i), [](const auto& c) { return c == Qt::blue; }) > 100, i == 2) << i;
+    }
+    const QColor ground = menu.pixelColor(row(1).topLeft());
+    const int drawn =
+        count(row(1), [&](const QColor& color) { return contrast(color, ground) > 1.8; });
+    EXPECT_GT(drawn, row(1).width() / 2);
+    EXPECT_LE(drawn, row(1).width() * 2) << "a line";
+    button().hidePopup();
+  }
+  QApplication::setPalette(light);
 }
 
 TEST_F(Cell, OfDuplicatesTheFirstIsSelected) {
