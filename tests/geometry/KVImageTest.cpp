@@ -9,6 +9,13 @@
 namespace kelvar {
 namespace {
 
+/// One color everywhere.
+ImageRef plain(int width, int height, const QColor& color) {
+  QImage pixels(width, height, QImage::Format_ARGB32_Premultiplied);
+  pixels.fill(color);
+  return std::make_shared<Image>(pixels);
+}
+
 /// Red over blue, opaque.
 ImageRef picture(int width, int height, QSizeF size = {}) {
   QImage pixels(width, height, QImage::Format_ARGB32_Premultiplied);
@@ -83,15 +90,38 @@ TEST(KVImage, FillsWithAFaintShadow) {
   };
   const KVRectRef frame = KVRectMake(0, 0, 100, 100);
   const ImageRef rim = KVImage::fillImage(picture(200, 100), frame, 1, false);
+  // A Gaussian of half the blur's radius puts 10.7 % of the shadow's alpha next to the edge.
   for (const int y : {24, 75}) {
-    EXPECT_GT(alpha(rim, y), 0) << "a rim of less than an eighth of black";
-    EXPECT_LT(alpha(rim, y), 32);
+    EXPECT_NEAR(alpha(rim, y), 0.107 * 64, 1);
+    EXPECT_EQ(alpha(rim, y < 50 ? y - 1 : y + 1), 0);
     EXPECT_EQ(rim->pixels().pixel(50, y) & 0xffffff, 0u);
   }
   const ImageRef up = KVImage::fillImage(picture(200, 100), frame, 1, false, {0, 10});
   EXPECT_EQ(alpha(up, 20), 64);
   EXPECT_EQ(alpha(up, 10), 0);
   EXPECT_EQ(alpha(up, 76), 0);
+}
+
+TEST(KVImage, BlendsWithTheShadowBelow) {
+  // The shadow has a quarter of the picture's alpha, and the picture lets it through.
+  const struct {
+    QColor color;
+    int alpha;
+  } cases[] = {
+      {QColor(255, 0, 0, 255), 255},
+      {QColor(255, 0, 0, 128), 128 + 127 * 32 / 255},
+      {QColor(0, 0, 255, 40), 40 + 215 * 10 / 255},
+      {QColor(0, 0, 0, 0), 0},
+  };
+  const KVRectRef frame = KVRectMake(0, 0, 60, 40);
+  for (const auto& [color, alpha] : cases) {
+    const ImageRef filled = KVImage::fillImage(plain(60, 40, color), frame, 1, false);
+    const QRgb middle = filled->pixels().pixel(30, 20);
+    EXPECT_NEAR(qAlpha(middle), alpha, 1);
+    // Premultiplied, and the shadow is black.
+    EXPECT_NEAR(qRed(middle), color.red() * color.alpha() / 255, 1);
+    EXPECT_NEAR(qBlue(middle), color.blue() * color.alpha() / 255, 1);
+  }
 }
 
 TEST(KVImage, CropsToWholePixelsAndKeepsTheFramesSize) {

@@ -44,16 +44,17 @@ TEST_P(FlatButton, FillsBehindItselfOnlyWithAColour) {
   EXPECT_NE(paint().pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::red));
 }
 
-TEST_P(FlatButton, FillsOnlyWhatIsToBePainted) {
-  button_.setBackgroundColor(Qt::red);
+TEST_P(FlatButton, ReplacesWhatIsToBePaintedAndNothingElse) {
+  const QColor color(255, 0, 0, 128);
+  button_.setBackgroundColor(color);
   QImage image(button_.size() * GetParam(), QImage::Format_ARGB32_Premultiplied);
   image.setDevicePixelRatio(GetParam());
-  image.fill(Qt::transparent);
+  image.fill(Qt::blue);
   button_.render(&image, {10, 5}, QRect(10, 5, 20, 10), {});
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
       const bool dirty = QRectF(10, 5, 20, 10).contains(QPointF(x + 0.5, y + 0.5) / GetParam());
-      ASSERT_EQ(image.pixelColor(x, y).alpha(), dirty ? 255 : 0) << x << " " << y;
+      ASSERT_EQ(image.pixelColor(x, y), dirty ? color : QColor(Qt::blue)) << x << " " << y;
     }
   }
 }

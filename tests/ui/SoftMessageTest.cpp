@@ -93,6 +93,10 @@ TEST_F(SoftMessage, IsAsHighAsItsTextAndTwentyPoints) {
   while (font.horizontalAdvance(word + word) < width * 0.6) word += word;
   word.append(text("bc").repeated(4));
   ASSERT_TRUE(font.horizontalAdvance(word + text(" ") + word) > width);
+  // Narrower than the label, and wider than what the measure leaves of it.
+  QString wide = text("i");
+  while (font.horizontalAdvance(wide + text(" i")) < width + 6) wide += text(" i");
+  ASSERT_GT(font.horizontalAdvance(wide), width + 1);
   const QString long5000 = text("word ").repeated(1000);
   const int perLine =
       int((width + font.horizontalAdvance(u' ')) / font.horizontalAdvance(text("word ")));
@@ -100,6 +104,7 @@ TEST_F(SoftMessage, IsAsHighAsItsTextAndTwentyPoints) {
     QString message;
     int lines;
   } cases[] = {{word + text(" ") + word + text(" ") + word, 3},
+               {wide, 2},
                {text("a\nb\nc"), 3},
                {text(""), 1},
                {QString(), 1},
@@ -111,10 +116,12 @@ TEST_F(SoftMessage, IsAsHighAsItsTextAndTwentyPoints) {
     EXPECT_EQ(banner_->view()->width(), 300);
     EXPECT_EQ(label.height(), banner_->view()->height() - 10) << "the label follows";
   }
-  EXPECT_EQ(layouts, 7);
+  EXPECT_EQ(layouts, 8);
   // A word wider than a line is broken, not cut.
   show(text("x").repeated(5000));
   EXPECT_GT(banner_->view()->height(), 50 * font.lineSpacing());
+  show(text("a\n").repeated(2000));
+  EXPECT_EQ(banner_->view()->height(), 10020) << "no text is measured higher";
 }
 
 TEST_F(SoftMessage, BringsItsTextIdAndAddressFromAnyThread) {
