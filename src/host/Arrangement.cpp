@@ -221,6 +221,22 @@ Mapping Arrangement::Shape::mapping() const {
   return mapping;
 }
 
+size_t Arrangement::Shape::topLeftCorner() const {
+  // A design follows a layer's corners as they lie in the layer.
+  Shape inLayer = *this;
+  if (isMirrored) {
+    for (QPointF& corner : inLayer.corners) corner.rx() = -corner.x();
+  }
+  const warp::Point at = inLayer.mapping().quadOnPhoto().front();
+  const auto distance = [&](const QPointF& corner) {
+    return std::hypot(corner.x() - at.x, corner.y() - at.y);
+  };
+  const auto nearest =
+      std::min_element(inLayer.corners.begin(), inLayer.corners.end(),
+                       [&](const auto& a, const auto& b) { return distance(a) < distance(b); });
+  return size_t(nearest - inLayer.corners.begin());
+}
+
 const Arrangement::Design* Arrangement::design(const QString& id) const {
   return find(designs, id);
 }

@@ -41,12 +41,17 @@ struct KELVAR_EXPORT Arrangement {
     /// Quarter turns of the design, counter-clockwise, 0 to 3.
     uint64_t rotation = 0;
     bool flipped = false;
-    /// Whether it shows in exports.
+    /// On a photo, whether its design is shown. In a document, whether it is seen where the layer's
+    /// own artboard is a design.
     bool included = true;
     /// In a document, the `id` of the artboard that it is on. Not in files.
     QString artboard{};
+    /// In a document, whether the artboard shows the layer mirrored. Not in files.
+    bool isMirrored = false;
     bool operator==(const Shape&) const = default;
 
+    /// Index of the corner where the design's top left goes, which rotation and flip move.
+    size_t topLeftCorner() const;
     /// How its design comes onto the picture, with the best sampling.
     Mapping mapping() const;
   };

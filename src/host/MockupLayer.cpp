@@ -30,6 +30,7 @@ MockupLayer::MockupLayer(const SketchLayerRef& layer, const SketchLayerRef& grou
     fromLayer *= around->transform();
   }
   fromLayer *= toPicture;
+  isMirrored_ = fromLayer.determinant() < 0;
   const PointList corners = LayerMapping::cornersOf(layer);
   std::transform(corners.begin(), corners.end(), corners_.begin(),
                  [&](const QString& corner) { return fromLayer.map(pointFromString(corner)); });
@@ -43,6 +44,7 @@ MockupLayer::Json MockupLayer::copyOf(const char* member) const {
 Arrangement::Shape MockupLayer::shape() const {
   Arrangement::Shape shape{
       .id = layer_->objectID(), .name = layer_->name(), .corners = corners_, .design = QString()};
+  shape.isMirrored = isMirrored_;
   if (!settings_) return shape;
   shape.quality = positionOf(settings_->quality);
   shape.rotation = settings_->rotation;

@@ -33,6 +33,7 @@ class MockupLayer {
 
   SketchLayerRef layer_;
   std::array<QPointF, 4> corners_;
+  bool isMirrored_ = false;
   std::optional<LayerSettings> settings_;
   /// Null where the layer had none.
   Json style_;

@@ -8,6 +8,7 @@
 
 #include "host/ArtboardRenderer.h"
 #include "host/LayerSettings.h"
+#include "host/Pictures.h"
 #include "host/SketchParts.h"
 #include "platform/WholeFile.h"
 
@@ -211,6 +212,28 @@ TEST_F(Documents, ShowsAPageWhereShapesLieOnIt) {
   write("empty.sketch", {});
   EXPECT_FALSE(open("empty.sketch"));
   EXPECT_TRUE(error_.contains(u"nothing in the document")) << qPrintable(error_);
+}
+
+TEST_F(Documents, KnowsWhereADesignsTopLeftGoes) {
+  withRedCorner(20).save(path("design.png"));
+  const SketchJson backwards{
+      {"isClosed", true}, {"points", parts::points({{0, 0, 0}, {0, 1, 0}, {1, 1, 0}, {1, 0, 0}})}};
+  const SketchJson mirrored{{"isFlippedHorizontal", true}};
+  const QRectF frame(5, 5, 10, 10);
+  write("doc.sketch",
+        {board("Stage",
+               {square("Plain"), square("Turned", {{"rotation", 90}}), square("Mirrored", mirrored),
+                layer("shapePath", "Backwards", frame, backwards),
+                parts::group("group", "Group", {0, 0, 20, 20},
+                             {layer("shapePath", "Within", frame, backwards)}, mirrored)})});
+  const auto mockup = open("doc.sketch");
+  ASSERT_TRUE(mockup) << qPrintable(error_);
+  ASSERT_EQ(mockup->arrangement().shapes.size(), 5);
+  for (const Arrangement::Shape& shape : mockup->arrangement().shapes) {
+    Arrangement arrangement = mockup->arrangement();
+    arrangement.shape(shape.id)->design = arrangement.addDesign(path("design.png"));
+    expectRedAtTopLeftCorner(*mockup, arrangement, shape.id);
+  }
 }
 
 TEST_F(Documents, MapsAnewWhatIsRefreshed) {

@@ -60,6 +60,19 @@ TEST_F(Photo, DrawsTheShapesOverEachOther) {
   EXPECT_EQ(mockup.exportPicture(arrangement_, &error)->pixels(), first->pixels());
 }
 
+TEST_F(Photo, KnowsWhereADesignsTopLeftGoes) {
+  withRedCorner(40).save(path("a.png"));
+  const std::array<QPointF, 4> drawn[] = {{QPointF(5, 5), {60, 8}, {58, 50}, {3, 45}},
+                                          {QPointF(5, 5), {3, 45}, {58, 50}, {60, 8}},
+                                          {QPointF(58, 50), {60, 8}, {5, 5}, {3, 45}}};
+  arrangement_.shapes.resize(1);
+  PhotoMockup mockup(arrangement_);
+  for (const auto& corners : drawn) {
+    arrangement_.shapes[0].corners = corners;
+    expectRedAtTopLeftCorner(mockup, arrangement_, one_);
+  }
+}
+
 TEST_F(Photo, ReadsAgainWhatHasChanged) {
   PhotoMockup mockup(arrangement_);
   const auto draw = [&] {

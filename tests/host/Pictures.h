@@ -1,6 +1,10 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QImage>
+
+#include "host/Mockup.h"
 
 namespace kelvar {
 
@@ -13,6 +17,36 @@ inline QImage noise(int width, int height, uint seed = 0) {
     }
   }
   return pixels;
+}
+
+/// Blue, with a red quarter at its top left.
+inline QImage withRedCorner(int side) {
+  QImage pixels(side, side, QImage::Format_RGB32);
+  pixels.fill(Qt::blue);
+  for (int y = 0; y < side / 2; ++y) {
+    for (int x = 0; x < side / 2; ++x) pixels.setPixelColor(x, y, Qt::red);
+  }
+  return pixels;
+}
+
+/// Draws the shape with every rotation and flip of a design that `withRedCorner` made.
+inline void expectRedAtTopLeftCorner(Mockup& mockup, Arrangement arrangement,
+                                     const QString& shapeId) {
+  Arrangement::Shape& shape = *arrangement.shape(shapeId);
+  const QPointF middle =
+      (shape.corners[0] + shape.corners[1] + shape.corners[2] + shape.corners[3]) / 4;
+  for (int i = 0; i < 8; ++i) {
+    shape.rotation = uint64_t(i % 4);
+    shape.flipped = i >= 4;
+    const QImage drawn = mockup.draw(arrangement, Mockup::Purpose::Window).picture->pixels();
+    for (size_t corner = 0; corner < 4; ++corner) {
+      const QPointF inside = (shape.corners[corner] + middle) / 2;
+      const QColor color = drawn.pixelColor(int(inside.x()), int(inside.y()));
+      EXPECT_EQ(color.red() > color.blue(), corner == shape.topLeftCorner())
+          << shapeId.toStdString() << " rotation " << shape.rotation << " flipped " << shape.flipped
+          << " corner " << corner;
+    }
+  }
 }
 
 }  // namespace kelvar

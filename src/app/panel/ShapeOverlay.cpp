@@ -98,21 +98,20 @@ void ShapeOverlay::paintShape(QPainter* painter, const Arrangement::Shape& shape
     painter->fillPath(closed(corners), veil);
   }
   strokeWithHalo(painter, closed(corners), pen);
-  if (isSelected) paintHandles(painter, corners, color);
+  if (isSelected) paintHandles(painter, corners, qsizetype(shape.topLeftCorner()), color);
 }
 
-void ShapeOverlay::paintHandles(QPainter* painter, const QPolygonF& outline,
+void ShapeOverlay::paintHandles(QPainter* painter, const QPolygonF& outline, qsizetype topLeft,
                                 const QColor& color) const {
   for (qsizetype i = 0; i < outline.size(); ++i) {
+    if (i != topLeft && !canChange) continue;
     painter->setPen(QPen(kHalo, 1));
     painter->setBrush(Qt::white);
     painter->drawEllipse(outline[i], kHandleRadius + 1, kHandleRadius + 1);
     painter->setPen(Qt::NoPen);
     painter->setBrush(color);
-    // Filled where the design's top-left corner goes.
     painter->drawEllipse(outline[i], kHandleRadius - 1, kHandleRadius - 1);
-    if (i == 0 && !canChange) break;
-    if (i == 0) continue;
+    if (i == topLeft) continue;
     painter->setBrush(Qt::white);
     painter->drawEllipse(outline[i], kHandleRadius - 2.5, kHandleRadius - 2.5);
   }
@@ -128,7 +127,7 @@ void ShapeOverlay::paintBegun(QPainter* painter, const QList<QPointF>& corners,
   if (!placed.isEmpty()) path.lineTo(viewport.toView(next));
   if (placed.size() == 3) path.closeSubpath();
   strokeWithHalo(painter, path, QPen(accent, 2));
-  paintHandles(painter, placed, accent);
+  paintHandles(painter, placed, 0, accent);
 }
 
 void ShapeOverlay::paintLabel(QPainter* painter, const QString& text, const QPointF& at,

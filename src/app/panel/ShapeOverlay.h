@@ -47,7 +47,9 @@ struct ShapeOverlay {
   /// Why it cannot be shown; empty when it can.
   QString problemOf(const Arrangement::Shape& shape) const;
   void paintProblems(QPainter* painter) const;
-  void paintHandles(QPainter* painter, const QPolygonF& outline, const QColor& color) const;
+  /// The corner at `topLeft` is filled: the design's top left goes there.
+  void paintHandles(QPainter* painter, const QPolygonF& outline, qsizetype topLeft,
+                    const QColor& color) const;
 };
 
 }  // namespace kelvar::app
