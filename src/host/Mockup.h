@@ -22,8 +22,7 @@ namespace kelvar {
 /// reading a picture file. Opening and saving are not interrupted.
 class KELVAR_EXPORT Mockup {
  public:
-  /// What is drawn for: to be worked on, or to be given away, and then without what does not
-  /// belong there.
+  /// What is drawn for: to be worked on, or to be given away, and then at its full resolution.
   enum class Purpose { Window, Export };
 
   /// A drawn arrangement.

@@ -5,7 +5,7 @@
 
 namespace kelvar {
 
-Mockup::Drawing PhotoMockup::makeDrawing(const Arrangement& arrangement, Purpose purpose,
+Mockup::Drawing PhotoMockup::makeDrawing(const Arrangement& arrangement, Purpose,
                                          const std::stop_token& stop) {
   Drawing drawing;
   const ImageRef photo = kept_.read(arrangement.photo, {}, &drawing.problem);
@@ -13,7 +13,7 @@ Mockup::Drawing PhotoMockup::makeDrawing(const Arrangement& arrangement, Purpose
   QImage pixels = photo->pixels();
   for (const Arrangement::Shape& shape : arrangement.shapes) {
     if (stop.stop_requested()) return {nullptr, kDrawingStopped, {}};
-    if (shape.design.isEmpty() || (purpose == Purpose::Export && !shape.included)) continue;
+    if (shape.design.isEmpty() || !shape.included) continue;
     drawShape(arrangement, shape, &pixels, &drawing);
   }
   if (stop.stop_requested()) return {nullptr, kDrawingStopped, {}};

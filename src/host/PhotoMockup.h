@@ -19,6 +19,7 @@ class KELVAR_EXPORT PhotoMockup : public Mockup {
   bool save(const Arrangement& arrangement, const QString& path, QString* error) override;
 
  private:
+  /// The same for the window and for exports.
   Drawing makeDrawing(const Arrangement& arrangement, Purpose purpose,
                       const std::stop_token& stop) override;
   ImageRef makeDesignPicture(const Arrangement::Design& design, int side, QString* error,
