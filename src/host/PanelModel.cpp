@@ -137,6 +137,26 @@ QString PanelModel::addDesign(const QString& file) {
   return id;
 }
 
+QString PanelModel::addOpenedDesign(const QString& file) {
+  QList<Arrangement*> states{&arrangement_, &saved_};
+  for (QList<Arrangement>* const steps : {&undo_, &redo_}) {
+    for (Arrangement& step : *steps) states.append(&step);
+  }
+  // Of all states, so that its id is of no other design in any of them.
+  Arrangement all;
+  for (const Arrangement* const state : states) {
+    for (const Arrangement::Design& design : state->designs) {
+      if (!all.design(design.id)) all.designs.append(design);
+    }
+  }
+  const QString id = all.addDesign(file);
+  for (Arrangement* const state : states) {
+    if (!state->design(id)) state->designs.append(*all.design(id));
+  }
+  tell();
+  return id;
+}
+
 void PanelModel::setDesign(const QString& shape, const QString& design) {
   Arrangement next = arrangement_;
   if (Arrangement::Shape* changed = next.shape(shape)) changed->design = design;

@@ -60,6 +60,8 @@ class KELVAR_EXPORT PanelModel {
 
   /// The id of the design in `file`, added where it is new.
   QString addDesign(const QString& file);
+  /// The same for a design that belongs to what was opened: no change, and no step takes it away.
+  QString addOpenedDesign(const QString& file);
   /// `design` empty: none.
   void setDesign(const QString& shape, const QString& design);
 

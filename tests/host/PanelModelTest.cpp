@@ -164,5 +164,28 @@ TEST(PanelModel, AddsEachDesignOnceAndTellsOfEachChange) {
   EXPECT_TRUE(model.isModified());
 }
 
+TEST(PanelModel, AnOpenedDesignIsNoChange) {
+  PanelModel model;
+  fill(&model);
+  model.select({s("1")});
+  model.rotate();
+  const QString mine = model.addDesign(s("/mine.png"));
+  model.undo();
+  model.markSaved(model.arrangement());
+
+  const QString design = model.addOpenedDesign(s("/a.png"));
+  EXPECT_NE(design, mine) << "the one that can be redone";
+  EXPECT_EQ(model.addOpenedDesign(s("/a.png")), design);
+  EXPECT_FALSE(model.isModified());
+  model.undo();
+  EXPECT_FALSE(model.canUndo());
+  for (int step = 0; step < 3; ++step) {
+    EXPECT_EQ(model.arrangement().design(design)->file, s("/a.png")) << step;
+    model.redo();
+  }
+  EXPECT_EQ(model.arrangement().design(mine)->file, s("/mine.png"));
+  EXPECT_EQ(model.arrangement().designs.size(), 2);
+}
+
 }  // namespace
 }  // namespace kelvar

@@ -339,7 +339,8 @@ void PanelWindow::opened(const BackgroundDrawing::Result& result) {
   photoView_->setDrawing(result.arrangement.shapes.isEmpty());
   photoView_->setFocus();
   loadThumbnails();
-  if (!waitingDesigns_.isEmpty()) addDesigns(std::exchange(waitingDesigns_, {}));
+  readDesigns(std::exchange(waitingDesigns_, {}),
+              [this](const QString& file) { return model_.addOpenedDesign(file); });
   if (didOpen) didOpen();
 }
 
@@ -434,6 +435,17 @@ void PanelWindow::addDesigns(const QStringList& files, const QString& shape) {
     waitingDesigns_ += files;
     return;
   }
+  readDesigns(files, [this, shape](const QString& file) {
+    model_.beginStep();
+    const QString design = model_.addDesign(file);
+    if (!shape.isEmpty()) model_.setDesign(shape, design);
+    model_.endStep();
+    return design;
+  });
+}
+
+void PanelWindow::readDesigns(const QStringList& files,
+                              const std::function<QString(const QString& file)>& add) {
   for (const QString& file : files) {
     struct Answer {
       QImage picture;
@@ -447,14 +459,10 @@ void PanelWindow::addDesigns(const QStringList& files, const QString& shape) {
       if (picture) answer.picture = PicturePyramid::within(picture->pixels(), side);
       return answer;
     };
-    drawing_.run(read, [this, mockup = mockup_, file, shape](const Answer& answer) {
+    drawing_.run(read, [this, mockup = mockup_, file, add](const Answer& answer) {
       if (mockup != mockup_) return;
       if (answer.picture.isNull()) return fail(answer.error);
-      model_.beginStep();
-      const QString design = model_.addDesign(file);
-      if (!shape.isEmpty()) model_.setDesign(shape, design);
-      model_.endStep();
-      showThumbnail(design, answer.picture);
+      showThumbnail(add(file), answer.picture);
     });
   }
 }

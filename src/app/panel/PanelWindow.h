@@ -38,7 +38,8 @@ class PanelWindow : public QMainWindow {
   /// Opens a photo, an arrangement file or a Sketch document, of which `choice` says what is shown
   /// and selected, in place of what is open if that succeeds.
   void open(const QString& file, const DocumentMockup::Choice& choice = {});
-  /// For the menu of designs; chosen for `shape` where one is named. Waits for a mockup to be open.
+  /// For the menu of designs; chosen for `shape` where one is named. While nothing is open they
+  /// wait, and then belong to what is opened: that is no change, and nothing to undo.
   void addDesigns(const QStringList& files, const QString& shape = {});
   void saveAs(const QString& file);
   void exportTo(const QString& file);
@@ -75,6 +76,9 @@ class PanelWindow : public QMainWindow {
   void showDrawing(const BackgroundDrawing::Result& result);
   void showPicture(const BackgroundDrawing::Result& result);
   void showPreview();
+  /// `add` says under which id a design that could be read is from now on.
+  void readDesigns(const QStringList& files,
+                   const std::function<QString(const QString& file)>& add);
   void showThumbnail(const QString& design, const QImage& picture);
   void loadThumbnails();
   void refreshSelected();

@@ -315,6 +315,8 @@ TEST_F(Window, TakesDroppedPictures) {
 
 TEST_F(Window, AsksBeforeChangesAreLost) {
   open();
+  EXPECT_FALSE(window_.isWindowModified()) << "designs belong to what is opened with them";
+  EXPECT_FALSE(model().canUndo());
   drawShape(kLeft);
   window_.close();
   answer(QStringLiteral("Cancel"));
