@@ -33,6 +33,11 @@ bool isArrangementFile(const QString& file) {
 
 QString nameOf(const QString& file) { return QFileInfo(file).fileName(); }
 
+bool isSameFile(const QString& a, const QString& b) {
+  const QString file = QFileInfo(a).canonicalFilePath();
+  return !file.isEmpty() && file == QFileInfo(b).canonicalFilePath();
+}
+
 /// `picture` within `side` points on a screen of that resolution.
 ImageRef inPoints(const QImage& picture, double ratio) {
   if (picture.isNull()) return nullptr;
@@ -618,6 +623,14 @@ void PanelWindow::save() {
 }
 
 void PanelWindow::saveAs(const QString& file) {
+  const bool hasItsEnding =
+      document_ ? SketchDocument::hasKnownEnding(file) : isArrangementFile(file);
+  if (!hasItsEnding) {
+    afterSaving_ = nullptr;
+    // It would not be known again when it is opened, and may be the photo itself.
+    return fail(QStringLiteral("cannot save %1: the name has to end in %2")
+                    .arg(file, QLatin1String(document_ ? ".sketch" : ".json")));
+  }
   const Arrangement arrangement = model_.arrangement();
   struct Answer {
     bool hasChangedOnDisk = false;
@@ -681,6 +694,7 @@ void PanelWindow::chooseFileToExport() {
                       QStringLiteral("PNG (*.png);;JPEG (*.jpg *.jpeg);;WebP (*.webp)"));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setOption(QFileDialog::DontConfirmOverwrite);
   const auto takeEnding = [dialog](const QString& filter) {
     dialog->setDefaultSuffix(filter.section(u'.', 1).section(u' ', 0, 0).remove(u')'));
   };
@@ -689,8 +703,40 @@ void PanelWindow::chooseFileToExport() {
   const QFileInfo from(file_.isEmpty() ? model_.arrangement().photo : file_);
   dialog->setDirectory(from.absolutePath());
   dialog->selectFile(from.completeBaseName() + QStringLiteral("-mockup.png"));
-  connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& f) { exportTo(f); });
+  connect(dialog, &QFileDialog::fileSelected, this,
+          [this](const QString& f) { whenMayBeReplaced(f, [this, f] { exportTo(f); }); });
   dialog->open();
+}
+
+void PanelWindow::whenMayBeReplaced(const QString& file, const std::function<void()>& then) {
+  if (!QFileInfo::exists(file)) return then();
+  const Arrangement& arrangement = model_.arrangement();
+  const bool isPhoto = isSameFile(file, arrangement.photo);
+  const bool isDesign =
+      std::any_of(arrangement.designs.begin(), arrangement.designs.end(),
+                  [&](const Arrangement::Design& design) { return isSameFile(file, design.file); });
+  QString fact = QStringLiteral("%1 already exists.");
+  QString loss = QStringLiteral("Its contents are lost.");
+  if (isPhoto) {
+    fact = QStringLiteral("%1 is the photo of this mockup.");
+    loss = QStringLiteral("The photo without designs is lost, also to this mockup.");
+  } else if (isDesign) {
+    fact = QStringLiteral("%1 is a design of this mockup.");
+    loss = QStringLiteral("The design is lost, also to this mockup.");
+  }
+  auto* const box = new QMessageBox(
+      QMessageBox::Warning, QStringLiteral("Kelvar"),
+      fact.arg(nameOf(file)) + QStringLiteral(" Replace it with the exported picture?"),
+      QMessageBox::Cancel, this);
+  box->setInformativeText(loss);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  const auto* const replaces =
+      box->addButton(QStringLiteral("Replace"), QMessageBox::DestructiveRole);
+  box->setDefaultButton(QMessageBox::Cancel);
+  connect(box, &QMessageBox::buttonClicked, this, [=](const QAbstractButton* button) {
+    if (button == replaces) then();
+  });
+  box->open();
 }
 
 void PanelWindow::whenUnsavedAreSettled(const std::function<void()>& then) {

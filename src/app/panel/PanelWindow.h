@@ -98,6 +98,8 @@ class PanelWindow : public QMainWindow {
   void save();
   void chooseFileToSave();
   void chooseFileToExport();
+  /// Runs `then` at once or, where that would replace a file, when the user wants it replaced.
+  void whenMayBeReplaced(const QString& file, const std::function<void()>& then);
   /// Runs `then` at once or, where there are changes, when the user has saved or let them go.
   void whenUnsavedAreSettled(const std::function<void()>& then);
   void dropFiles(const QStringList& files, const QString& shape);

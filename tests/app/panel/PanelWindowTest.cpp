@@ -253,6 +253,7 @@ TEST_F(Window, RefusesBadFilesAndKeepsWhatIsOpen) {
       {[&] { window_.open(path("next.json")); }, "version 9"},
       {[&] { window_.addDesigns({path("text.png")}); }, "text.png"},
       {[&] { window_.saveAs(path("nowhere/a.json")); }, "nowhere"},
+      {[&] { window_.saveAs(path("photo.png")); }, "has to end in .json"},
       {[&] { window_.exportTo(path("folder.png")); }, "folder.png"},
       {[&] { window_.exportTo(path("out.bmp")); }, "out.bmp"},
   };
@@ -311,6 +312,34 @@ TEST_F(Window, TakesDroppedPictures) {
   EXPECT_EQ(model().arrangement().designs.size(), 2) << "the design and its choice are one step";
   drop(view_, at(100, 150));
   EXPECT_TRUE(wait([&] { return !model().arrangement().shapes[0].design.isEmpty(); }));
+}
+
+TEST_F(Window, AsksWhatAnExportMayReplace) {
+  open();
+  noise(9, 9).save(path("old.png"));
+  ASSERT_TRUE(QFile::link(path("photo.png"), path("link.png")));
+  const struct {
+    const char* file;
+    const char* sentence;
+  } cases[] = {{"photo.png", "photo.png is the photo of this mockup"},
+               {"link.png", "link.png is the photo of this mockup"},
+               {"app.png", "app.png is a design of this mockup"},
+               {"old.png", "old.png already exists"}};
+  for (const auto& [file, sentence] : cases) {
+    const QByteArray before = bytes(file);
+    throughDialog("Export", path(file));
+    QMessageBox* box = nullptr;
+    ASSERT_TRUE(wait([&] { return (box = window_.findChild<QMessageBox*>()) != nullptr; }));
+    EXPECT_TRUE(box->text().contains(QLatin1String(sentence))) << box->text().toStdString();
+    EXPECT_TRUE(box->text().contains(QStringLiteral("exported picture")));
+    answer(QStringLiteral("Cancel"));
+    EXPECT_EQ(bytes(file), before) << file;
+  }
+  throughDialog("Export", path("old.png"));
+  answer(QStringLiteral("Replace"));
+  EXPECT_TRUE(wait([&] { return QImage(path("old.png")).size() == QSize(400, 300); }));
+  throughDialog("Export", path("new.png"));
+  EXPECT_TRUE(wait([&] { return QFile::exists(path("new.png")); })) << "nothing to ask";
 }
 
 TEST_F(Window, AsksBeforeChangesAreLost) {
