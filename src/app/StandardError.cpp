@@ -1,9 +1,12 @@
 #include "app/StandardError.h"
 
+#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <atomic>
 #include <cstdio>
+#include <cstdlib>
 
+#include "app/Failure.h"
 #include "app/Output.h"
 
 namespace kelvar::app {
@@ -11,7 +14,25 @@ namespace {
 
 std::atomic<bool> logsAll = false;
 
+/// Qt says in a paragraph that it cannot have a display, and aborts, which is for bugs.
+[[noreturn]] void exitWithoutDisplay() {
+  QStringList facts;
+  for (const char* name : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY"}) {
+    const QString value = qEnvironmentVariable(name);
+    if (!value.isEmpty()) facts << QStringLiteral("%1 is \"%2\"").arg(QLatin1String(name), value);
+  }
+  if (facts.isEmpty()) facts << QStringLiteral("neither DISPLAY nor WAYLAND_DISPLAY is set");
+  std::fprintf(stderr, "kelvar: no display can be reached: %s\n",
+               qUtf8Printable(printable(facts.join(QStringLiteral(", ")))));
+  std::_Exit(Failure::kFailed);
+}
+
 void log(QtMsgType type, const QMessageLogContext& context, const QString& line) {
+  if (type == QtFatalMsg && qGuiApp && !QGuiApplication::primaryScreen()) exitWithoutDisplay();
+  // After this warning Qt ends the program.
+  if (!logsAll && line.contains(QStringLiteral("connection broke"))) {
+    std::fputs("kelvar: the display is gone\n", stderr);
+  }
   const bool isForUser = type == QtWarningMsg && qstrcmp(context.category, "kelvar") == 0;
   if (!isForUser && !logsAll && type != QtFatalMsg) return;
   std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(isForUser ? printable(line) : line));

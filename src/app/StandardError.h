@@ -6,7 +6,8 @@ namespace kelvar::app {
 /// what goes wrong there. Otherwise it has what the library warns the user of, alone.
 void setVerbose(bool isVerbose);
 
-/// Has what Qt logs go to standard error, a line each that begins with the program's name.
+/// Has what Qt logs go to standard error, a line each that begins with the program's name. An
+/// application that is then made without a display ends the program with a sentence and status 1.
 void logToStandardError();
 
 }  // namespace kelvar::app

@@ -70,6 +70,19 @@ class Run : public testing::Test {
   QProcess program_;
 };
 
+TEST_F(Run, SaysThatADisplayIsNotThere) {
+  write(u"a.js"_s, "log(1)\n");
+  QProcessEnvironment environment = program_.processEnvironment();
+  environment.remove(u"QT_QPA_PLATFORM"_s);
+  environment.remove(u"WAYLAND_DISPLAY"_s);
+  environment.insert(u"DISPLAY"_s, u":7777"_s);
+  program_.setProcessEnvironment(environment);
+  EXPECT_EQ(run(u"a.js"_s), "1: kelvar: no display can be reached: DISPLAY is \":7777\"\n");
+  environment.remove(u"DISPLAY"_s);
+  program_.setProcessEnvironment(environment);
+  EXPECT_EQ(run(u"a.js"_s), "1\n") << "a script without a window needs none";
+}
+
 TEST_F(Run, RunsScriptsAndSaysWhereTheyFail) {
   write(u"a.js"_s,
         "log(context.arguments.join('+'), context.document === nil, context.scriptPath.endsWith("

@@ -25,7 +25,7 @@ Examples:
   kelvar panel phone.sketch --artboard Mockup --layer Glass
 
 What is saved there, `kelvar map --arrangement FILE -o OUT` or `kelvar render` draws without a window.
-Exit status: 0 done, 1 what was named cannot be opened, 2 misuse.)";
+Exit status: 0 done, 1 what was named cannot be opened, or no display, 2 misuse.)";
 
 struct Arguments {
   std::string file;

@@ -356,9 +356,14 @@ TEST_F(Window, AsksBeforeChangesAreLost) {
 }
 
 TEST_F(Window, IsStartedByTheProgram) {
-  const auto run = [&](const QStringList& arguments) {
+  const auto run = [&](const QStringList& arguments, const QMap<QString, QString>& screen = {}) {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"}) environment.remove(QLatin1String(name));
+    if (!screen.isEmpty()) environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    for (auto each = screen.begin(); each != screen.end(); ++each) {
+      environment.insert(each.key(), each.value());
+    }
     environment.insert(QStringLiteral("KELVAR_DEFAULTS"), path("settings.sqlite"));
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(KELVAR_PROGRAM), QStringList(QStringLiteral("panel")) + arguments);
@@ -376,6 +381,20 @@ TEST_F(Window, IsStartedByTheProgram) {
   EXPECT_EQ(failed, 1);
   EXPECT_TRUE(sentence.contains("missing.jpg")) << sentence.constData();
   EXPECT_EQ(sentence.count('\n'), 1) << sentence.constData();
+
+  const struct {
+    const char* name;
+    const char* value;
+    const char* sentence;
+  } screens[] = {{"XDG_SESSION_TYPE", "tty", "neither DISPLAY nor WAYLAND_DISPLAY is set"},
+                 {"DISPLAY", ":7777", "DISPLAY is \":7777\""},
+                 {"QT_QPA_PLATFORM", "none", "QT_QPA_PLATFORM is \"none\""}};
+  for (const auto& [name, value, why] : screens) {
+    const auto [status, output, words] = run({}, {{QLatin1String(name), QLatin1String(value)}});
+    EXPECT_EQ(status, 1) << why;
+    EXPECT_TRUE(words.contains("no display") && words.contains(why)) << words.constData();
+    EXPECT_EQ(words.count('\n'), 1) << words.constData();
+  }
 }
 
 }  // namespace
