@@ -2,11 +2,13 @@
 
 #include <QLabel>
 
+#include "platform/Export.h"
+
 namespace kelvar {
 
 /// One line of plain text that ends in an ellipsis where it does not fit. The tool tip then has
 /// the whole.
-class ElidedLabel : public QLabel {
+class KELVAR_EXPORT ElidedLabel : public QLabel {
   Q_OBJECT
 
  public:

@@ -15,6 +15,7 @@ namespace {
 const ClassInfo::Registration kRegistered(&KVButton::theClass);
 
 constexpr int kLeastWidth = 64;
+constexpr int kLeastHeight = 26;
 /// Free at either side of the title, beyond what styles leave.
 constexpr int kTitleMargin = 6;
 
@@ -39,11 +40,13 @@ void KVButton::awakeFromNib() {
   if (textColor_.isValid()) styledTitle_ = {text(), textColor_, font()};
 }
 
-QSize KVButton::sizeHint() const { return QPushButton::sizeHint() + QSize(2 * kTitleMargin, 0); }
+QSize KVButton::sizeHint() const {
+  return (QPushButton::sizeHint() + QSize(2 * kTitleMargin, 0)).expandedTo({0, kLeastHeight});
+}
 
 QSize KVButton::minimumSizeHint() const {
   const QSize whole = QPushButton::minimumSizeHint();
-  return {std::min(whole.width(), kLeastWidth), whole.height()};
+  return {std::min(whole.width(), kLeastWidth), std::max(whole.height(), kLeastHeight)};
 }
 
 void KVButton::paintEvent(QPaintEvent* event) {

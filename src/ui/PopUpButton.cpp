@@ -13,6 +13,8 @@ namespace kelvar {
 namespace {
 
 constexpr int kMaxMenuWidth = 480;
+/// As high as the buttons beside it, or higher where its font is.
+constexpr int kLeastHeight = 28;
 
 bool opensMenu(const QKeyEvent& event) {
   switch (event.key()) {
@@ -108,6 +110,12 @@ bool PopUpButton::isMarked(int index) const {
   if (!menu_) return index == currentIndex();
   const MenuItemRef item = menu_->items().value(index);
   return item && item->state() != 0;
+}
+
+QSize PopUpButton::sizeHint() const { return QComboBox::sizeHint().expandedTo({0, kLeastHeight}); }
+
+QSize PopUpButton::minimumSizeHint() const {
+  return QComboBox::minimumSizeHint().expandedTo({0, kLeastHeight});
 }
 
 void PopUpButton::showPopup() {

@@ -54,6 +54,9 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   using Action = std::function<void(PopUpButton&)>;
   void setAction(Action action) { action_ = std::move(action); }
 
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
   /// Posts that the menu is about to open, then opens it.
   void showPopup() override;
 

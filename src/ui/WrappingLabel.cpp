@@ -20,22 +20,30 @@ WrappingLabel::WrappingLabel(QWidget* parent) : QLabel(parent) {
   setSizePolicy(policy);
 }
 
+QSize WrappingLabel::margins() const {
+  const QMargins around = contentsMargins();
+  return {2 * margin() + around.left() + around.right(),
+          2 * margin() + around.top() + around.bottom()};
+}
+
 int WrappingLabel::heightForWidth(int width) const {
-  const int margins = 2 * margin();
-  return int(std::ceil(WrappedText(text(), font(), width - margins).height())) + margins;
+  const WrappedText wrapped(text(), font(), width - margins().width());
+  return int(std::ceil(wrapped.height())) + margins().height();
 }
 
 QSize WrappingLabel::sizeHint() const { return {kUsualWidth, heightForWidth(kUsualWidth)}; }
 
 QSize WrappingLabel::minimumSizeHint() const {
-  return {kLeastWidth, fontMetrics().height() + 2 * margin()};
+  return {kLeastWidth, fontMetrics().height() + margins().height()};
 }
 
 void WrappingLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const WrappedText wrapped(text(), font(), width() - 2 * margin());
+  const QRect inside = rect() - contentsMargins();
+  const WrappedText wrapped(text(), font(), inside.width() - 2 * margin());
   painter.setPen(palette().color(foregroundRole()));
-  wrapped.draw(&painter, {double(margin()), std::max(0.0, (height() - wrapped.height()) / 2)});
+  wrapped.draw(&painter, {double(inside.left() + margin()),
+                          std::max(0.0, inside.top() + (inside.height() - wrapped.height()) / 2)});
 }
 
 }  // namespace kelvar

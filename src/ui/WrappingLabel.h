@@ -2,10 +2,13 @@
 
 #include <QLabel>
 
+#include "platform/Export.h"
+
 namespace kelvar {
 
-/// Plain text in as many lines as it needs, with its `margin` free on all sides.
-class WrappingLabel : public QLabel {
+/// Plain text in as many lines as it needs, with its `margin` free on all sides, and its contents
+/// margins beside it. It can become narrower than its words.
+class KELVAR_EXPORT WrappingLabel : public QLabel {
   Q_OBJECT
 
  public:
@@ -18,6 +21,10 @@ class WrappingLabel : public QLabel {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+
+ private:
+  /// Free at either side, and above and below.
+  QSize margins() const;
 };
 
 }  // namespace kelvar

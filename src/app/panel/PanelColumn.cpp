@@ -5,12 +5,14 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "app/panel/droppedFiles.h"
 #include "platform/MainQueue.h"
 #include "ui/KVMenu.h"
+#include "ui/WrappingLabel.h"
 
 namespace kelvar::app {
 namespace {
@@ -20,17 +22,41 @@ constexpr int kMargin = 12;
 constexpr int kSpacing = 8;
 /// Points that a chooser is wide, at most about.
 constexpr int kCellWidth = 340;
-/// Points from which on the row stands in one line.
-constexpr int kWide = 560;
+/// Points that the column is wide, at least.
+constexpr int kLeastWidth = 280;
 /// Choosers at once; for more shapes than these nobody picks designs one by one.
 constexpr qsizetype kMostCells = 24;
 /// As many as are made without a pause that could be felt.
 constexpr qsizetype kCellsAtOnce = 3;
 
+/// Scrolls up and down only, and is therefore as wide as its contents need, now or with `later`.
+class UprightScrollArea : public QScrollArea {
+ public:
+  UprightScrollArea(const QWidget* later, QWidget* parent) : QScrollArea(parent), later_(later) {
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  }
+
+  QSize minimumSizeHint() const override {
+    const auto least = [](const QWidget* part) {
+      return part ? part->minimumSizeHint().width() : 0;
+    };
+    const int contents = std::max(least(widget()), least(later_));
+    return {std::max(kLeastWidth, contents + verticalScrollBar()->sizeHint().width()),
+            QScrollArea::minimumSizeHint().height()};
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+    return QScrollArea::eventFilter(watched, event);
+  }
+
+ private:
+  const QWidget* later_;
+};
+
 QLabel* makeLabel(const char* name, QWidget* parent) {
-  auto* const label = new QLabel(parent);
+  auto* const label = new WrappingLabel(parent);
   label->setObjectName(QLatin1String(name));
-  label->setWordWrap(true);
   label->setContentsMargins(kMargin, 0, kMargin, 0);
   return label;
 }
@@ -46,7 +72,6 @@ QVBoxLayout* makeStack(int spacing) {
 
 PanelColumn::PanelColumn(PanelModel* model, QWidget* parent) : QWidget(parent), model_(model) {
   setObjectName(QStringLiteral("panelColumn"));
-  setMinimumWidth(280);
   makeDelegates();
   narrowRow_ = KVViewController::initWithNibName();
   wideRow_ = KVResizeViewController::initWithNibName();
@@ -92,6 +117,8 @@ void PanelColumn::makeColumn() {
   cellLayout_->setContentsMargins(0, 0, 0, 0);
   cellLayout_->setSpacing(kSpacing);
   settings_ = new QWidget(content);
+  // Before anything is measured with it.
+  settings_->hide();
   auto* const rows = new QVBoxLayout(settings_);
   rows->setContentsMargins(0, 0, 0, 0);
   for (const KVViewControllerRef& row : {narrowRow_, wideRow_}) {
@@ -99,6 +126,8 @@ void PanelColumn::makeColumn() {
     row->setDelegate(rowDelegate_);
     rows->addWidget(row->view());
   }
+  // There is always the narrow one to go back to.
+  wideRow_->view()->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   column->addWidget(title_);
   column->addWidget(empty_);
   column->addLayout(cellLayout_);
@@ -114,12 +143,11 @@ void PanelColumn::makeColumn() {
   scrolled->addLayout(above_);
   scrolled->addLayout(column, 1);
 
-  scroll_ = new QScrollArea(this);
+  scroll_ = new UprightScrollArea(narrowRow_->view(), this);
   scroll_->setWidget(content);
   scroll_->setWidgetResizable(true);
   scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setFrameShape(QFrame::NoFrame);
-  scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   below_ = makeStack(0);
   auto* const whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
@@ -132,7 +160,11 @@ void PanelColumn::addAbove(QWidget* widget) { above_->addWidget(widget); }
 
 void PanelColumn::addBelow(QWidget* widget) { below_->addWidget(widget); }
 
-KVViewController& PanelColumn::row() const { return width() < kWide ? *narrowRow_ : *wideRow_; }
+KVViewController& PanelColumn::row() const {
+  const int wide = wideRow_->view()->minimumSizeHint().width() +
+                   scroll_->verticalScrollBar()->sizeHint().width();
+  return width() < wide ? *narrowRow_ : *wideRow_;
+}
 
 void PanelColumn::setCanMakeShapes(bool can) {
   canMakeShapes_ = can;

@@ -1,8 +1,10 @@
 #include "app/panel/PanelWindow.h"
 
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -16,6 +18,8 @@
 #include "host/PhotoMockup.h"
 #include "platform/Bundle.h"
 #include "platform/ImageFile.h"
+#include "ui/ElidedLabel.h"
+#include "ui/WrappingLabel.h"
 
 namespace kelvar::app {
 namespace {
@@ -112,11 +116,13 @@ QWidget* PanelWindow::makeWelcome() {
   open->setObjectName(QStringLiteral("openButton"));
   connect(open, &QPushButton::clicked, this, [this] { chooseFileToOpen(); });
   auto* const hint = new QLabel(QStringLiteral("or drop one here, or a saved arrangement"));
+  hint->setAlignment(Qt::AlignCenter);
+  hint->setWordWrap(true);
   hint->setForegroundRole(QPalette::PlaceholderText);
   auto* const stack = new QVBoxLayout(welcome);
   stack->setSpacing(10);
   stack->addWidget(open, 0, Qt::AlignCenter);
-  stack->addWidget(hint, 0, Qt::AlignCenter);
+  stack->addWidget(hint);
   auto* const middle = new QVBoxLayout(photoView_);
   middle->addWidget(welcome, 0, Qt::AlignCenter);
   return welcome;
@@ -128,10 +134,14 @@ QWidget* PanelWindow::makeErrorBar() {
   errorBar_->setStyleSheet(
       QStringLiteral("#errorBar { background: #b3261e; } #errorBar QLabel, #errorBar QToolButton "
                      "{ color: white; } #errorBar QToolButton:focus { border: 1px solid white; }"));
-  errorLabel_ = new QLabel;
+  // Of any length, and without words to break at where it names a path.
+  errorLabel_ = new WrappingLabel;
   errorLabel_->setObjectName(QStringLiteral("errorLabel"));
-  errorLabel_->setWordWrap(true);
-  errorLabel_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  errorLabel_->setContextMenuPolicy(Qt::ActionsContextMenu);
+  auto* const copy = new QAction(QStringLiteral("Copy"), errorLabel_);
+  connect(copy, &QAction::triggered, this,
+          [this] { QGuiApplication::clipboard()->setText(errorLabel_->text()); });
+  errorLabel_->addAction(copy);
   auto* const close = new QToolButton;
   close->setText(QStringLiteral("✕"));
   close->setAutoRaise(true);
@@ -151,7 +161,7 @@ QWidget* PanelWindow::makeZoomBar() {
   auto* const line = new QHBoxLayout(bar);
   line->setContentsMargins(12, 4, 8, 4);
   line->setSpacing(2);
-  status_ = new QLabel;
+  status_ = new ElidedLabel;
   status_->setObjectName(QStringLiteral("status"));
   status_->setForegroundRole(QPalette::PlaceholderText);
   line->addWidget(status_, 1);

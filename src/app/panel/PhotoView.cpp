@@ -15,6 +15,7 @@ namespace kelvar::app {
 namespace {
 
 constexpr double kZoomStep = 1.25;
+constexpr QSize kLeastSize(240, 200);
 
 const QColor kLabelGround(20, 20, 22, 215);
 
@@ -30,8 +31,11 @@ PhotoView::PhotoView(PanelModel* model, QWidget* parent) : QWidget(parent), mode
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAcceptDrops(true);
-  setMinimumSize(240, 200);
   setAccessibleName(QStringLiteral("Photo with shapes"));
+}
+
+QSize PhotoView::minimumSizeHint() const {
+  return QWidget::minimumSizeHint().expandedTo(kLeastSize);
 }
 
 void PhotoView::setPicture(const PicturePyramid& picture, const QImage& ground) {

@@ -42,6 +42,8 @@ class PhotoView : public QWidget {
   void zoomTo(double zoom);
   void fit();
 
+  QSize minimumSizeHint() const override;
+
   /// To be called when the model has changed.
   void modelDidChange();
 

@@ -2,8 +2,8 @@
 
 #include <QHBoxLayout>
 #include <QPointer>
-#include <QPushButton>
 #include <QResizeEvent>
+#include <QToolButton>
 
 #include "app/panel/PanelColumn.h"
 #include "core/ServerMessages.h"
@@ -85,16 +85,18 @@ QWidget* VendorNews::makeLinks() {
   line->setSpacing(2);
   const bool hasSite = KVExternalActionsHandler::hasSite();
   for (const auto& link : kLinks) {
-    auto* const button = new QPushButton(QLatin1String(link.title));
+    auto* const button = new QToolButton;
+    button->setText(QLatin1String(link.title));
     button->setObjectName(QLatin1String(link.name));
-    button->setFlat(true);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
     button->setEnabled(hasSite);
     if (hasSite) {
       button->setCursor(Qt::PointingHandCursor);
     } else {
       button->setToolTip(QStringLiteral("No web site is set. KELVAR_WEB_SITE names one."));
     }
-    connect(button, &QPushButton::clicked, this,
+    connect(button, &QToolButton::clicked, this,
             [this, press = link.press] { (*links_.*press)(QVariant()); });
     line->addWidget(button);
   }

@@ -6,10 +6,13 @@
 #include <QCheckBox>
 #include <QMimeData>
 #include <QProcess>
+#include <QScrollArea>
+#include <QSplitter>
 #include <QToolBar>
 #include <QUrl>
 #include <csignal>
 
+#include "app/panel/VendorNews.h"
 #include "app/panel/Window.h"
 
 namespace kelvar::app {
@@ -172,6 +175,63 @@ TEST_F(Window, ShowsSeveralShapesInOneRow) {
     EXPECT_EQ(shape.quality, 1);
   }
   EXPECT_EQ(control<PopUpButton>("imageQualityPopupButton")->title(), QStringLiteral("2x"));
+}
+
+/// The parts of the column that lie beyond its right edge, or in less than the room that they need.
+QStringList clippedParts(const PanelColumn& column) {
+  QStringList clipped;
+  const auto* const scroll = column.findChild<QScrollArea*>();
+  for (const QWidget* const part : column.findChildren<QWidget*>()) {
+    if (!part->isVisible()) continue;
+    const bool scrolls = scroll->viewport()->isAncestorOf(part);
+    const int room = scrolls ? scroll->viewport()->width() : column.width();
+    const QSize least = part->minimumSizeHint();
+    const int right = part->mapTo(&column, QPoint(part->width(), 0)).x();
+    if (right <= room && part->width() >= least.width() && part->height() >= least.height()) {
+      continue;
+    }
+    clipped << QStringLiteral("%1 %2").arg(QLatin1String(part->metaObject()->className()),
+                                           part->objectName());
+  }
+  return clipped;
+}
+
+TEST_F(Window, ClipsNothingInItsColumn) {
+  qputenv("KELVAR_DEFAULTS", path("settings.sqlite").toUtf8());
+  const VendorNews links(&window_.column());
+  open();
+  drawShape(kLeft);
+  const QFont usual = QApplication::font();
+  for (const int points : {usual.pointSize(), 17}) {
+    QFont font = usual;
+    font.setPointSize(points);
+    QApplication::setFont(font);
+    // Fonts and sizes arrive one event after the other.
+    const auto fits = [&] {
+      return window_.column().font().pointSize() == points &&
+             window_.width() >= window_.minimumSizeHint().width() &&
+             clippedParts(window_.column()).isEmpty();
+    };
+    for (const int width : {0, 380, 560, 570, 900}) {
+      window_.resize(width == 0 ? 0 : 1300, 300);
+      window_.findChild<QSplitter*>()->setSizes({100, width});
+      QCoreApplication::processEvents();
+      EXPECT_TRUE(wait(fits)) << points << " points, column of " << window_.column().width() << ": "
+                              << clippedParts(window_.column()).join(u", ").toStdString();
+    }
+    EXPECT_GT(window_.column().width(), 800) << "wide";
+    window_.resize(0, 0);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(wait(fits));
+    EXPECT_LT(window_.width(), 1024);
+  }
+  const int width = window_.width();
+  window_.addDesigns({path("missing/") + QString(200, u'x') + QStringLiteral(".png")});
+  ASSERT_TRUE(wait([&] { return !error().isEmpty(); }));
+  QTest::qWait(20);
+  EXPECT_EQ(window_.width(), width) << "however long the path is";
+  QApplication::setFont(usual);
+  qunsetenv("KELVAR_DEFAULTS");
 }
 
 TEST_F(Window, DisablesTheControlsUntilTheMappingIsDone) {
