@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 
 #include "app/panel/PicturePyramid.h"
 #include "host/Mockup.h"
@@ -14,9 +15,9 @@ namespace kelvar::app {
 /// Does the work of a window that must not wait for it, in turn, on one thread of its own.
 ///
 /// A drawing that is still waiting when the next is asked for is left out. One that is being made
-/// is finished and shown, so that something moves while a corner is dragged, unless it is of
-/// another mockup than the last one asked for. Made and called on the main thread, where the
-/// answers arrive; after the destructor none does.
+/// is stopped, unless the next is of the same mockup and its corners can be dragged: then it is
+/// finished and shown, so that something moves under the hand. Made and called on the main thread,
+/// where the answers arrive; after stop() none does.
 class BackgroundDrawing {
  public:
   struct Result {
@@ -30,7 +31,7 @@ class BackgroundDrawing {
   };
 
   BackgroundDrawing();
-  /// Waits for what is under way, and drops the rest.
+  /// Stops and waits.
   ~BackgroundDrawing();
 
   /// A drawing is ready. The last one when not isBusy().
@@ -39,13 +40,21 @@ class BackgroundDrawing {
   void draw(const std::shared_ptr<Mockup>& mockup, const Arrangement& arrangement);
   bool isBusy() const { return isDrawing_ || waiting_; }
 
+  /// Drops what waits and stops what is under way, for good. False where that has not ended within
+  /// so many milliseconds; -1 waits for it.
+  bool stop(int milliseconds);
+  /// For work that can be stopped.
+  std::stop_token stopToken() const { return everything_.get_token(); }
+
   /// `work` in its turn; then what it returned, on the main thread.
   template <typename Work, typename Done>
   void run(Work work, Done done) {
     pool_.start([this, work = std::move(work), done = std::move(done)] {
       auto answer = work();
-      QMetaObject::invokeMethod(
-          &answers_, [done, answer = std::move(answer)] { done(answer); }, Qt::QueuedConnection);
+      const auto tell = [this, done, answer = std::move(answer)] {
+        if (!everything_.stop_requested()) done(answer);
+      };
+      QMetaObject::invokeMethod(&answers_, tell, Qt::QueuedConnection);
     });
   }
 
@@ -59,6 +68,9 @@ class BackgroundDrawing {
   void finish(const Result& result);
 
   bool isDrawing_ = false;
+  /// Stops the drawing that is being made.
+  std::stop_source drawing_;
+  std::stop_source everything_;
   std::shared_ptr<Mockup> latest_;
   std::optional<Request> waiting_;
   /// What is posted to it goes with it.

@@ -76,6 +76,11 @@ PanelWindow::PanelWindow() {
 
 PanelWindow::~PanelWindow() { model_.didChange = nullptr; }
 
+bool PanelWindow::stop(int milliseconds) {
+  thumbnailing_.request_stop();
+  return drawing_.stop(milliseconds);
+}
+
 void PanelWindow::makeViews() {
   splitter_ = new QSplitter(Qt::Horizontal, this);
   splitter_->setChildrenCollapsible(false);
@@ -290,6 +295,7 @@ void PanelWindow::open(const QString& file, const DocumentMockup::Choice& choice
 
 void PanelWindow::openDocument(const QString& file, const DocumentMockup::Choice& choice) {
   reading_ = file;
+  thumbnailing_.request_stop();
   struct Answer {
     std::shared_ptr<DocumentMockup> document;
     QString error;
@@ -301,13 +307,15 @@ void PanelWindow::openDocument(const QString& file, const DocumentMockup::Choice
   };
   drawing_.run(read, [this, file](const Answer& answer) {
     if (reading_ != file) return;
-    if (!answer.document) return fail(answer.error);
-    startOpening(answer.document, file);
+    if (answer.document) return startOpening(answer.document, file);
+    fail(answer.error);
+    loadThumbnails();
   });
 }
 
 void PanelWindow::startOpening(const std::shared_ptr<Mockup>& mockup, const QString& file) {
   reading_.clear();
+  thumbnailing_.request_stop();
   opening_ = mockup;
   openingFile_ = file;
   drawing_.draw(mockup, mockup->arrangement());
@@ -326,13 +334,15 @@ void PanelWindow::opened(const BackgroundDrawing::Result& result) {
   say({});
   if (result.picture.isNull()) {
     fail(result.problem);
-    // What is open may have been changed meanwhile.
-    if (mockup_) drawing_.draw(mockup_, requested_);
-    return;
+    if (!mockup_) return;
+    // What is open may have been changed meanwhile, and was no longer drawn.
+    drawing_.draw(mockup_, requested_);
+    return loadThumbnails();
   }
   const auto before = std::exchange(reloading_, std::nullopt);
   if (before && before->shapes != model_.arrangement().shapes) {
     drawing_.draw(mockup_, requested_);
+    loadThumbnails();
     return askWhichToKeep();
   }
   errorBar_->hide();
@@ -412,9 +422,9 @@ void PanelWindow::requestDrawing() {
   drawRequested();
 }
 
-/// What is being read again is drawn first: then it is known what is to be drawn.
+/// What is being opened is drawn first: then it is known what is to be drawn.
 void PanelWindow::drawRequested() {
-  if (!(opening_ && reloading_)) drawing_.draw(mockup_, requested_);
+  if (!opening_) drawing_.draw(mockup_, requested_);
   column_->setBusy(true);
 }
 
@@ -490,11 +500,15 @@ void PanelWindow::showThumbnail(const QString& design, const QImage& picture) {
 }
 
 void PanelWindow::loadThumbnails() {
+  if (!mockup_) return;
+  thumbnailing_.request_stop();
+  thumbnailing_ = std::stop_source();
   const int side = int(kThumbnailSide * devicePixelRatioF());
   for (const Arrangement::Design& design : model_.arrangement().designs) {
-    const auto read = [mockup = mockup_, design, side] {
+    const auto read = [mockup = mockup_, design, side, stop = thumbnailing_.get_token()] {
+      if (stop.stop_requested()) return QImage();
       QString error;
-      const ImageRef picture = mockup->designPicture(design, side, &error);
+      const ImageRef picture = mockup->designPicture(design, side, &error, stop);
       return picture ? PicturePyramid::within(picture->pixels(), side) : QImage();
     };
     drawing_.run(read, [this, mockup = mockup_, id = design.id](const QImage& picture) {
@@ -652,8 +666,10 @@ void PanelWindow::saveAs(const QString& file) {
     if (!answer.hasChangedOnDisk) mockup->save(arrangement, file, &answer.error);
     return answer;
   };
+  ++writing_;
   drawing_.run(write, [this, mockup = mockup_, arrangement, file](const Answer& answer) {
     const std::function<void()> then = std::exchange(afterSaving_, nullptr);
+    didWrite(answer.error.isEmpty() && !answer.hasChangedOnDisk);
     if (!answer.error.isEmpty()) return fail(answer.error);
     if (mockup != mockup_) return;
     if (answer.hasChangedOnDisk) return askWhichToKeep();
@@ -668,17 +684,27 @@ void PanelWindow::saveAs(const QString& file) {
 
 void PanelWindow::exportTo(const QString& file) {
   const Arrangement arrangement = model_.arrangement();
-  const auto write = [mockup = mockup_, arrangement, file] {
+  const auto write = [mockup = mockup_, arrangement, file, stop = drawing_.stopToken()] {
     QString error;
-    const ImageRef picture = mockup->exportPicture(arrangement, &error);
+    const ImageRef picture = mockup->exportPicture(arrangement, &error, stop);
     return picture && ImageFile::write(*picture, file, &error) ? QString() : error;
   };
   say(QStringLiteral("Exporting…"));
+  ++writing_;
   drawing_.run(write, [this, file](const QString& error) {
+    didWrite(error.isEmpty());
     if (!error.isEmpty()) return fail(error);
     errorBar_->hide();
     say(QStringLiteral("Exported %1").arg(nameOf(file)));
   });
+}
+
+void PanelWindow::didWrite(bool isDone) {
+  --writing_;
+  if (!isDone) closesWhenWritten_ = false;
+  if (writing_ > 0 || !std::exchange(closesWhenWritten_, false)) return;
+  // Later: what was saved is yet to be noted.
+  QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
 }
 
 void PanelWindow::chooseFileToSave() {
@@ -768,8 +794,12 @@ void PanelWindow::whenUnsavedAreSettled(const std::function<void()>& then) {
 }
 
 void PanelWindow::closeEvent(QCloseEvent* event) {
-  if (!mockup_ || !isModified()) return event->accept();
   event->ignore();
+  if (!mockup_ || !isModified()) {
+    if (writing_ == 0 || closesWhenWritten_) return event->accept();
+    closesWhenWritten_ = true;
+    return say(QStringLiteral("Closes when the file is written; close again to give it up"));
+  }
   whenUnsavedAreSettled([this] {
     hasRemapped_ = false;
     model_.markSaved(model_.arrangement());

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <functional>
 #include <optional>
+#include <stop_token>
 
 #include "app/panel/ArtboardChooser.h"
 #include "app/panel/BackgroundDrawing.h"
@@ -49,6 +50,8 @@ class PanelWindow : public QMainWindow {
   /// Whether a drawing is under way or waiting.
   bool isBusy() const { return drawing_.isBusy(); }
   PanelColumn& column() { return *column_; }
+  /// Gives up what is under way, at the end of the program. False where that takes longer.
+  bool stop(int milliseconds);
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -93,6 +96,9 @@ class PanelWindow : public QMainWindow {
   void fail(const QString& sentence);
   void say(const QString& sentence);
 
+  /// To be called when a file that `writing_` counts is there, or when it cannot be.
+  void didWrite(bool isDone);
+
   void chooseFileToOpen();
   void chooseDesigns();
   void save();
@@ -127,6 +133,11 @@ class PanelWindow : public QMainWindow {
   QMap<QString, ImageRef> thumbnails_;
   FileWatch watch_;
   QPointer<QMessageBox> diskQuestion_;
+  /// Files that are being written, and whether the window closes with the last of them.
+  int writing_ = 0;
+  bool closesWhenWritten_ = false;
+  /// Stops the thumbnails that are being made.
+  std::stop_source thumbnailing_;
   /// Runs once when what is being saved is saved.
   std::function<void()> afterSaving_;
 

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
 #include "analytics/finishReporting.h"
@@ -26,6 +27,8 @@ Examples:
 
 What is saved there, `kelvar map --arrangement FILE -o OUT` or `kelvar render` draws without a window.
 Exit status: 0 done, 1 what was named cannot be opened, or no display, 2 misuse.)";
+
+constexpr int kMostMillisecondsToEnd = 2000;
 
 struct Arguments {
   std::string file;
@@ -70,7 +73,10 @@ int show(int argc, char** argv, const Arguments& arguments) {
       },
       Qt::QueuedConnection);
   const int status = QApplication::exec();
+  window.stop(0);
   kelvar::finishReporting();
+  // Some steps cannot be stopped, and nobody waits for them who sees no window.
+  if (!window.stop(kMostMillisecondsToEnd)) std::_Exit(status);
   return status;
 }
 

@@ -415,6 +415,26 @@ TEST_F(Window, AsksBeforeChangesAreLost) {
   EXPECT_FALSE(window_.isVisible());
 }
 
+TEST_F(Window, ClosesWhenWhatItWritesIsWritten) {
+  open();
+  window_.exportTo(path("out.png"));
+  window_.close();
+  EXPECT_TRUE(window_.isVisible());
+  EXPECT_TRUE(wait([&] { return !window_.isVisible(); }));
+  EXPECT_FALSE(QImage(path("out.png")).isNull());
+
+  window_.show();
+  window_.exportTo(path("missing/out.png"));
+  window_.close();
+  ASSERT_TRUE(wait([&] { return !error().isEmpty(); }));
+  EXPECT_TRUE(window_.isVisible()) << "the error is to be read";
+  window_.exportTo(path("out.png"));
+  window_.close();
+  window_.close();
+  EXPECT_FALSE(window_.isVisible()) << "given up";
+  EXPECT_TRUE(window_.stop(kLongest));
+}
+
 TEST_F(Window, IsStartedByTheProgram) {
   const auto run = [&](const QStringList& arguments, const QMap<QString, QString>& screen = {}) {
     QProcess process;
