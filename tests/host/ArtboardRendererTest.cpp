@@ -234,6 +234,8 @@ TEST(ArtboardRenderer, StopsAmidWhatTakesLong) {
       {"layers", board(render::List(5'000, square(shadowed(0, 40))))},
       {"shapes in a group", board({with(container("shapeGroup", frame(0, 0, 500, 500), parts),
                                         {{"style", filled(Qt::red)}})})},
+      {"one fill of many sides",
+       board({with(render::comb(4'000, 500, false), {{"style", filled(Qt::red)}})})},
       {"symbols", masters},
   };
   for (const auto& [what, layers] : cases) {

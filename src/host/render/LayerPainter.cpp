@@ -16,6 +16,7 @@
 #include "host/render/SymbolInstance.h"
 #include "host/render/UnreadStyle.h"
 #include "host/render/canCombine.h"
+#include "host/render/paintInBands.h"
 #include "platform/ColorProfile.h"
 
 namespace kelvar::render {
@@ -522,19 +523,23 @@ void LayerPainter::paintWith(const Paint& paint, const QPainterPath& area, const
   if (isPattern && leavesOutPictures_) return;
   const ImageRef picture = isPattern ? pictureOf(*paint.image) : nullptr;
   const auto composition = compositionOf(paint.blendMode);
-  QPainter painter;
   if (composition) {
-    begin(&painter, canvas);
-    painter.setCompositionMode(*composition);
-    painter.setOpacity(paint.opacity);
-    return paintArea(&painter, area, paint, box, picture);
+    return paintInBands(canvas, area, stop_, [&](const Canvas& part) {
+      QPainter painter;
+      begin(&painter, part);
+      painter.setCompositionMode(*composition);
+      painter.setOpacity(paint.opacity);
+      paintArea(&painter, area, paint, box, picture);
+    });
   }
   Surface alone = Surface::of(
       touchedPixels(canvas.toPicture.mapRect(area.boundingRect()), 0, canvas.surface->rect()));
   if (alone.isEmpty()) return;
-  begin(&painter, {&alone, canvas.toPicture, {}});
-  paintArea(&painter, area, paint, box, picture);
-  painter.end();
+  paintInBands({&alone, canvas.toPicture, {}}, area, stop_, [&](const Canvas& part) {
+    QPainter painter;
+    begin(&painter, part);
+    paintArea(&painter, area, paint, box, picture);
+  });
   compose(alone, canvas, paint.blendMode, paint.opacity);
 }
 
@@ -603,15 +608,19 @@ Caster LayerPainter::casterOf(const Subject& subject, const QPainterPath& outlin
       if (!isStopped() && combines(subject, edge, border)) edge = edge.united(border);
     }
   }
-  const auto draw = [=](Surface* surface, double spread) {
-    QPainter painter;
-    begin(&painter, {surface, {}, {}});
-    if (isFilled) painter.fillPath(filled, Qt::black);
-    for (const QPainterPath& border : borders) painter.fillPath(border, Qt::black);
-    if (spread == 0) return;
-    // Less than nothing is taken off the rim.
-    if (spread < 0) painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.strokePath(edge, spreadPen(spread));
+  QPainterPath everything = filled;
+  for (const QPainterPath& border : borders) everything.addPath(border);
+  const auto draw = [=, stop = stop_](Surface* surface, double spread) {
+    paintInBands({surface, {}, {}}, everything, stop, [&](const Canvas& part) {
+      QPainter painter;
+      begin(&painter, part);
+      if (isFilled) painter.fillPath(filled, Qt::black);
+      for (const QPainterPath& border : borders) painter.fillPath(border, Qt::black);
+      if (spread == 0) return;
+      // Less than nothing is taken off the rim.
+      if (spread < 0) painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+      painter.strokePath(edge, spreadPen(spread));
+    });
   };
   const bool isSolid = std::any_of(style.fills.begin(), style.fills.end(), isOpaque) || !isFilled;
   QRectF bounds = filled.boundingRect();
@@ -714,9 +723,11 @@ void LayerPainter::paintText(const Subject& subject) {
     paintShadows(subject, casterOf(filled, outline));
   }
   if (style.fills.isEmpty()) {
-    QPainter painter;
-    begin(&painter, subject.canvas);
-    for (const TextShape::Area& area : shape.areas) painter.fillPath(area.path, area.color);
+    paintInBands(subject.canvas, outline, stop_, [&](const Canvas& part) {
+      QPainter painter;
+      begin(&painter, part);
+      for (const TextShape::Area& area : shape.areas) painter.fillPath(area.path, area.color);
+    });
   } else {
     paintFills(subject, outline);
   }

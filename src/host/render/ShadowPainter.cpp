@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/render/GaussianBlur.h"
+#include "host/render/paintInBands.h"
 
 namespace kelvar::render {
 namespace {
@@ -97,20 +98,24 @@ void paintInnerShadow(const QPainterPath& outline, const Shadow& shadow, double 
   Surface rim = Surface::of(grown(inside, blurReach(deviation) + 1));
   if (rim.isEmpty()) return;
   rim.pixels.fill(Qt::black);
-  QPainter painter;
-  begin(
-      &painter,
-      {&rim, QTransform::fromTranslate(shadow.offset.x() * scale, shadow.offset.y() * scale), {}});
-  painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-  painter.fillPath(outline, Qt::black);
-  if (spread > 0) painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-  if (spread != 0) painter.strokePath(outline, spreadPen(spread));
-  painter.end();
+  const QPointF offset = shadow.offset * scale;
+  const QTransform moved = QTransform::fromTranslate(offset.x(), offset.y());
+  paintInBands({&rim, moved, {}}, outline, stop, [&](const Canvas& part) {
+    QPainter painter;
+    begin(&painter, part);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    painter.fillPath(outline, Qt::black);
+    if (spread > 0) painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    if (spread != 0) painter.strokePath(outline, spreadPen(spread));
+  });
   makeShadow(&rim.pixels, deviation, shadow.color, stop);
   Surface visible = Surface::of(inside);
-  begin(&painter, {&visible, {}, {}});
-  painter.fillPath(outline, Qt::black);
-  painter.setWorldTransform({});
+  paintInBands({&visible, {}, {}}, outline, stop, [&](const Canvas& part) {
+    QPainter painter;
+    begin(&painter, part);
+    painter.fillPath(outline, Qt::black);
+  });
+  QPainter painter(&visible.pixels);
   painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
   painter.drawImage(rim.origin - visible.origin, rim.pixels);
   painter.end();
