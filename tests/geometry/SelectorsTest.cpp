@@ -25,9 +25,9 @@ TEST(Selectors, AreThoseThatScriptsCall) {
        "bezierPathIsClockwise: bezierPathReversed:"},
       {"KVLayerIterator", "init extractPointsFromLayer:"},
       {"KVShape",
-       "initWithBounds:path: bounds setBounds: path setPath: scale setScale: realSize scaledSize "
-       "croppingRect scaledCroppingRect normalizedPoints edgesLengthPoint1:point2: sumPoints: "
-       "pointsAreClockwised: reversedPoints:"},
+       "init initWithBounds:path: bounds setBounds: path setPath: scale setScale: realSize "
+       "scaledSize croppingRect scaledCroppingRect normalizedPoints edgesLengthPoint1:point2: "
+       "sumPoints: pointsAreClockwised: reversedPoints:"},
       {"KVImageTransform",
        "init input setInput: scale setScale: rotation setRotation: flipped setFlipped: tl setTl: "
        "tr setTr: br setBr: bl setBl: sampling setSampling: extent setExtent: points createOutput "
