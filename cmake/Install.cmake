@@ -36,6 +36,7 @@ install(TARGETS kelvar-ui EXPORT KelvarUiTargets
 install(TARGETS kelvar-scripting EXPORT KelvarScriptingTargets
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/kelvar)
 install(TARGETS kelvar-program kelvar-panel kelvar-run)
+install(TARGETS kelvar-svg RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR})
 install(TARGETS kelvar-network kelvar-zip LIBRARY NAMELINK_SKIP)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Kelvar)

@@ -13,9 +13,8 @@ namespace kelvar {
 /// Picture files: PNG, JPEG, WebP and SVG in; PNG, JPEG and WebP out.
 ///
 /// Every failure is one sentence for the person who gave the path: what was wrong, where, and what
-/// to do where that is not plain. Safe to call from any thread, but for an SVG with text: fonts
-/// need a QGuiApplication. Where there is no application object at all, one without a screen is
-/// made for the time of the drawing, which then has to happen on the main thread.
+/// to do where that is not plain. Safe to call from any thread. An SVG is drawn by a process of its
+/// own, kelvar-svg, which is installed with the library; it gets 10 s and 1 GiB of memory.
 class KELVAR_EXPORT ImageFile {
  public:
   /// No side longer than this, in pixels.

@@ -1,18 +1,36 @@
 #include "platform/LibraryBeside.h"
 
 #include <dlfcn.h>
+#include <unistd.h>
 
-#include <string>
+#include <filesystem>
+#include <system_error>
 
 #include "platform/Log.h"
 
 namespace kelvar {
 
-void* functionBeside(const char* library, const char* name) {
+namespace {
+
+/// The folder of what this code is in, with its slash. Looked up when that is loaded: its path may
+/// be relative to a folder that the program leaves later.
+const std::string kFolder = [] {
   Dl_info here{};
   dladdr(reinterpret_cast<const void*>(&functionBeside), &here);
-  const std::string file = here.dli_fname ? here.dli_fname : "";
-  const std::string path = file.substr(0, file.rfind('/') + 1) + library;
+  const std::filesystem::path file = here.dli_fname ? here.dli_fname : "";
+  std::error_code ignored;
+  return (std::filesystem::absolute(file, ignored).parent_path() / "").string();
+}();
+
+}  // namespace
+
+std::string fileBeside(const char* name, const char* folder) {
+  const std::string beside = kFolder + name;
+  return ::access(beside.c_str(), F_OK) == 0 ? beside : kFolder + folder + '/' + name;
+}
+
+void* functionBeside(const char* library, const char* name) {
+  const std::string path = kFolder + library;
   void* const opened = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   void* const function = opened ? dlsym(opened, name) : nullptr;
   if (!function) logLine(u"Cannot load a library: %@", {QString::fromLocal8Bit(dlerror())});
