@@ -4,6 +4,7 @@
 #include <QStringDecoder>
 
 #include "platform/ChildProcess.h"
+#include "platform/FileName.h"
 #include "platform/Log.h"
 #include "runtime/ClassInfo.h"
 
@@ -52,8 +53,8 @@ QString CMD::launchPath(const QString& program) const {
   directories.append(cd_);
   for (const QString& directory : directories) {
     // Also a program that begins with a slash is looked for below the directory.
-    const QFileInfo file(directory.isEmpty() ? program : directory + u'/' + program);
-    if (file.exists()) return file.absoluteFilePath();
+    const QString file = directory.isEmpty() ? program : directory + u'/' + program;
+    if (fileExists(file)) return absoluteFileName(file);
   }
   return {};
 }

@@ -3,6 +3,8 @@
 #include <QString>
 #include <stdexcept>
 
+#include "platform/FileName.h"
+
 namespace kelvar::app {
 
 /// Ends the program early: one sentence for whoever called it, and the exit status.
@@ -12,7 +14,7 @@ class Failure : public std::runtime_error {
   static constexpr int kMisuse = 2;
 
   Failure(int status, const QString& sentence)
-      : std::runtime_error(sentence.toStdString()), status_(status) {}
+      : std::runtime_error(readableFileName(sentence).toStdString()), status_(status) {}
   int status() const { return status_; }
 
  private:

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/Failure.h"
+#include "platform/FileName.h"
 
 namespace kelvar::app {
 namespace {
@@ -19,8 +20,9 @@ namespace {
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   ::execv(path.c_str(), arguments.data());
-  throw Failure(Failure::kFailed, QStringLiteral("cannot start %1: it should lie beside kelvar")
-                                      .arg(QString::fromStdString(path)));
+  throw Failure(
+      Failure::kFailed,
+      QStringLiteral("cannot start %1: it should lie beside kelvar").arg(fileNameFromBytes(path)));
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <QDateTime>
-#include <QFile>
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "app/Output.h"
 #include "archive/ArchiveTree.h"
 #include "archive/HRCoder.h"
+#include "platform/FileName.h"
 #include "platform/Json.h"
 #include "platform/PropertyList.h"
 #include "platform/WholeFile.h"
@@ -43,19 +43,12 @@ struct Arguments {
 [[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
 [[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
 
-QByteArray readStandardInput() {
-  QFile in;
-  if (!in.open(stdin, QIODevice::ReadOnly)) fail(QStringLiteral("cannot read standard input"));
-  return in.read(PropertyList::kMaxBytes + 1);
-}
-
 QVariant readTree(const std::string& path) {
   QByteArray bytes;
   QString error;
-  const QString name = QString::fromStdString(path);
-  if (path == "-") {
-    bytes = readStandardInput();
-  } else if (!WholeFile::read(name, PropertyList::kMaxBytes, &bytes, &error)) {
+  const QString name = fileNameFromBytes(path);
+  if (!(path == "-" ? WholeFile::readStandardInput(PropertyList::kMaxBytes, &bytes, &error)
+                    : WholeFile::read(name, PropertyList::kMaxBytes, &bytes, &error))) {
     fail(error);
   }
   QString jsonError;
@@ -73,7 +66,7 @@ std::string formatOf(const Arguments& arguments) {
     const char* ending;
     const char* format;
   } endings[] = {{".json", "json"}, {".plist", "xml"}, {".xml", "xml"}, {".bplist", "binary"}};
-  const QString output = QString::fromStdString(arguments.output);
+  const QString output = fileNameFromBytes(arguments.output);
   for (const auto& [ending, format] : endings) {
     if (output.endsWith(QLatin1String(ending), Qt::CaseInsensitive)) return format;
   }
@@ -95,7 +88,7 @@ void convert(const Arguments& arguments) {
         propertyListArchiveTree(tree),
         format == "xml" ? PropertyList::Format::Xml : PropertyList::Format::Binary, &error);
   }
-  const QString output = QString::fromStdString(arguments.output);
+  const QString output = fileNameFromBytes(arguments.output);
   if (bytes.isEmpty()) fail(QStringLiteral("cannot write %1: %2").arg(output, error));
   if (output == u'-') return writeOut(bytes);
   if (!WholeFile::write(output, bytes, &error)) fail(error);

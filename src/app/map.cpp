@@ -20,6 +20,7 @@
 #include "app/timeLimit.h"
 #include "host/Mapping.h"
 #include "host/PhotoMockup.h"
+#include "platform/FileName.h"
 #include "platform/ImageFile.h"
 #include "platform/Log.h"
 
@@ -157,7 +158,7 @@ void refuseOutput(const QString& output) {
 
 ImageRef read(const std::string& path, const ImageFile::ReadOptions& options = {}) {
   QString error;
-  const ImageRef image = ImageFile::read(QString::fromStdString(path), options, &error);
+  const ImageRef image = ImageFile::read(fileNameFromBytes(path), options, &error);
   if (!image) fail(error);
   return image;
 }
@@ -190,10 +191,10 @@ DocumentArguments documentArguments(const Arguments& arguments) {
 }
 
 void runArrangement(const Arguments& arguments) {
-  const QString output = QString::fromStdString(arguments.output);
+  const QString output = fileNameFromBytes(arguments.output);
   refuseOutput(output);
   QString error;
-  const auto arrangement = Arrangement::read(QString::fromStdString(arguments.arrangement), &error);
+  const auto arrangement = Arrangement::read(fileNameFromBytes(arguments.arrangement), &error);
   if (!arrangement) fail(error);
   Progress progress;
   progress.setStage("warping");
@@ -217,7 +218,7 @@ void run(const Arguments& arguments) {
   const bool onPhoto = arguments.onto.has_value();
   const KVImageTransform::Placement placement = mapping.placement();
   if (!onPhoto) refuseWhatCannotBeHeld(placement);
-  const QString output = QString::fromStdString(arguments.output);
+  const QString output = fileNameFromBytes(arguments.output);
   refuseOutput(output);
 
   Progress progress;

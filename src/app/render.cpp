@@ -12,6 +12,7 @@
 #include "app/timeLimit.h"
 #include "host/ArtboardRenderer.h"
 #include "host/SketchDocument.h"
+#include "platform/FileName.h"
 #include "platform/ImageFile.h"
 
 namespace kelvar::app {
@@ -94,7 +95,7 @@ void check(const Arguments& arguments) {
   if (arguments.json && arguments.output == "-") {
     misuse(u"--json and -o - cannot both write to standard output"_s);
   }
-  const QString output = QString::fromStdString(arguments.output);
+  const QString output = fileNameFromBytes(arguments.output);
   if (!ImageFile::hasKnownEnding(output)) {
     misuse(u"-o takes a file that ends in png, jpg, jpeg or webp, or -, not \"%1\""_s.arg(output));
   }
@@ -118,7 +119,7 @@ void run(const Arguments& arguments) {
                                                                arguments.scale, &error);
   if (!picture) fail(error);
   liftTimeLimitForStream(arguments.output);
-  if (!ImageFile::write(*picture, QString::fromStdString(arguments.output), &error)) fail(error);
+  if (!ImageFile::write(*picture, fileNameFromBytes(arguments.output), &error)) fail(error);
   liftTimeLimit();
   if (arguments.json) return report(*picture, renderer.warnings());
   tellWarnings(renderer.warnings());

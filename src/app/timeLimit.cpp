@@ -3,11 +3,11 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-#include <QFileInfo>
 #include <cmath>
 #include <csignal>
 
 #include "app/Failure.h"
+#include "platform/FileName.h"
 
 namespace kelvar::app {
 namespace {
@@ -79,8 +79,7 @@ void limitTime(const std::string& seconds) {
 void liftTimeLimit() { startTimer(0); }
 
 void liftTimeLimitForStream(const std::string& output) {
-  const QFileInfo target(QString::fromStdString(output));
-  if (output == "-" || (target.exists() && !target.isFile())) liftTimeLimit();
+  if (output == "-" || isFileStream(fileNameFromBytes(output))) liftTimeLimit();
 }
 
 }  // namespace kelvar::app

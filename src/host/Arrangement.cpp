@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/FileName.h"
 #include "platform/Json.h"
 #include "platform/WholeFile.h"
 
@@ -13,6 +14,8 @@ namespace kelvar {
 namespace {
 
 constexpr qsizetype kMostBytes = qsizetype{4} << 20;
+
+const auto kBytes = QStringLiteral("bytes");
 
 /// Why a file is refused. Caught where the reading begins.
 struct Objection {
@@ -43,6 +46,16 @@ class Members {
       refuse(name, "no text, or an empty one");
     }
     return value.toString();
+  }
+
+  /// A name that is no text stands as its bytes in Base64.
+  QString fileName(const char* name) {
+    if (members_.value(QLatin1String(name)).typeId() != QMetaType::QVariantMap) return text(name);
+    const QVariantMap map = members_.take(QLatin1String(name)).toMap();
+    const auto bytes = QByteArray::fromBase64Encoding(map.value(kBytes).toString().toLatin1(),
+                                                      QByteArray::AbortOnBase64DecodingErrors);
+    if (map.size() != 1 || !bytes || (*bytes).isEmpty()) refuse(name, "no name of a file");
+    return fileNameFromBytes(*bytes);
   }
 
   int number(const char* name, int least, int most, int otherwise) {
@@ -118,6 +131,8 @@ void refuseTaken(const QString& id, QSet<QString>* taken, const QString& owner) 
   taken->insert(id);
 }
 
+QDir folderOf(const QString& file) { return QFileInfo(absoluteFileName(file)).path(); }
+
 QString nameOf(const QString& file) { return QFileInfo(file).completeBaseName(); }
 
 QList<Arrangement::Design> readDesigns(const QVariantList& list, const QDir& folder) {
@@ -128,7 +143,7 @@ QList<Arrangement::Design> readDesigns(const QVariantList& list, const QDir& fol
     Members members(value, owner);
     Arrangement::Design design;
     design.id = members.text("id");
-    design.file = QDir::cleanPath(folder.absoluteFilePath(members.text("file")));
+    design.file = QDir::cleanPath(folder.absoluteFilePath(members.fileName("file")));
     design.name = nameOf(design.file);
     members.refuseUnknown();
     refuseTaken(design.id, &taken, owner);
@@ -172,11 +187,17 @@ Arrangement readArrangement(const QVariant& json, const QDir& folder) {
                .arg(Arrangement::kVersion));
   }
   Arrangement arrangement;
-  arrangement.photo = QDir::cleanPath(folder.absoluteFilePath(members.text("photo")));
+  arrangement.photo = QDir::cleanPath(folder.absoluteFilePath(members.fileName("photo")));
   arrangement.designs = readDesigns(members.list("designs"), folder);
   readShapes(members.list("shapes"), &arrangement);
   members.refuseUnknown();
   return arrangement;
+}
+
+/// JSON has no place for bytes that are no text.
+QVariant fileName(const QString& name) {
+  if (name.isValidUtf16()) return name;
+  return QVariantMap{{kBytes, QString::fromLatin1(fileNameBytes(name).toBase64())}};
 }
 
 /// Whole numbers stand without a fraction, as a person would write them.
@@ -254,7 +275,7 @@ QList<Arrangement::Shape> Arrangement::shapesInSight() const {
 }
 
 QString Arrangement::addDesign(const QString& file) {
-  const QString path = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
+  const QString path = absoluteFileName(file);
   for (const Design& design : designs) {
     if (design.file == path) return design.id;
   }
@@ -271,7 +292,7 @@ std::optional<Arrangement> Arrangement::read(const QString& path, QString* error
   const QVariant json = Json::read(bytes, &problem);
   try {
     if (!json.isValid()) object(problem);
-    return readArrangement(json, QFileInfo(path).absoluteDir());
+    return readArrangement(json, folderOf(path));
   } catch (const Objection& objection) {
     *error = QStringLiteral("cannot open %1: %2").arg(path, objection.sentence);
     return std::nullopt;
@@ -279,16 +300,17 @@ std::optional<Arrangement> Arrangement::read(const QString& path, QString* error
 }
 
 bool Arrangement::write(const QString& path, QString* error) const {
-  const QDir folder = QFileInfo(path).absoluteDir();
+  const QDir folder = folderOf(path);
   QVariantList designList, shapeList;
   for (const Design& design : designs) {
-    designList.append(QVariantMap{{QStringLiteral("id"), design.id},
-                                  {QStringLiteral("file"), folder.relativeFilePath(design.file)}});
+    designList.append(
+        QVariantMap{{QStringLiteral("id"), design.id},
+                    {QStringLiteral("file"), fileName(folder.relativeFilePath(design.file))}});
   }
   for (const Shape& shape : shapes) shapeList.append(memberMap(shape));
   const QVariantMap json{{QStringLiteral("kelvar"), QStringLiteral("arrangement")},
                          {QStringLiteral("version"), qlonglong(kVersion)},
-                         {QStringLiteral("photo"), folder.relativeFilePath(photo)},
+                         {QStringLiteral("photo"), fileName(folder.relativeFilePath(photo))},
                          {QStringLiteral("designs"), designList},
                          {QStringLiteral("shapes"), shapeList}};
   const QByteArray bytes = Json::write(json, Json::Layout::Indented, error);

@@ -1,8 +1,8 @@
 #include "host/KeptPictures.h"
 
-#include <QFileInfo>
 #include <algorithm>
 
+#include "platform/FileName.h"
 #include "platform/ImageFile.h"
 
 namespace kelvar {
@@ -14,15 +14,10 @@ constexpr qsizetype kMostKeptBytes = qsizetype{1} << 30;
 }  // namespace
 
 ImageRef KeptPictures::read(const QString& file, const QSizeF& vectorSize, QString* error) {
-  const QFileInfo info(file);
-  Kept fresh{.file = file,
-             .picture = nullptr,
-             .vectorSize = vectorSize,
-             .changed = info.lastModified(),
-             .bytes = info.size()};
+  Kept fresh{.file = file, .picture = nullptr, .vectorSize = vectorSize, .state = fileState(file)};
   for (qsizetype i = 0; i < kept_.size(); ++i) {
     const Kept& kept = kept_[i];
-    if (kept.file != file || kept.changed != fresh.changed || kept.bytes != fresh.bytes) continue;
+    if (kept.file != file || kept.state != fresh.state) continue;
     if (kept.isVector && kept.vectorSize != vectorSize) continue;
     kept_.move(i, kept_.size() - 1);
     return kept_.back().picture;
@@ -38,9 +33,8 @@ ImageRef KeptPictures::read(const QString& file, const QSizeF& vectorSize, QStri
 
 void KeptPictures::keep(const Kept& fresh) {
   // What is of an older state of the file will never be asked for again.
-  kept_.removeIf([&](const Kept& kept) {
-    return kept.file == fresh.file && (kept.changed != fresh.changed || kept.bytes != fresh.bytes);
-  });
+  kept_.removeIf(
+      [&](const Kept& kept) { return kept.file == fresh.file && kept.state != fresh.state; });
   kept_.append(fresh);
   qsizetype bytes = 0;
   for (const Kept& kept : kept_) bytes += kept.picture->pixels().sizeInBytes();
@@ -57,7 +51,7 @@ ImageRef KeptPictures::last(const QString& file) const {
 
 void KeptPictures::forget(const QString& file) {
   for (Kept& kept : kept_) {
-    if (kept.file == file) kept.bytes = -1;
+    if (kept.file == file) kept.state = {};
   }
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QDateTime>
 #include <QList>
 #include <QSizeF>
 #include <QString>
 
+#include "platform/FileName.h"
 #include "platform/Image.h"
 
 namespace kelvar {
@@ -29,8 +29,7 @@ class KELVAR_EXPORT KeptPictures {
     bool isVector = false;
     /// The size asked for, of a vector.
     QSizeF vectorSize;
-    QDateTime changed;
-    qint64 bytes = -1;
+    FileState state{};
   };
   void keep(const Kept& fresh);
 

@@ -5,9 +5,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <QFile>
 #include <cerrno>
 #include <vector>
+
+#include "platform/FileName.h"
 
 namespace kelvar {
 namespace {
@@ -64,12 +65,11 @@ QByteArray readToEnd(int file) {
 std::optional<QByteArray> ChildProcess::run(const QStringList& words, const QString& directory,
                                             QString* error) {
   QList<QByteArray> encoded;
-  for (const QString& word : words) encoded.append(QFile::encodeName(word));
+  for (const QString& word : words) encoded.append(fileNameBytes(word));
   Pipe pipe;
   pid_t child = 0;
-  const int problem = pipe.ends[1] < 0
-                          ? errno
-                          : launch(encoded, QFile::encodeName(directory), pipe.ends[1], &child);
+  const int problem =
+      pipe.ends[1] < 0 ? errno : launch(encoded, fileNameBytes(directory), pipe.ends[1], &child);
   if (problem != 0) {
     *error = QStringLiteral("cannot launch %1 in \"%2\": %3")
                  .arg(words.first(), directory, qt_error_string(problem));

@@ -2,6 +2,7 @@
 
 #include <QLoggingCategory>
 
+#include "platform/FileName.h"
 #include "platform/Format.h"
 
 namespace kelvar {
@@ -18,9 +19,11 @@ bool isLogging() { return category().isInfoEnabled(); }
 
 void logLine(QStringView format, const QStringList& arguments) {
   if (!isLogging()) return;
-  qCInfo(category).noquote() << formatted(format, arguments);
+  qCInfo(category).noquote() << readableFileName(formatted(format, arguments));
 }
 
-void warnUser(const QString& sentence) { qCWarning(category).noquote() << sentence; }
+void warnUser(const QString& sentence) {
+  qCWarning(category).noquote() << readableFileName(sentence);
+}
 
 }  // namespace kelvar

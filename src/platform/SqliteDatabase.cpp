@@ -1,8 +1,9 @@
 #include "platform/SqliteDatabase.h"
 
-#include <QFile>
 #include <cerrno>
 #include <cstring>
+
+#include "platform/FileName.h"
 
 namespace kelvar {
 namespace {
@@ -31,7 +32,7 @@ SqliteError::SqliteError(sqlite3* connection)
 
 SqliteDatabase::SqliteDatabase(const QString& path) : connection_(nullptr, sqlite3_close) {
   sqlite3* connection = nullptr;
-  const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &connection,
+  const int code = sqlite3_open_v2(fileNameBytes(path).constData(), &connection,
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   if (!connection) throw std::bad_alloc();
   connection_.reset(connection);

@@ -1,8 +1,8 @@
 #include "scripting/PluginBundle.h"
 
 #include <QDir>
-#include <QFileInfo>
 
+#include "platform/FileName.h"
 #include "platform/Json.h"
 #include "platform/WholeFile.h"
 #include "runtime/ClassInfo.h"
@@ -83,7 +83,7 @@ QString PluginBundle::readManifest(const QVariantMap& manifest) {
 
 QVariant PluginBundle::urlForResourceNamed(const QString& name) const {
   const QString file = QDir(path_).filePath(u"Contents/Resources/"_s + name);
-  return QFileInfo::exists(file) ? QVariant(QUrl::fromLocalFile(file)) : QVariant();
+  return fileExists(file) ? QVariant(QUrl::fromLocalFile(file)) : QVariant();
 }
 
 PluginCommandRef PluginBundle::command(const QString& identifier) const {

@@ -11,7 +11,10 @@
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
+#include "platform/FileName.h"
 #include "platform/PendingWork.h"
 #include "platform/WholeFile.h"
 #include "scripting/Bridge.h"
@@ -245,7 +248,9 @@ void ScriptRuntime::import(const QString& path) {
   const QString importer = placeOf(engine_->bridge->error({})).file;
   const QString folder = importer.isEmpty() ? QString() : QFileInfo(importer).path();
   const QString file = folder.isEmpty() ? path : QDir::cleanPath(QDir(folder).filePath(path));
-  const QString canonical = QFileInfo(file).canonicalFilePath();
+  std::error_code isMissing;
+  const auto whole = std::filesystem::canonical(filePath(file), isMissing);
+  const QString canonical = fileNameFromBytes(whole.native());
   if (!canonical.isEmpty() && imported_.contains(canonical)) return;
   imported_.insert(canonical);
   QByteArray bytes;

@@ -49,7 +49,9 @@ Arrangement sample(const QString& folder) {
 }
 
 TEST_F(ArrangementFile, ReadsWhatItWrote) {
-  const Arrangement arrangement = sample(dir_.path());
+  Arrangement arrangement = sample(dir_.path());
+  arrangement.designs.append({QStringLiteral("bytes"), QStringLiteral("caf") + QChar(0xdce9),
+                              path("caf") + QChar(0xdce9) + QStringLiteral(".png")});
   QString error;
   ASSERT_TRUE(arrangement.write(path("a.json"), &error)) << error.toStdString();
   const auto again = Arrangement::read(path("a.json"), &error);

@@ -18,16 +18,10 @@ FileWatch::FileWatch() {
   QObject::connect(&pause_, &QTimer::timeout, &watcher_, [this] { compare(); });
 }
 
-FileWatch::State FileWatch::stateOf(const QString& file) {
-  const QFileInfo info(file);
-  if (!info.exists()) return {};
-  return {info.lastModified(), info.size()};
-}
-
 void FileWatch::setFiles(const QStringList& files) {
   if (files == states_.keys()) return;
-  QMap<QString, State> states;
-  for (const QString& file : files) states.insert(file, states_.value(file, stateOf(file)));
+  QMap<QString, FileState> states;
+  for (const QString& file : files) states.insert(file, states_.value(file, fileState(file)));
   states_ = states;
   const QStringList before = watcher_.files() + watcher_.directories();
   if (!before.isEmpty()) watcher_.removePaths(before);
@@ -37,9 +31,9 @@ void FileWatch::setFiles(const QStringList& files) {
 /// The folders too, where a file that has gone comes back.
 void FileWatch::watch() {
   for (const QString& file : states_.keys()) {
-    if (QFileInfo::exists(file)) watcher_.addPath(file);
-    const QString folder = QFileInfo(file).absolutePath();
-    if (QFileInfo::exists(folder)) watcher_.addPath(folder);
+    if (fileExists(file)) watcher_.addPath(file);
+    const QString folder = QFileInfo(absoluteFileName(file)).path();
+    if (fileExists(folder)) watcher_.addPath(folder);
   }
 }
 
@@ -47,7 +41,7 @@ void FileWatch::compare() {
   watch();
   QStringList changed;
   for (auto state = states_.begin(); state != states_.end(); ++state) {
-    const State now = stateOf(state.key());
+    const FileState now = fileState(state.key());
     if (now == state.value()) continue;
     state.value() = now;
     changed.append(state.key());

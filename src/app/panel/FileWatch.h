@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QDateTime>
 #include <QFileSystemWatcher>
 #include <QMap>
 #include <QTimer>
 #include <functional>
+
+#include "platform/FileName.h"
 
 namespace kelvar::app {
 
@@ -20,17 +21,10 @@ class FileWatch {
   void setFiles(const QStringList& files);
 
  private:
-  struct State {
-    QDateTime changed;
-    qint64 bytes = -1;
-    bool operator==(const State&) const = default;
-  };
-
-  static State stateOf(const QString& file);
   void watch();
   void compare();
 
-  QMap<QString, State> states_;
+  QMap<QString, FileState> states_;
   QFileSystemWatcher watcher_;
   QTimer pause_;
 };

@@ -17,6 +17,7 @@
 
 #include "host/PhotoMockup.h"
 #include "platform/Bundle.h"
+#include "platform/FileName.h"
 #include "platform/ImageFile.h"
 #include "ui/ElidedLabel.h"
 #include "ui/WrappingLabel.h"
@@ -283,7 +284,7 @@ void PanelWindow::open(const QString& file, const DocumentMockup::Choice& choice
   reloading_.reset();
   if (SketchDocument::hasKnownEnding(file)) return openDocument(file, choice);
   Arrangement arrangement;
-  arrangement.photo = QFileInfo(file).absoluteFilePath();
+  arrangement.photo = absoluteFileName(file);
   if (isArrangementFile(file)) {
     QString error;
     const auto read = Arrangement::read(file, &error);
@@ -479,7 +480,7 @@ void PanelWindow::readDesigns(const QStringList& files,
     const int side = int(kThumbnailSide * devicePixelRatioF());
     const auto read = [mockup = mockup_, file, side] {
       Answer answer;
-      const QString path = QFileInfo(file).absoluteFilePath();
+      const QString path = absoluteFileName(file);
       const ImageRef picture = mockup->designPicture({{}, {}, path}, side, &answer.error);
       if (picture) answer.picture = PicturePyramid::within(picture->pixels(), side);
       return answer;
@@ -548,7 +549,7 @@ void PanelWindow::drawAnew() {
 }
 
 void PanelWindow::documentDidChangeOnDisk() {
-  if (!QFileInfo::exists(file_)) {
+  if (!fileExists(file_)) {
     return say(QStringLiteral("%1 is gone; Save writes it again").arg(nameOf(file_)));
   }
   // In its turn: it may be our own change, that is being written.

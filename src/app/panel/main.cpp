@@ -10,6 +10,7 @@
 #include "app/StandardError.h"
 #include "app/panel/PanelWindow.h"
 #include "app/panel/VendorNews.h"
+#include "platform/FileName.h"
 
 namespace {
 
@@ -49,7 +50,7 @@ int show(int argc, char** argv, const Arguments& arguments) {
   application.setApplicationDisplayName(QStringLiteral("Kelvar"));
   kelvar::app::PanelWindow window;
   window.didFail = [&](const QString& sentence) {
-    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(sentence));
+    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(kelvar::readableFileName(sentence)));
     // With nothing open there is nothing to go on with.
     if (!arguments.file.empty() && !window.hasMockup()) application.exit(Failure::kFailed);
   };
@@ -62,14 +63,14 @@ int show(int argc, char** argv, const Arguments& arguments) {
   };
   if (arguments.file.empty()) window.didOpen();
   QStringList designs;
-  for (const std::string& design : arguments.designs) designs << QString::fromStdString(design);
+  for (const std::string& design : arguments.designs) designs << kelvar::fileNameFromBytes(design);
   window.addDesigns(designs);
   // From within the event loop, so that a failure can end it.
   QMetaObject::invokeMethod(
       &window,
       [&] {
         if (arguments.file.empty()) return;
-        window.open(QString::fromStdString(arguments.file), choiceOf(arguments));
+        window.open(kelvar::fileNameFromBytes(arguments.file), choiceOf(arguments));
       },
       Qt::QueuedConnection);
   const int status = QApplication::exec();
@@ -109,7 +110,7 @@ int main(int argc, char** argv) {
     program.parse(argc, argv);
     const bool choosesInDocument = !arguments.artboard.empty() || !arguments.layers.empty();
     if (choosesInDocument &&
-        !kelvar::SketchDocument::hasKnownEnding(QString::fromStdString(arguments.file))) {
+        !kelvar::SketchDocument::hasKnownEnding(kelvar::fileNameFromBytes(arguments.file))) {
       throw CLI::ValidationError("--artboard and --layer are of a Sketch document (.sketch)");
     }
   } catch (const CLI::Success& success) {

@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -21,6 +20,7 @@
 #include "app/StandardError.h"
 #include "app/run/endDescendants.h"
 #include "host/SketchDocument.h"
+#include "platform/FileName.h"
 #include "runtime/Conversion.h"
 #include "scripting/PluginBundle.h"
 #include "scripting/ScriptRuntime.h"
@@ -176,8 +176,8 @@ bool callHandler(ScriptRuntime& runtime, const kelvar::PluginCommandRef& command
 }
 
 void run(const Arguments& arguments) {
-  const QString target = QString::fromStdString(arguments.target);
-  const bool isPlugin = QFileInfo(target).isDir();
+  const QString target = kelvar::fileNameFromBytes(arguments.target);
+  const bool isPlugin = kelvar::isFolder(target);
   if (arguments.list && !isPlugin) misuse(u"--list takes a plug-in, which is a folder"_s);
   if (!isPlugin && !arguments.command.empty()) misuse(u"--command takes a plug-in"_s);
   const kelvar::PluginBundleRef plugin = isPlugin ? openPlugin(target) : nullptr;
@@ -188,12 +188,12 @@ void run(const Arguments& arguments) {
   const QString script = command ? command->script() : target;
   const kelvar::SketchDocumentRef document = chosenDocument(arguments);
   QStringList rest;
-  for (const std::string& each : arguments.rest) rest.append(QString::fromStdString(each));
+  for (const std::string& each : arguments.rest) rest.append(kelvar::fileNameFromBytes(each));
   const QVariantMap context{{u"document"_s, kelvar::toVariant(document)},
                             {u"selection"_s, chosenLayers(document, arguments)},
                             {u"plugin"_s, kelvar::toVariant(plugin)},
                             {u"command"_s, kelvar::toVariant(command)},
-                            {u"scriptPath"_s, QFileInfo(script).absoluteFilePath()},
+                            {u"scriptPath"_s, kelvar::absoluteFileName(script)},
                             {u"arguments"_s, rest}};
 
   ScriptRuntime runtime(print);
