@@ -8,12 +8,16 @@
 #include "app/Failure.h"
 #include "app/Output.h"
 #include "platform/Bundle.h"
+#include "platform/FileName.h"
 
 namespace kelvar::app {
 
-SketchDocumentRef openDocument(const std::string& path) {
+SketchDocumentRef openDocument(const std::string& path, const std::string& output) {
   QString error;
-  const SketchDocumentRef document = SketchDocument::open(QString::fromStdString(path), &error);
+  const QString name = fileNameFromBytes(path);
+  const SketchDocumentRef document = isSameFile(name, fileNameFromBytes(output))
+                                         ? SketchDocument::openToReplace(name, &error)
+                                         : SketchDocument::open(name, &error);
   if (!document) throw Failure(Failure::kFailed, error);
   Bundle::setHostInformation(document->hostInformation());
   return document;

@@ -6,9 +6,10 @@
 
 namespace kelvar::app {
 
-/// The document that a command is about, whose host is from then on the host. Throws a `Failure`
-/// where it cannot be read.
-SketchDocumentRef openDocument(const std::string& path);
+/// The document that a command is about, whose host is from then on the host. Where `output` is the
+/// same file, other programs that would replace it wait. Throws a `Failure` where it cannot be
+/// read.
+SketchDocumentRef openDocument(const std::string& path, const std::string& output = {});
 
 /// A line on standard error for each thing that was not drawn as the document wants it.
 void tellWarnings(const QStringList& warnings);

@@ -6,6 +6,7 @@
 #include "app/timeLimit.h"
 #include "host/ArtboardRenderer.h"
 #include "host/DocumentMapping.h"
+#include "platform/FileName.h"
 #include "platform/ImageFile.h"
 #include "platform/Log.h"
 
@@ -27,7 +28,7 @@ void check(const DocumentArguments& arguments) {
   if (arguments.json && arguments.output == "-") {
     misuse(QStringLiteral("--json and -o - cannot both write to standard output"));
   }
-  const QString output = QString::fromStdString(arguments.output);
+  const QString output = fileNameFromBytes(arguments.output);
   if (SketchDocument::hasKnownEnding(output)) return;
   if (!ImageFile::hasKnownEnding(output)) {
     misuse(QStringLiteral("-o takes a file that ends in sketch, png, jpg, jpeg or webp, or -, not "
@@ -78,7 +79,7 @@ void mapAll(DocumentMapping* mapping, const QList<SketchLayerRef>& layers,
     }
     const auto design = [&](const QSizeF& size, QString* problem) {
       const auto vectorSize = [&](const QSizeF&) { return size; };
-      return ImageFile::read(QString::fromStdString(arguments.design), {.vectorSize = vectorSize},
+      return ImageFile::read(fileNameFromBytes(arguments.design), {.vectorSize = vectorSize},
                              problem);
     };
     return mapping->map(layer, arguments.settings, design, &error);
@@ -90,7 +91,7 @@ void mapAll(DocumentMapping* mapping, const QList<SketchLayerRef>& layers,
 
 void write(const SketchDocumentRef& document, DocumentMapping* mapping,
            const QList<SketchLayerRef>& layers, const DocumentArguments& arguments) {
-  const QString output = QString::fromStdString(arguments.output);
+  const QString output = fileNameFromBytes(arguments.output);
   QString error;
   if (SketchDocument::hasKnownEnding(output)) {
     mapping->redrawPreview();
@@ -115,12 +116,12 @@ void mapOnDocument(const DocumentArguments& arguments) {
   check(arguments);
   Progress progress;
   progress.setStage("reading");
-  const SketchDocumentRef document = openDocument(arguments.document);
+  const SketchDocumentRef document = openDocument(arguments.document, arguments.output);
   DocumentMapping mapping(document);
   mapping.setSampling(arguments.sampling);
   mapping.setThreads(arguments.threads);
   const QList<SketchLayerRef> layers = chosenLayers(mapping, arguments.layers);
-  if (!SketchDocument::hasKnownEnding(QString::fromStdString(arguments.output))) {
+  if (!SketchDocument::hasKnownEnding(fileNameFromBytes(arguments.output))) {
     commonArtboard(layers);
   }
 
@@ -128,7 +129,7 @@ void mapOnDocument(const DocumentArguments& arguments) {
   mapAll(&mapping, layers, arguments);
   progress.setStage("writing");
   write(document, &mapping, layers, arguments);
-  logLine(u"Wrote %@", {QString::fromStdString(arguments.output)});
+  logLine(u"Wrote %@", {fileNameFromBytes(arguments.output)});
   tellWarnings(mapping.warnings());
   if (arguments.json) reportMapped(layers);
 }

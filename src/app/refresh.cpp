@@ -7,6 +7,7 @@
 #include "app/Failure.h"
 #include "app/Progress.h"
 #include "app/timeLimit.h"
+#include "platform/FileName.h"
 
 namespace kelvar::app {
 namespace {
@@ -39,15 +40,15 @@ void run(const Arguments& arguments) {
                                  "from: give one of them"));
   }
   const std::string& output = arguments.inPlace ? arguments.document : arguments.output;
-  if (!arguments.inPlace && !SketchDocument::hasKnownEnding(QString::fromStdString(output))) {
+  if (!arguments.inPlace && !SketchDocument::hasKnownEnding(fileNameFromBytes(output))) {
     throw Failure(Failure::kMisuse,
                   QStringLiteral("-o takes a file that ends in sketch, not \"%1\"")
-                      .arg(QString::fromStdString(output)));
+                      .arg(fileNameFromBytes(output)));
   }
   limitTime(arguments.timeout);
   Progress progress;
   progress.setStage("reading");
-  const SketchDocumentRef document = openDocument(arguments.document);
+  const SketchDocumentRef document = openDocument(arguments.document, output);
   DocumentMapping mapping(document);
   QList<SketchLayerRef> layers;
   QString error;
@@ -56,7 +57,7 @@ void run(const Arguments& arguments) {
   if (!layers.isEmpty()) mapping.redrawPreview();
   progress.setStage("writing");
   liftTimeLimitForStream(output);
-  if (!document->save(QString::fromStdString(output), &error)) {
+  if (!document->save(fileNameFromBytes(output), &error)) {
     throw Failure(Failure::kFailed, error);
   }
   liftTimeLimit();

@@ -1,27 +1,19 @@
 #include "host/DocumentMockup.h"
 
-#include <QCryptographicHash>
-#include <QFile>
-#include <QFileInfo>
 #include <algorithm>
 
 #include "host/ArtboardRenderer.h"
 #include "host/LayerMapping.h"
 #include "host/MockupLayer.h"
 #include "host/SketchJson.h"
+#include "platform/FileName.h"
 #include "platform/Log.h"
-#include "platform/WholeFile.h"
-#include "platform/ZipArchive.h"
 
 namespace kelvar {
 namespace {
 
 /// Pixels of a picture that is drawn again at every step.
 constexpr double kMostWindowPixels = 24e6;
-
-QByteArray digestOf(const QByteArray& bytes) {
-  return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
-}
 
 /// What shows the layer: its artboard, or else its page.
 SketchLayerRef groundLayerOf(const SketchLayerRef& layer) {
@@ -70,13 +62,9 @@ DocumentMockup::~DocumentMockup() = default;
 std::shared_ptr<DocumentMockup> DocumentMockup::open(const QString& path, const Choice& choice,
                                                      QString* error) {
   const std::shared_ptr<DocumentMockup> mockup(new DocumentMockup);
-  QByteArray bytes;
-  if (!WholeFile::read(path, ZipArchive::kMaxArchiveBytes, &bytes, error)) return nullptr;
-  mockup->document_ = SketchDocument::read(bytes, path, error);
+  mockup->document_ = SketchDocument::open(path, error);
   if (!mockup->document_) return nullptr;
-  mockup->path_ = QFileInfo(path).absoluteFilePath();
-  mockup->digest_ = digestOf(bytes);
-  mockup->opened_.photo = mockup->path_;
+  mockup->opened_.photo = absoluteFileName(path);
   mockup->readGrounds();
   mockup->readDesigns();
   for (const Ground& ground : mockup->grounds_) mockup->readShapes(ground);
@@ -369,25 +357,13 @@ bool DocumentMockup::save(const Arrangement& arrangement, const QString& path, Q
   }
   if (isPreviewOld_) DocumentMapping(document_).redrawPreview();
   isPreviewOld_ = false;
-  const QByteArray bytes = document_->bytes(error);
-  if (bytes.isEmpty() || !WholeFile::write(path, bytes, error)) return false;
-  path_ = QFileInfo(path).absoluteFilePath();
-  digest_ = digestOf(bytes);
-  return true;
+  return document_->save(path, error);
 }
 
 bool DocumentMockup::hasChangedOnDisk(const QString& path) const {
-  QFile file(path);
-  if (QFileInfo(path).absoluteFilePath() != path_ || !file.open(QIODevice::ReadOnly)) return false;
-  QCryptographicHash hash(QCryptographicHash::Sha1);
-  return hash.addData(&file) && hash.result() != digest_;
+  return document_->hasChangedOnDisk(path);
 }
 
-void DocumentMockup::disregardDisk() {
-  QByteArray bytes;
-  QString error;
-  if (WholeFile::read(path_, ZipArchive::kMaxArchiveBytes, &bytes, &error))
-    digest_ = digestOf(bytes);
-}
+void DocumentMockup::disregardDisk() { document_->disregardDisk(); }
 
 }  // namespace kelvar

@@ -48,10 +48,8 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   /// See `Bundle`.
   QVariantMap hostInformation() const { return document_->hostInformation(); }
 
-  /// Whether somebody else has changed the file at `path` since it was read or written here. A file
-  /// that is none of ours has not changed, and nothing is lost with one that has gone.
+  /// See `SketchDocument`.
   bool hasChangedOnDisk(const QString& path) const;
-  /// What is on disk now may be replaced.
   void disregardDisk();
 
  private:
@@ -105,9 +103,6 @@ class KELVAR_EXPORT DocumentMockup : public Mockup {
   QString keepPicture(const MockupLayer& layer, const Arrangement::Shape& shape) const;
   double exportScale(const Arrangement& arrangement) const;
 
-  QString path_;
-  /// Of the file as it was read or written last.
-  QByteArray digest_;
   SketchDocumentRef document_;
   QList<Ground> grounds_;
   Arrangement opened_;

@@ -1,8 +1,12 @@
 #include "host/SketchDocument.h"
 
 #include <QCryptographicHash>
+#include <QScopeGuard>
+#include <chrono>
 
 #include "host/SketchJson.h"
+#include "platform/FileLock.h"
+#include "platform/FileName.h"
 #include "platform/ImageFile.h"
 #include "platform/Log.h"
 #include "platform/WholeFile.h"
@@ -16,6 +20,10 @@ const auto kMetaFile = QStringLiteral("meta.json");
 
 /// Of all JSON files together: a value takes up to a hundred bytes of memory.
 constexpr size_t kMaxValues = size_t{1} << 23;
+
+/// Longer than another program should take from reading to writing, and for writing alone.
+constexpr std::chrono::seconds kLongestReading{30};
+constexpr std::chrono::seconds kLongestWriting{10};
 
 /// What the pictures that are kept take at most: they are a thousand times as large as their files
 /// can be.
@@ -53,11 +61,22 @@ SketchDocument::SketchDocument()
     : document_{kDocumentFile, std::make_shared<SketchJson>(), std::make_shared<bool>(false)},
       meta_{kMetaFile, std::make_shared<SketchJson>(), std::make_shared<bool>(false)} {}
 
+SketchDocument::~SketchDocument() = default;
+
 SketchDocumentRef SketchDocument::open(const QString& path, QString* error) {
   QByteArray bytes;
   if (!WholeFile::read(path, ZipArchive::kMaxArchiveBytes, &bytes, error)) return nullptr;
   const SketchDocumentRef document = read(bytes, path, error);
-  if (document) document->path_ = path;
+  if (!document) return nullptr;
+  document->path_ = path;
+  document->known_ = bytes;
+  return document;
+}
+
+SketchDocumentRef SketchDocument::openToReplace(const QString& path, QString* error) {
+  std::unique_ptr<FileLock> lock = FileLock::take(path, kLongestReading, error);
+  const SketchDocumentRef document = lock ? open(path, error) : nullptr;
+  if (document) document->lock_ = std::move(lock);
   return document;
 }
 
@@ -154,9 +173,38 @@ bool SketchDocument::hasKnownEnding(const QString& path) {
 
 bool SketchDocument::save(const QString& path, QString* error) {
   const QByteArray all = bytes(error);
-  if (all.isEmpty() || !WholeFile::write(path, all, error)) return false;
+  if (all.isEmpty()) return false;
+  if (!lock_) lock_ = FileLock::take(path, kLongestWriting, error);
+  if (!lock_) return false;
+  const auto unlock = qScopeGuard([this] { lock_.reset(); });
+  if (hasChangedOnDisk(path)) {
+    *error =
+        QStringLiteral("another program has changed %1 since it was read, so it is left as it is")
+            .arg(path);
+    return false;
+  }
+  if (!WholeFile::write(path, all, error)) return false;
   path_ = path;
+  known_ = all;
   return true;
+}
+
+bool SketchDocument::hasChangedOnDisk(const QString& path) const {
+  if (path_.isEmpty() || !isSameFile(path, path_)) return false;
+  const QByteArray now = onDisk();
+  return !now.isNull() && now != known_;
+}
+
+void SketchDocument::disregardDisk() {
+  const QByteArray now = onDisk();
+  if (!now.isNull()) known_ = now;
+}
+
+QByteArray SketchDocument::onDisk() const {
+  QByteArray bytes;
+  QString error;
+  return WholeFile::read(path_, ZipArchive::kMaxArchiveBytes, &bytes, &error) ? bytes
+                                                                              : QByteArray();
 }
 
 QByteArray SketchDocument::bytes(QString* error) const {

@@ -10,8 +10,9 @@
 
 namespace kelvar {
 
-class ZipArchive;
+class FileLock;
 class SketchDocument;
+class ZipArchive;
 using SketchDocumentRef = std::shared_ptr<SketchDocument>;
 
 /// A document of Sketch 43 or later: an archive of JSON files and pictures.
@@ -22,6 +23,7 @@ using SketchDocumentRef = std::shared_ptr<SketchDocument>;
 /// or any one thread for a document.
 class KELVAR_EXPORT SketchDocument : public Object {
  public:
+  ~SketchDocument() override;
   static const ClassInfo& theClass();
   const ClassInfo& classInfo() const override { return theClass(); }
 
@@ -30,13 +32,22 @@ class KELVAR_EXPORT SketchDocument : public Object {
 
   /// Null, and `*error` says why, when it cannot be read.
   static SketchDocumentRef open(const QString& path, QString* error);
+  /// The same, to be saved in its own place: other programs that would do that too wait until this
+  /// one is saved or gone. Null also when one of them takes too long.
+  static SketchDocumentRef openToReplace(const QString& path, QString* error);
   /// The document in `bytes`, called `name` in sentences.
   static SketchDocumentRef read(const QByteArray& bytes, const QString& name, QString* error);
 
   /// Where it was opened, or saved last.
   QString path() const { return path_; }
-  /// Replaces the file at `path` whole, or leaves it as it was.
+  /// Replaces the file at `path` whole, or leaves it as it was. Refuses where that is the
+  /// document's own file and somebody else has changed it: see `disregardDisk`.
   bool save(const QString& path, QString* error);
+  /// Whether somebody else has changed the file at `path` since it was read or written here. A file
+  /// that is none of ours has not changed, and nothing is lost with one that has gone.
+  bool hasChangedOnDisk(const QString& path) const;
+  /// What is on disk now may be replaced.
+  void disregardDisk();
   /// The document as a file. Empty, and `*error` says why, when it cannot be made.
   QByteArray bytes(QString* error) const;
 
@@ -94,6 +105,8 @@ class KELVAR_EXPORT SketchDocument : public Object {
   };
 
   SketchDocument();
+  /// The file as it is now; null when it cannot be read.
+  QByteArray onDisk() const;
   /// These return what is wrong, or none.
   QString readArchive(const QByteArray& bytes);
   QString readJson(JsonFile* file);
@@ -105,6 +118,9 @@ class KELVAR_EXPORT SketchDocument : public Object {
   void keep(const QString& key, const ImageRef& image) const;
 
   QString path_;
+  /// The file as it was read or written last, or was to be replaced.
+  QByteArray known_;
+  std::unique_ptr<FileLock> lock_;
   std::shared_ptr<ZipArchive> archive_;
   size_t valuesLeft_ = 0;
   JsonFile document_;

@@ -1,17 +1,18 @@
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 #include <QTemporaryDir>
-#include <cstdlib>
+#include <thread>
 
 #include "host/LayerSettings.h"
 #include "host/SketchDocument.h"
 #include "host/SketchJson.h"
+#include "platform/FileLock.h"
 #include "platform/ImageFile.h"
 
 namespace kelvar {
@@ -35,7 +36,8 @@ class Document : public testing::Test {
     const std::string line = "cd '" + dir_.path().toStdString() + "' && PATH='" +
                              QFileInfo(QStringLiteral(KELVAR_PROGRAM)).path().toStdString() +
                              "':$PATH && (" + command + ") >out 2>err </dev/null";
-    return WEXITSTATUS(std::system(line.c_str()));
+    return QProcess::execute(QStringLiteral("bash"),
+                             {QStringLiteral("-c"), QString::fromStdString(line)});
   }
 
   QByteArray bytes(const char* name) const {
@@ -140,6 +142,50 @@ TEST_F(Document, RefreshesWhatWasMapped) {
   EXPECT_EQ(bytes("c.sketch"), bytes("b.sketch")) << "nothing changed in between";
   ASSERT_EQ(run("kelvar refresh a.sketch --in-place"), 0);
   EXPECT_EQ(bytes("a.sketch"), bytes("b.sketch"));
+}
+
+TEST_F(Document, KeepsTheChangesOfTwoProgramsAtOnce) {
+  QString error;
+  auto lock = FileLock::take(path("doc.sketch"), std::chrono::seconds(0), &error);
+  ASSERT_TRUE(lock);
+  std::thread both([this] {
+    const std::string map = "kelvar map red.png --document doc.sketch -o ./doc.sketch --layer ";
+    EXPECT_EQ(run(map + "Glass & first=$!; " + map + "Sky && wait $first"), 0)
+        << bytes("err").constData();
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));  // Both may have begun by now.
+  lock.reset();
+  both.join();
+  const auto doc = document("doc.sketch");
+  EXPECT_TRUE(LayerSettings::of(*glass(doc)));
+  EXPECT_TRUE(LayerSettings::of(*doc->layersNamed(QStringLiteral("Sky"))[0]));
+}
+
+TEST_F(Document, NamesOfFilesAreBytes) {
+  ASSERT_EQ(run("mkdir $'\\xff' && mv doc.sketch $'\\xff/d\\xe9.sketch' && "
+                "mv red.png $'\\xff/r\\xe8.png' && cd $'\\xff' && "
+                "echo 'log(context.document.path())' >$'s\\xe9.js' && "
+                "echo '{\"kelvar\": \"arrangement\", \"version\": 1, \"designs\": [], \"shapes\": "
+                "[], \"photo\": {\"bytes\": \"cugucG5n\"}}' >$'a\\xe9.json' && "
+                "kelvar map $'r\\xe8.png' --document $'d\\xe9.sketch' --layer Glass "
+                "-o $'d\\xe9.sketch' && "
+                "kelvar refresh $'d\\xe9.sketch' -o $'d\\xe8.sketch' && "
+                "kelvar layers $'d\\xe8.sketch' && "
+                "kelvar render $'d\\xe8.sketch' --artboard Mockup -o $'\\xe9.png' && "
+                "kelvar map $'r\\xe8.png' --points '0,0 9,0 9,9 0,9' --onto $'\\xe9.png' "
+                "-o $'\\xe8.jpg' && "
+                "kelvar map --arrangement $'a\\xe9.json' -o $'\\xea.png' && "
+                "kelvar run $'s\\xe9.js' --document $'d\\xe9.sketch' && "
+                "echo '{\"a\":1}' >$'\\xe9.json' && "
+                "kelvar archive convert $'\\xe9.json' -o $'\\xe8.plist' && "
+                "kelvar archive show $'\\xe8.plist' && LC_ALL=C ls >../names"),
+            0)
+      << bytes("err").constData();
+  EXPECT_EQ(bytes("names"), QByteArray("a\xe9.json\nd\xe8.sketch\nd\xe9.sketch\nr\xe8.png\n"
+                                       "s\xe9.js\n\xe8.jpg\n\xe8.plist\n\xe9.json\n\xe9.png\n"
+                                       "\xea.png\n"));
+  EXPECT_EQ(run("kelvar layers $'no\\xe9.sketch'"), 1);
+  EXPECT_EQ(bytes("err"), "kelvar: cannot read no\\xe9.sketch: there is no such file\n");
 }
 
 TEST_F(Document, SaysWhatIsWrong) {

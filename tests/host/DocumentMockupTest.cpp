@@ -10,6 +10,7 @@
 #include "host/LayerSettings.h"
 #include "host/Pictures.h"
 #include "host/SketchParts.h"
+#include "platform/FileName.h"
 #include "platform/WholeFile.h"
 
 namespace kelvar {
@@ -291,11 +292,16 @@ TEST_F(Documents, NoticesWhatOthersWrite) {
   EXPECT_FALSE(hasChanged());
   write("doc.sketch", {board("Other", {})});
   EXPECT_TRUE(hasChanged());
+  const FileState theirs = fileState(path("doc.sketch"));
+  EXPECT_FALSE(mockup->save(mockup->arrangement(), path("doc.sketch"), &error_));
+  EXPECT_TRUE(error_.contains(u"another program has changed")) << qPrintable(error_);
+  EXPECT_EQ(fileState(path("doc.sketch")), theirs);
   EXPECT_FALSE(mockup->hasChangedOnDisk(path("other.sketch")));
   mockup->disregardDisk();
   EXPECT_FALSE(hasChanged());
   write("doc.sketch", kLayers);
   EXPECT_TRUE(hasChanged());
+  mockup->disregardDisk();
   saved(*mockup, mockup->arrangement(), "doc.sketch");
   EXPECT_FALSE(hasChanged()) << "it is our own";
 }
