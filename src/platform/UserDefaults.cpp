@@ -18,6 +18,7 @@
 #include <optional>
 #include <system_error>
 
+#include "platform/FileName.h"
 #include "platform/Log.h"
 #include "platform/PropertyList.h"
 #include "platform/SqliteDatabase.h"
@@ -50,13 +51,13 @@ void complainOf(const QString& path, const QString& sentence, QString* error) {
 }
 
 bool isThere(const QString& path) {
-  if (::access(QFile::encodeName(path).constData(), F_OK) == 0) return true;
+  if (::access(fileNameBytes(path).constData(), F_OK) == 0) return true;
   return errno != ENOENT && errno != ENOTDIR;
 }
 
 /// Makes the folder, for the user alone, and an empty file.
 void makeFile(const QString& path) {
-  const std::filesystem::path name = QFile::encodeName(path).toStdString();
+  const std::filesystem::path name = fileNameBytes(path).toStdString();
   std::error_code ignored;  // What is missing is told by the next call.
   std::filesystem::create_directories(name.parent_path().parent_path(), ignored);
   if (::mkdir(name.parent_path().c_str(), 0700) != 0 && errno != EEXIST) {
@@ -71,7 +72,7 @@ void makeFile(const QString& path) {
 class FolderLock {
  public:
   explicit FolderLock(const QString& path)
-      : folder_(::open(QFile::encodeName(QFileInfo(path).path()).constData(),
+      : folder_(::open(fileNameBytes(QFileInfo(path).path()).constData(),
                        O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     if (folder_ >= 0) ::flock(folder_, LOCK_EX);
   }
@@ -107,9 +108,13 @@ QString objectionTo(const QByteArray& header) {
 /// Throws when the file is not to be touched. An empty one is an empty store.
 void checkFile(const QString& path, bool mayBeMistaken) {
   constexpr qsizetype kHeaderSize = 100;
-  QFile file(path);
+  const int number = ::open(fileNameBytes(path).constData(), O_RDONLY | O_CLOEXEC);
+  QFile file;
   // SQLite will say why.
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return;
+  if (number < 0 || !file.open(number, QIODevice::ReadOnly | QIODevice::Unbuffered,
+                               QFileDevice::AutoCloseHandle)) {
+    return;
+  }
   const QByteArray header = file.read(kHeaderSize);
   const bool isDatabase =
       header.size() == kHeaderSize && header.startsWith(QByteArrayView("SQLite format 3", 16));
@@ -141,7 +146,8 @@ void setAside(const QString& path) {
   if (!reason) return;
   const QString name =
       path + QDateTime::currentDateTimeUtc().toString(u"'.damaged-'yyyy-MM-dd'T'HH-mm-ss-zzz'Z'");
-  const bool done = QFile::rename(path, name);
+  const bool done = !fileExists(name) &&
+                    ::rename(fileNameBytes(path).constData(), fileNameBytes(name).constData()) == 0;
   warnUser(
       (done ? QStringLiteral("the settings in %1 are damaged (%2): they are in %3 now, and new "
                              "ones are begun")
@@ -162,11 +168,11 @@ bool onFile(const QString& path, bool mayBeMistaken, Access access, QString* err
   for (int turn = 1;; ++turn) {
     try {
       // Looked at once: another process may set the file aside meanwhile.
-      const QFileInfo info(path);
+      const bool isNoFile = isFileStream(path) || isFolder(path);
       if (!isThere(path)) {
         if (access == Access::Read) return true;
         makeFile(path);
-      } else if (info.exists() && !info.isFile()) {
+      } else if (isNoFile) {
         // Beside a device, a journal would be left, and a device cannot be set aside.
         throw std::runtime_error("it is no regular file");
       } else {
@@ -224,17 +230,17 @@ QVariant readValue(const QByteArray& bytes, QString* error) {
 
 /// What the system knows where the environment says nothing, as in services.
 QString homeFolder() {
-  const QString named = qEnvironmentVariable("HOME");
+  const QString named = fileNameFromBytes(qgetenv("HOME"));
   if (QDir::isAbsolutePath(named)) return QDir::cleanPath(named);
   QByteArray room(1 << 14, Qt::Uninitialized);
   passwd entry{};
   passwd* found = nullptr;
   ::getpwuid_r(::getuid(), &entry, room.data(), size_t(room.size()), &found);
-  return found ? QFile::decodeName(found->pw_dir) : QDir::rootPath();
+  return found ? fileNameFromBytes(found->pw_dir) : QDir::rootPath();
 }
 
 QString configurationFolder() {
-  const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME");
+  const QString folder = fileNameFromBytes(qgetenv("XDG_CONFIG_HOME"));
   if (QDir::isAbsolutePath(folder)) return folder;
   return homeFolder() + QStringLiteral("/.config");
 }
@@ -242,7 +248,7 @@ QString configurationFolder() {
 }  // namespace
 
 UserDefaults UserDefaults::standard() {
-  const QString named = qEnvironmentVariable("KELVAR_DEFAULTS");
+  const QString named = fileNameFromBytes(qgetenv("KELVAR_DEFAULTS"));
   if (!named.isEmpty()) return UserDefaults(named, true);
   return UserDefaults(configurationFolder() + QStringLiteral("/kelvar/settings.sqlite"));
 }
@@ -250,7 +256,7 @@ UserDefaults UserDefaults::standard() {
 UserDefaults::UserDefaults(const QString& path) : UserDefaults(path, false) {}
 
 UserDefaults::UserDefaults(const QString& path, bool mayBeMistaken)
-    : path_(QFileInfo(path).absoluteFilePath()), mayBeMistaken_(mayBeMistaken) {}
+    : path_(absoluteFileName(path)), mayBeMistaken_(mayBeMistaken) {}
 
 bool UserDefaults::setObject(const QVariant& value, const QString& key, QString* error) const {
   if (!isKey(key)) {
