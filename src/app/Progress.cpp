@@ -4,12 +4,17 @@
 
 #include <chrono>
 #include <cstdio>
+#include <system_error>
 
 namespace kelvar::app {
 
 Progress::Progress() {
   if (isatty(STDERR_FILENO) == 0) return;
-  thread_ = std::jthread([this](const std::stop_token& stop) { show(stop); });
+  try {
+    thread_ = std::jthread([this](const std::stop_token& stop) { show(stop); });
+  } catch (const std::system_error&) {
+    // The system has no thread to give, and the work can be done without.
+  }
 }
 
 Progress::~Progress() = default;

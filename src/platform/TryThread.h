@@ -1,8 +1,10 @@
 #pragma once
 
+#include <latch>
 #include <system_error>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace kelvar {
 
@@ -15,6 +17,22 @@ std::thread tryThread(Work&& work) {
   } catch (const std::system_error&) {
     return {};
   }
+}
+
+/// Whether the system has so many threads to give beside those that there are: to be asked before
+/// what would wait forever for one that it did not get.
+inline bool canHaveThreads(int count) {
+  std::latch end(1);
+  std::vector<std::thread> threads;
+  threads.reserve(size_t(count));
+  while (threads.size() < size_t(count)) {
+    std::thread thread = tryThread([&] { end.wait(); });
+    if (!thread.joinable()) break;
+    threads.push_back(std::move(thread));
+  }
+  end.count_down();
+  for (std::thread& thread : threads) thread.join();
+  return threads.size() == size_t(count);
 }
 
 }  // namespace kelvar

@@ -9,6 +9,7 @@
 
 #include "platform/LibraryBeside.h"
 #include "platform/Log.h"
+#include "platform/TryThread.h"
 
 namespace kelvar {
 namespace {
@@ -32,6 +33,11 @@ void endSession() {
 }
 
 std::unique_ptr<URLSession> makeSession() {
+  // Qt Network has a thread of its own, beside ours.
+  if (!canHaveThreads(2)) {
+    logLine(u"Nothing can be fetched: the system has no threads to give");
+    return nullptr;
+  }
   const auto make = reinterpret_cast<URLSession* (*)()>(
       functionBeside(KELVAR_NETWORK_LIBRARY, "kelvarMakeURLSession"));
   return std::unique_ptr<URLSession>(make ? make() : nullptr);

@@ -40,7 +40,8 @@ class URLSession {
   static constexpr qsizetype kMaxBody = qsizetype{8} << 20;
 
   /// The session of this process. It ends with the QCoreApplication, which has to exist: tasks
-  /// still under way are dropped. Null, with a log line, when its library is missing. Safe from any
+  /// still under way are dropped. Null, with a log line, when its library is missing
+  /// or the system has no threads to give. Safe from any
   /// thread.
   static URLSession* shared();
 

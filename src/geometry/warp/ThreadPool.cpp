@@ -7,6 +7,8 @@
 #include <thread>
 #include <vector>
 
+#include "platform/TryThread.h"
+
 namespace kelvar::warp {
 namespace {
 
@@ -38,7 +40,7 @@ class Pool {
   void run(Job* job, int helpers) {
     {
       const std::lock_guard lock(mutex_);
-      while (int(workers_.size()) < helpers) workers_.emplace_back([this] { work(); });
+      helpers = grownTo(helpers);
       job->helpers = helpers;
       queue_.insert(queue_.end(), size_t(helpers), job);
     }
@@ -51,6 +53,17 @@ class Pool {
   }
 
  private:
+  /// As many of the wanted workers as the system has threads for.
+  int grownTo(int wanted) {
+    workers_.reserve(size_t(wanted));
+    while (int(workers_.size()) < wanted) {
+      std::thread worker = tryThread([this] { work(); });
+      if (!worker.joinable()) break;
+      workers_.push_back(std::move(worker));
+    }
+    return std::min(wanted, int(workers_.size()));
+  }
+
   void work() {
     insideTask = true;
     std::unique_lock lock(mutex_);
@@ -68,7 +81,7 @@ class Pool {
   std::mutex mutex_;
   std::condition_variable wake_, done_;
   std::vector<Job*> queue_;
-  std::vector<std::jthread> workers_;
+  std::vector<std::thread> workers_;
 };
 
 }  // namespace
