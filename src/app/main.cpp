@@ -2,6 +2,7 @@
 #include <csignal>
 #include <cstdio>
 #include <new>
+#include <sstream>
 
 #include "app/Failure.h"
 #include "app/Output.h"
@@ -51,7 +52,10 @@ int run(int argc, char** argv) {
   try {
     program.parse(argc, argv);
   } catch (const CLI::Success& success) {  // --help and --version.
-    return program.exit(success);
+    std::ostringstream text;
+    const int status = program.exit(success, text, text);
+    kelvar::app::writeOut(QByteArray::fromStdString(text.str()));
+    return status;
   } catch (const CLI::ParseError& error) {
     return complain(Failure::kMisuse, (std::string(error.what()) + " (see kelvar --help)").c_str());
   }

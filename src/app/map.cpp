@@ -87,11 +87,15 @@ class Stopwatch {
 uint64_t readRotation(const std::string& text) {
   uint64_t turns = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), turns);
-  if (error != std::errc() || end != text.data() + text.size()) {
-    misuse(QStringLiteral("--rotation takes a whole number of quarter turns from 0 on, not \"%1\"")
-               .arg(QString::fromStdString(text)));
-  }
-  return turns;
+  const bool isNumber = error == std::errc() && end == text.data() + text.size();
+  if (isNumber && turns < 4) return turns;
+  const bool isDegrees = isNumber && turns % 90 == 0;
+  const QString remedy = !isNumber ? QString()
+                         : isDegrees
+                             ? QStringLiteral("; %1 degrees are %2").arg(turns).arg(turns / 90 % 4)
+                             : QStringLiteral("; so many are the same as %1").arg(turns % 4);
+  misuse(QStringLiteral("--rotation takes a number of quarter turns from 0 to 3, not \"%1\"%2")
+             .arg(QString::fromStdString(text), remedy));
 }
 
 double checkedScale(double scale) {
@@ -273,7 +277,7 @@ std::function<void()> addMap(CLI::App& program) {
       ->type_name("S")
       ->capture_default_str();
   map->add_option("--rotation", arguments->rotation,
-                  "Quarter turns of the design within the shape, counter-clockwise")
+                  "Quarter turns of the design within the shape, counter-clockwise, 0 to 3")
       ->type_name("N")
       ->capture_default_str();
   map->add_flag("--flip", arguments->flip, "Swap the design's left and right");

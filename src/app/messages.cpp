@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
 #include <algorithm>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -128,6 +129,18 @@ void run(std::optional<qint64> read, bool json) {
   if (!problem.isNull()) fail(problem);
 }
 
+/// What is wrong, or nothing.
+std::string checkId(const std::string& text) {
+  bool isNumber = false;
+  QByteArray::fromStdString(text).toLongLong(&isNumber);
+  if (isNumber) return {};
+  return QStringLiteral("wanted is a message's id, a whole number from %1 to %2, not \"%3\"")
+      .arg(std::numeric_limits<qint64>::min())
+      .arg(std::numeric_limits<qint64>::max())
+      .arg(QString::fromStdString(text))
+      .toStdString();
+}
+
 }  // namespace
 
 std::function<void()> addMessages(CLI::App& program) {
@@ -138,7 +151,8 @@ std::function<void()> addMessages(CLI::App& program) {
   messages->footer(kExplanation);
   messages->fallthrough();
   messages->add_flag("--json", *json, "Print a JSON list");
-  messages->add_option("--read", *read, "Mark the message with this id as read; fetches nothing");
+  messages->add_option("--read", *read, "Mark the message with this id as read; fetches nothing")
+      ->check(checkId);
   return [json, read] { run(*read, *json); };
 }
 

@@ -9,8 +9,10 @@
 #include "app/DocumentCommand.h"
 #include "app/Failure.h"
 #include "app/Output.h"
+#include "app/Progress.h"
 #include "app/timeLimit.h"
 #include "host/ArtboardRenderer.h"
+#include "host/DocumentMapping.h"
 #include "host/SketchDocument.h"
 #include "platform/FileName.h"
 #include "platform/ImageFile.h"
@@ -51,10 +53,10 @@ struct Arguments {
 [[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
 [[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
 
-/// The one layer that was meant, or a failure that lists those that could be.
+/// The one layer that was meant, or a failure that lists those that could be, or those that exist.
 SketchLayerRef onlyOne(const QList<SketchLayerRef>& layers, const QString& what,
-                       const QString& name) {
-  if (layers.isEmpty()) fail(u"there is no %1 \"%2\" in the document"_s.arg(what, name));
+                       const QString& name, const QString& others) {
+  if (layers.isEmpty()) fail(u"the document has no %1 \"%2\"%3"_s.arg(what, name, others));
   if (layers.size() == 1) return layers.first();
   QStringList list;
   for (const SketchLayerRef& layer : layers) {
@@ -68,16 +70,18 @@ SketchLayerRef chosenLayer(const SketchDocument& document, const Arguments& argu
   QList<SketchLayerRef> found;
   if (!arguments.layer.empty()) {
     const QString name = QString::fromStdString(arguments.layer);
-    return onlyOne(document.layersNamed(name), u"layer"_s, name);
+    return onlyOne(document.layersNamed(name), u"layer"_s, name, {});
   }
   if (arguments.artboard.empty() && arguments.page.empty()) return document.currentPage();
   const bool isPage = arguments.artboard.empty();
   const QString name = QString::fromStdString(isPage ? arguments.page : arguments.artboard);
-  for (const SketchLayerRef& layer : isPage ? document.pages() : document.artboards()) {
+  const QList<SketchLayerRef> all = isPage ? document.pages() : document.artboards();
+  for (const SketchLayerRef& layer : all) {
     if (layer->objectID() == name) return layer;
     if (layer->name() == name) found.append(layer);
   }
-  return onlyOne(found, isPage ? u"page"_s : u"artboard"_s, name);
+  return onlyOne(found, isPage ? u"page"_s : u"artboard"_s, name,
+                 DocumentMapping::namesThatExist(all));
 }
 
 void check(const Arguments& arguments) {
@@ -111,13 +115,17 @@ void report(const Image& picture, const QStringList& warnings) {
 void run(const Arguments& arguments) {
   check(arguments);
   limitTime(arguments.timeout);
+  Progress progress;
+  progress.setStage("reading");
   QString error;
   const SketchDocumentRef document = openDocument(arguments.document);
+  progress.setStage("drawing");
   ArtboardRenderer renderer(document);
   const ImageRef picture = arguments.preview ? renderer.renderPreview(&error)
                                              : renderer.render(*chosenLayer(*document, arguments),
                                                                arguments.scale, &error);
   if (!picture) fail(error);
+  progress.setStage("writing");
   liftTimeLimitForStream(arguments.output);
   if (!ImageFile::write(*picture, fileNameFromBytes(arguments.output), &error)) fail(error);
   liftTimeLimit();

@@ -29,6 +29,23 @@ QString listed(const QList<SketchLayerRef>& layers) {
          (more > 0 ? QStringLiteral(" and %1 more").arg(more) : QString());
 }
 
+}  // namespace
+
+QString DocumentMapping::namesThatExist(const QList<SketchLayerRef>& layers) {
+  QStringList names;
+  for (const SketchLayerRef& layer : layers) names.append(u'"' + layer->name() + u'"');
+  names.removeDuplicates();
+  const qsizetype more = names.size() - kMostListed;
+  if (more > 0) names = names.first(kMostListed) + QStringList(QStringLiteral("%1 more").arg(more));
+  const QString last = names.isEmpty() ? QString() : names.takeLast();
+  if (last.isEmpty()) return QStringLiteral(", and none at all");
+  return QStringLiteral(", only ") +
+         (names.isEmpty() ? last
+                          : names.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last);
+}
+
+namespace {
+
 /// The only one of `found`; null, and a sentence about its `kind`, when there are none or several.
 SketchLayerRef only(const QList<SketchLayerRef>& found, const QString& kind, const QString& name,
                     QString* error) {
@@ -87,7 +104,9 @@ SketchLayerRef DocumentMapping::layer(const QString& nameOrID, QString* error) c
 SketchLayerRef DocumentMapping::artboard(const QString& nameOrID, QString* error) const {
   QList<SketchLayerRef> found = document_->layersNamed(nameOrID);
   found.removeIf([](const SketchLayerRef& layer) { return !layer->isArtboard(); });
-  return only(found, QStringLiteral("artboard"), nameOrID, error);
+  const SketchLayerRef artboard = only(found, QStringLiteral("artboard"), nameOrID, error);
+  if (found.isEmpty()) *error += namesThatExist(document_->artboards());
+  return artboard;
 }
 
 bool DocumentMapping::map(const SketchLayerRef& layer, LayerSettings settings, const Design& design,

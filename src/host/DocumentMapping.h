@@ -25,6 +25,9 @@ class KELVAR_EXPORT DocumentMapping {
   /// The one artboard that has this name or identifier; null otherwise.
   SketchLayerRef artboard(const QString& nameOrID, QString* error) const;
 
+  /// Of a sentence about one that does not exist, the end that lists those that do.
+  static QString namesThatExist(const QList<SketchLayerRef>& layers);
+
   /// How designs are sampled, and on how many threads, 0 for one each processor.
   void setSampling(warp::Sampling sampling) { sampling_ = sampling; }
   void setThreads(int threads) { threads_ = threads; }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -188,6 +190,26 @@ TEST_F(Document, NamesOfFilesAreBytes) {
   EXPECT_EQ(bytes("err"), "kelvar: cannot read no\\xe9.sketch: there is no such file\n");
 }
 
+TEST_F(Document, NeedsNoThreads) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can become a user who has no other process";
+  ASSERT_EQ(run("chmod 777 . && chmod 666 *"), 0);
+  const std::string user = "setpriv --reuid=54321 --regid=54321 --clear-groups ";
+  if (run(user + "kelvar --version") != 0) GTEST_SKIP() << "the build is not for others' eyes";
+  const std::string alone = "timeout 100 " + user + "prlimit --nproc=1 kelvar ";
+  const std::string commands[] = {
+      "map red.png --points '0,0 900,0 900,900 0,900' -o alone.png",
+      "map artboard:Screen --document doc.sketch --layer Glass -o alone.sketch",
+      "render doc.sketch --artboard Mockup --scale 2 -o alone.png",
+      "refresh alone.sketch -o again.sketch",
+  };
+  for (const std::string& command : commands) {
+    EXPECT_EQ(run(alone + command), 0) << command << ": " << bytes("err").constData();
+  }
+  EXPECT_EQ(run("export KELVAR_API_SERVER=http://127.0.0.1:9 HOME=$PWD; " + alone + "messages"), 1);
+  EXPECT_TRUE(bytes("err").startsWith("kelvar: no messages were fetched: "))
+      << bytes("err").constData();
+}
+
 TEST_F(Document, SaysWhatIsWrong) {
   ASSERT_EQ(run("echo none > none.sketch; mkdir folder.sketch"), 0);
   const std::string map = "kelvar map artboard:Screen --document doc.sketch ";
@@ -212,7 +234,9 @@ TEST_F(Document, SaysWhatIsWrong) {
       {map + "--layer Sky -o out.sketch", 1, "\"Screen\" shows \"Screen\""},
       {map + "--layer Glass -o none/out.sketch", 1, "none/out.sketch"},
       {"kelvar map artboard:Nobody --document doc.sketch --layer Glass -o out.sketch", 1,
-       "no artboard \"Nobody\""},
+       "no artboard \"Nobody\", only \"Screen\" and \"Mockup\""},
+      {"kelvar render doc.sketch --artboard Nobody -o out.png", 1,
+       "no artboard \"Nobody\", only \"Screen\" and \"Mockup\""},
       {"kelvar map missing.png --document doc.sketch --layer Glass -o out.sketch", 1,
        "missing.png"},
       {"kelvar map - --document doc.sketch --layer Glass --layer Sky -o out.sketch", 2,

@@ -80,6 +80,7 @@ class Map : public testing::Test {
     write("text.png", "This is no picture.\n");
     write("huge.png", hugePng());
     QDir(dir_.path()).mkdir(QStringLiteral("folder.png"));
+    QFile::link(QStringLiteral("nowhere"), path("link.png"));
   }
 
   QString path(const char* name) const { return dir_.filePath(QString::fromLatin1(name)); }
@@ -137,12 +138,16 @@ TEST_F(Map, RefusesBadInputWithOneSentenceAndNoOutput) {
       {"kelvar map design.png $P -o out.png --rotation -1", 2, "--rotation"},
       {"kelvar map design.png $P -o out.png --rotation 1.5", 2, "--rotation"},
       {"kelvar map design.png $P -o out.png --rotation 18446744073709551616", 2, "--rotation"},
+      {"kelvar map design.png $P -o out.png --rotation 90", 2, "90 degrees are 1"},
+      {"kelvar map design.png $P -o out.png --rotation 450", 2, "450 degrees are 1"},
+      {"kelvar map design.png $P -o out.png --rotation 7", 2, "so many are the same as 3"},
       {"kelvar map design.png $P -o out.png --threads -1", 2, "--threads"},
       {"kelvar map - --onto - $P -o out.png <design.png", 2, "both"},
       {"kelvar map design.png $P --json -o -", 2, "standard output"},
 
       {"kelvar map missing.png $P -o out.png", 1, "missing.png"},
       {"kelvar map folder.png $P -o out.png", 1, "folder.png"},
+      {"kelvar map link.png $P -o out.png", 1, "link to nowhere, which"},
       {"kelvar map empty.png $P -o out.png", 1, "empty.png"},
       {"kelvar map text.png $P -o out.png", 1, "text.png"},
       {"kelvar map short.png $P -o out.png", 1, "short.png"},
@@ -190,9 +195,11 @@ TEST_F(Map, RefusesBadInputWithOneSentenceAndNoOutput) {
       {"kelvar map design.png $P --onto '' -o out.png", 1, "the path is empty"},
       {"kelvar map design.png --points '900,0 999,0 999,90 900,90' --onto photo.png -o out.png", 2,
        "outside the photo"},
-      {"ulimit -f 8; kelvar map noise.png $P -o out.png", 1, "out.png"},
+      {"ulimit -f 8; kelvar map noise.png $P -o out.png", 1, "out.png: File too large"},
+      {"ulimit -f 8; kelvar map noise.png $P -o out.jpg", 1, "out.jpg: File too large"},
       {"ulimit -f 8; kelvar map noise.png $P -o noise.png", 1, "noise.png"},
-      {"kelvar map noise.png $P -o - >/dev/full", 1, "standard output"},
+      {"kelvar map noise.png $P -o - >/dev/full", 1, "standard output: No space left on device"},
+      {"kelvar --help >/dev/full", 1, "No space left on device"},
   };
   const QMap<QString, QByteArray> before = contents();
   for (const auto& [line, status, sentence] : cases) {
@@ -241,7 +248,7 @@ TEST_F(Map, AgreesWithTheLibrary) {
       {"--scale 1.5", {.scale = 1.5, .sampling = Sampling::Best}},
       {"--flip", {.flipped = true, .sampling = Sampling::Best}},
       {"--rotation 1", {.rotation = 1, .sampling = Sampling::Best}},
-      {"--rotation 18446744073709551615 --flip --threads 1",
+      {"--rotation 3 --flip --threads 1",
        {.rotation = 3, .flipped = true, .sampling = Sampling::Best}},
   };
   for (auto [options, mapping] : cases) {

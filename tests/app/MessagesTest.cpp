@@ -56,8 +56,12 @@ TEST_F(Messages, TellWhatWentWrong) {
   EXPECT_EQ(status_, 1);
   EXPECT_EQ(error_, "kelvar: there is no message 7\n");
   EXPECT_FALSE(QFile::exists(path_));
-  EXPECT_EQ(read("seven"), "");
-  EXPECT_EQ(status_, 2);
+  for (const char* id : {"seven", "9223372036854775808"}) {
+    EXPECT_EQ(read(id), "");
+    EXPECT_EQ(status_, 2);
+    EXPECT_TRUE(error_.contains("a whole number from -9223372036854775808 to"))
+        << error_.constData();
+  }
 
   // What is there already is listed all the same.
   const Server server({Server::http(kTwo)});

@@ -296,7 +296,7 @@ TEST_F(CatalogueTest, OperationsGiveWhatTheyGiveInTheLibrary) {
       {"document.fillLayer_withImage_settings_(layer, image, {quality: 'fine'})",
        "Error: the setting quality does not fit"},
       {"document.fillLayer_withImage_settings_(layer, image, {artboard: 'nowhere'})",
-       "Error: the document has no artboard \"nowhere\""},
+       "Error: the document has no artboard \"nowhere\", only \"A\""},
       {"(() => { document.fillLayer_withImage_settings_(layer, image, {artboard: 'A-id',"
        " rotation: 2}); document.fillLayer_withImage_settings_(layer, image, {flipped: true});"
        " return JSON.stringify(document.settingsOfLayer_(layer)) + document.mappedLayers() })()",

@@ -104,6 +104,9 @@ TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
         "{\"identifier\": \"y\", \"script\": \"x.js\"},"
         "{\"identifier\": \"run\", \"script\": \"x.js\", \"handlers\": {\"run\": \"other\"}},"
         "{\"identifier\": \"all\", \"script\": \"x.js\", \"handlers\": \"other\"}]}");
+  write(u"ill/Contents/Sketch/manifest.json"_s,
+        "{\"commands\": [{\"identifier\": \"e\\u001b[2J\", \"script\": \"x.js\", "
+        "\"name\": \"n\\u009b]0;\"}, {\"identifier\": \"f\", \"script\": \"x.js\"}]}");
   write(u"nameless/Contents/Sketch/manifest.json"_s,
         "{\"commands\": [{\"name\": \"Do\", \"script\": \"x.js\"}]}");
   write(u"p/Contents/Sketch/x.js"_s,
@@ -115,6 +118,9 @@ TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
       {"a.js --select x", "2: kelvar: --select needs a --document"},
       {"a.js --document nowhere.sketch", "1: kelvar: "},
       {"a.js --frobnicate", "2: kelvar: "},
+      {"a.js --timeout 0", "2: kelvar: --timeout: wanted is a number of seconds above 0"},
+      {"ill --list", "e\xef\xbf\xbd[2J\tn\xef\xbf\xbd]0;\n"},
+      {"ill --command x", "2: kelvar: the plug-in has no command x, only e\xef\xbf\xbd[2J, f"},
       {"a.js x", "2: kelvar: The following argument was not expected: x"},
       {"echo.js -- --list x", "--list,x"},
       {"bad --list", "1: kelvar: bad/Contents/Sketch/manifest.json is no plug-in's manifest: "},

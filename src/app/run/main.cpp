@@ -21,6 +21,7 @@
 #include "app/run/endDescendants.h"
 #include "host/SketchDocument.h"
 #include "platform/FileName.h"
+#include "platform/TryThread.h"
 #include "runtime/Conversion.h"
 #include "scripting/PluginBundle.h"
 #include "scripting/ScriptRuntime.h"
@@ -30,6 +31,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using kelvar::ScriptRuntime;
 using kelvar::app::Failure;
+using kelvar::app::printable;
 
 constexpr const char* kExplanation = R"(
 Runs a script, or a command of a plug-in, with Kelvar's classes. The script's function onRun, or the
@@ -49,6 +51,9 @@ Exit status: 0 done, 1 the script failed or cannot be run, 2 misuse.)";
 /// The most memory that a script may have the program take, less where the machine has little.
 constexpr size_t kMostMemory = size_t{4} << 30;
 
+/// What the engine starts at once, beside the guard; it breaks off where it gets none.
+constexpr int kEngineThreads = 4;
+
 /// For the signal handler, while a script runs.
 std::atomic<ScriptRuntime*> running = nullptr;
 std::atomic<bool> wasInterrupted = false;
@@ -64,8 +69,12 @@ struct Arguments {
   bool json = false;
 };
 
-[[noreturn]] void fail(const QString& sentence) { throw Failure(Failure::kFailed, sentence); }
-[[noreturn]] void misuse(const QString& sentence) { throw Failure(Failure::kMisuse, sentence); }
+[[noreturn]] void fail(const QString& sentence) {
+  throw Failure(Failure::kFailed, printable(sentence));
+}
+[[noreturn]] void misuse(const QString& sentence) {
+  throw Failure(Failure::kMisuse, printable(sentence));
+}
 
 void print(const QString& line) { kelvar::app::print(line.toUtf8()); }
 
@@ -118,7 +127,7 @@ kelvar::PluginBundleRef openPlugin(const QString& path) {
 void list(const kelvar::PluginBundle& plugin, bool json) {
   QJsonArray all;
   for (const kelvar::PluginCommandRef& command : plugin.commands()) {
-    if (!json) print(command->identifier() + u'\t' + command->name());
+    if (!json) print(printable(command->identifier()) + u'\t' + printable(command->name()));
     all.append(QJsonObject{{u"identifier"_s, command->identifier()},
                            {u"name"_s, command->name()},
                            {u"script"_s, command->script()},
@@ -160,7 +169,9 @@ QVariantList chosenLayers(const kelvar::SketchDocumentRef& document, const Argum
   QString told = failure.message;
   if (!failure.file.isEmpty()) told += u"\n%1:%2"_s.arg(failure.file).arg(failure.line);
   if (!failure.text.isEmpty()) told += u"\n    "_s + failure.text;
-  fail(told);
+  QStringList lines = told.replace(u'\t', u' ').split(u'\n');
+  for (QString& line : lines) line = printable(line);
+  throw Failure(Failure::kFailed, lines.join(u'\n'));
 }
 
 /// A script by itself needs no function.
@@ -196,6 +207,9 @@ void run(const Arguments& arguments) {
                             {u"scriptPath"_s, kelvar::absoluteFileName(script)},
                             {u"arguments"_s, rest}};
 
+  if (!kelvar::canHaveThreads(kEngineThreads)) {
+    fail(u"scripts need threads of their own, and the system has none to give"_s);
+  }
   ScriptRuntime runtime(print);
   if (arguments.timeout > 0) runtime.setTimeout(std::chrono::duration<double>(arguments.timeout));
   runtime.setMemoryLimit(mostMemory());
@@ -215,6 +229,17 @@ void run(const Arguments& arguments) {
   if (!done) tell(*runtime.failure());
 }
 
+/// What is wrong, or nothing.
+std::string checkSeconds(const std::string& text) {
+  constexpr double kMost = 86400;
+  bool isNumber = false;
+  const double seconds = QByteArray::fromStdString(text).toDouble(&isNumber);
+  if (isNumber && seconds > 0 && seconds <= kMost) return {};
+  return u"wanted is a number of seconds above 0, at most %1, not \"%2\""_s.arg(kMost)
+      .arg(QString::fromStdString(text))
+      .toStdString();
+}
+
 int parseAndRun(int argc, char** argv) {
   Arguments arguments;
   CLI::App program("Runs scripts and commands of plug-ins.", "kelvar run");
@@ -231,7 +256,7 @@ int parseAndRun(int argc, char** argv) {
       ->allow_extra_args(false);
   CLI::Option* const timeout =
       program.add_option("--timeout", arguments.timeout, "Stop after so many seconds")
-          ->check(CLI::PositiveNumber);
+          ->check(checkSeconds);
   CLI::Option* const list = program.add_flag("--list", arguments.list, "List the commands");
   program.add_flag("--json", arguments.json, "List them as JSON")->needs(list);
   list->excludes(timeout);
@@ -244,8 +269,7 @@ int parseAndRun(int argc, char** argv) {
   } catch (const CLI::Success& success) {
     return program.exit(success);
   } catch (const CLI::ParseError& error) {
-    throw Failure(Failure::kMisuse,
-                  QString::fromUtf8(error.what()) + u" (see kelvar run --help)"_s);
+    misuse(QString::fromUtf8(error.what()) + u" (see kelvar run --help)"_s);
   }
   kelvar::app::setVerbose(verbose);
   run(arguments);
