@@ -22,9 +22,9 @@ ImageRef KeptPictures::read(const QString& file, const QSizeF& vectorSize, QStri
     kept_.move(i, kept_.size() - 1);
     return kept_.back().picture;
   }
-  const auto size = [&](const QSizeF&) {
+  const auto size = [&](const QSizeF& natural) {
     fresh.isVector = true;
-    return vectorSize;
+    return vectorSize.isEmpty() ? natural : vectorSize;
   };
   fresh.picture = ImageFile::read(file, {.vectorSize = size}, error);
   if (fresh.picture) keep(fresh);

@@ -60,6 +60,25 @@ TEST_F(Photo, DrawsTheShapesOverEachOther) {
   EXPECT_EQ(mockup.exportPicture(arrangement_, &error)->pixels(), first->pixels());
 }
 
+TEST_F(Photo, TakesVectorsInTheirNaturalSize) {
+  QFile file(path("photo.svg"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(
+      "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 80 60'><rect width='9' height='9'/>"
+      "</svg>");
+  file.close();
+  arrangement_.photo = path("photo.svg");
+  const QString design = arrangement_.addDesign(path("photo.svg"));
+  PhotoMockup mockup(arrangement_);
+  const Mockup::Drawing drawing = mockup.draw(arrangement_, Mockup::Purpose::Window);
+  ASSERT_TRUE(drawing.picture) << drawing.problem.toStdString();
+  EXPECT_EQ(drawing.picture->size(), QSizeF(80, 60));
+  QString error;
+  const ImageRef picture = mockup.designPicture(*arrangement_.design(design), 100, &error);
+  ASSERT_TRUE(picture) << error.toStdString();
+  EXPECT_EQ(picture->size(), QSizeF(80, 60));
+}
+
 TEST_F(Photo, KnowsWhereADesignsTopLeftGoes) {
   withRedCorner(40).save(path("a.png"));
   const std::array<QPointF, 4> drawn[] = {{QPointF(5, 5), {60, 8}, {58, 50}, {3, 45}},
