@@ -122,6 +122,21 @@ class Map : public testing::Test {
 
 constexpr const char* kRectangle = "--points '0,0 120,0 120,80 0,80'";
 
+TEST_F(Map, TakesWhatDrawsAnSvgAlongWhenItIsKilled) {
+  write("slow.svg",
+        "<svg xmlns='http://www.w3.org/2000/svg' width='4000' height='4000'>" +
+            QByteArray("<rect width='4000' height='4000' opacity='.5'/>").repeated(9999) +
+            "</svg>");
+  // What is left would take its ten seconds. A process that has ended has no program any more.
+  const Result result =
+      run("(exec '" KELVAR_PROGRAM
+          "' map slow.svg --points '0,0 3000,0 3000,3000 0,3000' -o out.png) & p=$!; until "
+          "c=$(cat /proc/$p/task/$p/children) && [ -n \"$c\" ]; do sleep 0.01; done; sleep 0.5; "
+          "readlink /proc/${c%% *}/exe || exit 2; kill -9 $p; for i in $(seq 50); do "
+          "readlink /proc/${c%% *}/exe || exit 0; sleep 0.1; done; exit 1");
+  EXPECT_EQ(result.status, 0) << result.out.toStdString() << result.err.toStdString();
+}
+
 TEST_F(Map, RefusesBadInputWithOneSentenceAndNoOutput) {
   const struct {
     const char* line;
