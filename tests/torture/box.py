@@ -92,10 +92,12 @@ class Running:
         """The end within `seconds` of its start, a status among `statuses`, at most `memory` bytes,
         and for a failure one line on standard error."""
         in_time = self.ends_within(self.start + seconds - time.monotonic())
-        self.kill_unless(in_time)
+        if not in_time:
+            self.kill()
         _, status, usage = os.wait4(self.pid, 0)
         took = time.monotonic() - self.start
         self.process.returncode = status = os.waitstatus_to_exitcode(status)
+        has_left = in_time and self.leaves_others()
         self.kill()
         with _lock:
             if _running is None:
@@ -104,6 +106,7 @@ class Running:
         ended = Ended(status, self._text(self.out), self._text(self.err), took)
         if not in_time:
             return ended.expect(False, f"still runs after {seconds:g} s")
+        ended.expect(not has_left, "what it has started runs on")
         if status < 0:
             ended.expect(status in statuses, f"{signal.Signals(-status).name}: {ended.said}")
         else:
@@ -113,9 +116,15 @@ class Running:
         peak = usage.ru_maxrss << 10
         return ended.expect(peak <= memory, f"takes {peak >> 20} MiB")
 
-    def kill_unless(self, ended):
-        if not ended:
-            self.kill()
+    def leaves_others(self):
+        """Whether anything of its session still runs a second after its end."""
+        for _ in range(20):
+            try:
+                os.killpg(self.pid, 0)
+            except ProcessLookupError:
+                return False
+            time.sleep(0.05)
+        return True
 
     @staticmethod
     def _text(file):

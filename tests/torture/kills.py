@@ -4,15 +4,17 @@ import random
 import signal
 
 from box import EXAMPLE, ROOT, Ended, case
+from designs import svgs
 from server import answering, http
-from sketch import page_of
+from sketch import page_of, png
 
 
 def killed(box, words, chance, longest, **how):
     """Starts the program and kills it within `longest` seconds; whether it had ended by itself."""
     running = box.start(*words, **how)
     done = running.ends_within(chance.uniform(0, longest))
-    running.kill_unless(done)
+    if not done:
+        running.signal(signal.SIGKILL)
     ended = running.wait(10, statuses=(0, -signal.SIGKILL))
     return ended, done
 
@@ -89,6 +91,22 @@ def servers(box):
                 listed = box.run("settings", "list")
                 ended.faults += listed.faults
                 yield ended.expect(listed.status == 0 and not listed.err, "the store is damaged")
+
+
+@case("kills amid an SVG")
+def drawings(box):
+    """What draws them in a process of its own ends with whoever asked for it."""
+    box.write("slow.svg", dict(svgs())["dashes"])
+    for number in (signal.SIGKILL, signal.SIGTERM, signal.SIGINT):
+        for words in (["map", "slow.svg", "--points", "0,0 400,60 380,600 10,560", "-o", "o.png"],
+                      ["panel", box.write("photo.png", png(900, 900)), "--design", "slow.svg"]):
+            running = box.start(*words, env={"QT_QPA_PLATFORM": "offscreen"})
+            early = running.ends_within(1.5)
+            running.signal(number)
+            ended = running.wait(6, statuses=(0, 1, 128 + number, -number), sentence=False)
+            ended.expect(not early, f"ended by itself: {ended.said}")
+            ended.faults = [f"{words[0]}, {number.name}: {fault}" for fault in ended.faults]
+            yield ended
 
 
 @case("Ctrl-C and SIGTERM of all commands")
