@@ -57,6 +57,8 @@ constexpr int kEngineThreads = 4;
 /// For the signal handler, while a script runs.
 std::atomic<ScriptRuntime*> running = nullptr;
 std::atomic<bool> wasInterrupted = false;
+/// Set by whichever ends the script, itself or the guard; the other one then lets it.
+std::atomic_flag hasEnded;
 
 struct Arguments {
   std::string target;
@@ -90,7 +92,10 @@ size_t mostMemory() {
   return std::min(kMostMemory, all / 2);
 }
 
-[[noreturn]] void endNow() {
+/// Ends the program, unless the script has just ended by itself.
+void endNow(const QString& sentence) {
+  if (hasEnded.test_and_set()) return;
+  std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(sentence));
   kelvar::app::endDescendants();
   std::_Exit(Failure::kFailed);
 }
@@ -102,17 +107,15 @@ void guard(size_t memory, double timeout) {
   const auto end = Clock::now() + std::chrono::duration<double>(timeout + 1);
   std::thread([=] {
     const auto page = size_t(sysconf(_SC_PAGESIZE));
-    while (true) {
+    while (!hasEnded.test()) {
       std::this_thread::sleep_for(std::chrono::milliseconds(20));
-      if (timeout > 0 && running && Clock::now() > end) {
-        std::fprintf(stderr, "kelvar: the script did not end within %g s\n", timeout);
-        endNow();
+      if (timeout > 0 && Clock::now() > end) {
+        return endNow(u"the script did not end within %1 s"_s.arg(timeout));
       }
       QFile file(u"/proc/self/statm"_s);
       if (!file.open(QIODevice::ReadOnly)) return;
       if (file.readAll().split(' ').value(1).toULongLong() * page < memory) continue;
-      std::fprintf(stderr, "kelvar: the script uses more than %zu MB of memory\n", memory >> 20);
-      endNow();
+      return endNow(u"the script uses more than %1 MB of memory"_s.arg(memory >> 20));
     }
   }).detach();
 }
@@ -186,6 +189,19 @@ bool callHandler(ScriptRuntime& runtime, const kelvar::PluginCommandRef& command
   return true;
 }
 
+/// False when the script failed.
+bool runScript(ScriptRuntime& runtime, const QString& script,
+               const kelvar::PluginCommandRef& command, const QVariantMap& context) {
+  running = &runtime;
+  const auto end = qScopeGuard([] {
+    running = nullptr;
+    while (hasEnded.test_and_set()) pause();  // The guard is about to end the program.
+  });
+  std::signal(SIGINT, interrupt);
+  runtime.setGlobal(u"context"_s, context);
+  return runtime.evaluateFile(script) && callHandler(runtime, command, context) && runtime.run();
+}
+
 void run(const Arguments& arguments) {
   const QString target = kelvar::fileNameFromBytes(arguments.target);
   const bool isPlugin = kelvar::isFolder(target);
@@ -215,17 +231,9 @@ void run(const Arguments& arguments) {
   runtime.setMemoryLimit(mostMemory());
   kelvar::app::adoptDescendants();
   guard(mostMemory() + mostMemory() / 4, arguments.timeout);
-  running = &runtime;
-  const auto forget = qScopeGuard([] { running = nullptr; });
-  std::signal(SIGINT, interrupt);
-  runtime.setGlobal(u"context"_s, context);
-  const bool done =
-      runtime.evaluateFile(script) && callHandler(runtime, command, context) && runtime.run();
+  const bool done = runScript(runtime, script, command, context);
   if (document) kelvar::app::tellWarnings(document->warnings());
-  if (runtime.isStopped()) {
-    running = nullptr;  // The guard need not end it, too.
-    kelvar::app::endDescendants();
-  }
+  if (runtime.isStopped()) kelvar::app::endDescendants();
   if (!done) tell(*runtime.failure());
 }
 
