@@ -28,6 +28,22 @@ _running = set()
 _lock = threading.Lock()
 
 
+def session_of(leader):
+    """The processes of a session that still run, also after their leader has ended."""
+    try:
+        os.killpg(leader, 0)
+    except ProcessLookupError:
+        return []
+    running = []
+    for name in filter(str.isdigit, os.listdir("/proc")):
+        with contextlib.suppress(OSError):
+            text = pathlib.Path("/proc", name, "stat").read_text()
+            state, _, _, session = text.rpartition(")")[2].split()[:4]
+            if int(session) == leader and state != "Z":  # Who has ended may wait for its parent.
+                running.append(int(name))
+    return running
+
+
 class Stopped(Exception):
     """The trials are over, by Ctrl-C or because their time is up."""
 
@@ -119,9 +135,7 @@ class Running:
     def leaves_others(self):
         """Whether anything of its session still runs a second after its end."""
         for _ in range(20):
-            try:
-                os.killpg(self.pid, 0)
-            except ProcessLookupError:
+            if not session_of(self.pid):
                 return False
             time.sleep(0.05)
         return True
