@@ -76,10 +76,11 @@ void messages(State& state) {
   for (auto _ : state) {
     store->removeObjectForKey(QLatin1String(kelvar::ServerMessages::kKey));
     std::binary_semaphore done(0);
-    kelvar::ServerMessages::load([store] { return store; }, [&](const QString& error) {
-      if (!error.isNull()) state.SkipWithError(qPrintable(error));
-      done.release();
-    });
+    kelvar::ServerMessages::load([store] { return store; },
+                                 [&](const QString& error) {
+                                   if (!error.isNull()) state.SkipWithError(qPrintable(error));
+                                   done.release();
+                                 });
     done.acquire();
   }
   const auto stored = store->objectForKey(QLatin1String(kelvar::ServerMessages::kKey)).toList();
