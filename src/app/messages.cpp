@@ -134,7 +134,7 @@ std::string checkId(const std::string& text) {
   bool isNumber = false;
   QByteArray::fromStdString(text).toLongLong(&isNumber);
   if (isNumber) return {};
-  return QStringLiteral("wanted is a message's id, a whole number from %1 to %2, not \"%3\"")
+  return QStringLiteral("must be a message ID, a whole number from %1 to %2, not \"%3\"")
       .arg(std::numeric_limits<qint64>::min())
       .arg(std::numeric_limits<qint64>::max())
       .arg(QString::fromStdString(text))

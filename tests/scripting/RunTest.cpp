@@ -118,7 +118,7 @@ TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
       {"a.js --select x", "2: kelvar: --select needs a --document"},
       {"a.js --document nowhere.sketch", "1: kelvar: "},
       {"a.js --frobnicate", "2: kelvar: "},
-      {"a.js --timeout 0", "2: kelvar: --timeout: wanted is a number of seconds above 0"},
+      {"a.js --timeout 0", "2: kelvar: --timeout: must be a number of seconds above 0"},
       {"ill --list", "e\xef\xbf\xbd[2J\tn\xef\xbf\xbd]0;\n"},
       {"ill --command x", "2: kelvar: the plug-in has no command x, only e\xef\xbf\xbd[2J, f"},
       {"a.js x", "2: kelvar: The following argument was not expected: x"},

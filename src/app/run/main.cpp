@@ -243,7 +243,7 @@ std::string checkSeconds(const std::string& text) {
   bool isNumber = false;
   const double seconds = QByteArray::fromStdString(text).toDouble(&isNumber);
   if (isNumber && seconds > 0 && seconds <= kMost) return {};
-  return u"wanted is a number of seconds above 0, at most %1, not \"%2\""_s.arg(kMost)
+  return u"must be a number of seconds above 0, at most %1, not \"%2\""_s.arg(kMost)
       .arg(QString::fromStdString(text))
       .toStdString();
 }
