@@ -17,7 +17,7 @@ ImageRef KeptPictures::read(const QString& file, const QSizeF& vectorSize, QStri
   Kept fresh{.file = file, .picture = nullptr, .vectorSize = vectorSize, .state = fileState(file)};
   for (qsizetype i = 0; i < kept_.size(); ++i) {
     const Kept& kept = kept_[i];
-    if (kept.file != file || kept.state != fresh.state) continue;
+    if (kept.file != file || kept.state != fresh.state || kept.isForgotten) continue;
     if (kept.isVector && kept.vectorSize != vectorSize) continue;
     kept_.move(i, kept_.size() - 1);
     return kept_.back().picture;
@@ -33,8 +33,9 @@ ImageRef KeptPictures::read(const QString& file, const QSizeF& vectorSize, QStri
 
 void KeptPictures::keep(const Kept& fresh) {
   // What is of an older state of the file will never be asked for again.
-  kept_.removeIf(
-      [&](const Kept& kept) { return kept.file == fresh.file && kept.state != fresh.state; });
+  kept_.removeIf([&](const Kept& kept) {
+    return kept.file == fresh.file && (kept.state != fresh.state || kept.isForgotten);
+  });
   kept_.append(fresh);
   qsizetype bytes = 0;
   for (const Kept& kept : kept_) bytes += kept.picture->pixels().sizeInBytes();
@@ -51,7 +52,7 @@ ImageRef KeptPictures::last(const QString& file) const {
 
 void KeptPictures::forget(const QString& file) {
   for (Kept& kept : kept_) {
-    if (kept.file == file) kept.state = {};
+    if (kept.file == file) kept.isForgotten = true;
   }
 }
 

@@ -30,6 +30,7 @@ class KELVAR_EXPORT KeptPictures {
     /// The size asked for, of a vector.
     QSizeF vectorSize;
     FileState state{};
+    bool isForgotten = false;
   };
   void keep(const Kept& fresh);
 
