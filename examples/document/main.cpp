@@ -6,6 +6,7 @@
 #include <map>
 
 #include "Parts.h"
+#include "platform/FileName.h"
 #include "platform/WholeFile.h"
 #include "platform/ZipArchive.h"
 
@@ -90,7 +91,7 @@ int main(int argc, char** argv) {
   const auto empty = kelvar::ZipArchive::read({}, &error);
   const QByteArray document = empty->written(files(), {}, &error);
   if (!document.isEmpty() &&
-      kelvar::WholeFile::write(QString::fromLocal8Bit(argv[1]), document, &error)) {
+      kelvar::WholeFile::write(kelvar::fileNameFromBytes(argv[1]), document, &error)) {
     return 0;
   }
   std::fprintf(stderr, "%s\n", qPrintable(error));
