@@ -203,7 +203,7 @@ void list(const Arguments& arguments) {
     const QVariantMap map = each.toMap();
     print(oneWord(map[QStringLiteral("key")].toString()) + '\t' +
           map[QStringLiteral("type")].toByteArray() + '\t' +
-          jsonText(map[QStringLiteral("value")]));
+          printable(QString::fromUtf8(jsonText(map[QStringLiteral("value")]))).toUtf8());
   }
   // One value that cannot be read hides no other.
   if (!error.isEmpty()) fail(error);

@@ -72,6 +72,11 @@ TEST_F(Settings, AreListedAndRemoved) {
   EXPECT_EQ(run(words("remove b --json")), "{\"key\":\"b\",\"removed\":true}\n");
   EXPECT_EQ(run(words("remove b")), "");
   EXPECT_EQ(defaults_.keys(), QStringList(QStringLiteral("a\tkey")));
+  // What a terminal would take for a command.
+  defaults_.setObject(QStringLiteral("\u009b31m"), QStringLiteral("a\tkey"));
+  EXPECT_EQ(run(words("list")),
+            "\"a\\tkey\"\tstring\t\"\xef\xbf\xbd"
+            "31m\"\n");
 }
 
 TEST_F(Settings, AreListedBesideOneThatIsDamaged) {

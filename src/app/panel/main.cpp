@@ -7,6 +7,7 @@
 
 #include "analytics/finishReporting.h"
 #include "app/Failure.h"
+#include "app/Output.h"
 #include "app/StandardError.h"
 #include "app/panel/PanelWindow.h"
 #include "app/panel/VendorNews.h"
@@ -50,7 +51,8 @@ int show(int argc, char** argv, const Arguments& arguments) {
   application.setApplicationDisplayName(QStringLiteral("Kelvar"));
   kelvar::app::PanelWindow window;
   window.didFail = [&](const QString& sentence) {
-    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(kelvar::readableFileName(sentence)));
+    const QString line = kelvar::app::printable(kelvar::readableFileName(sentence));
+    std::fprintf(stderr, "kelvar: %s\n", qUtf8Printable(line));
     // With nothing open there is nothing to go on with.
     if (!arguments.file.empty() && !window.hasMockup()) application.exit(Failure::kFailed);
   };
@@ -116,7 +118,8 @@ int main(int argc, char** argv) {
   } catch (const CLI::Success& success) {
     return program.exit(success);
   } catch (const CLI::ParseError& error) {
-    std::fprintf(stderr, "kelvar: %s (see kelvar panel --help)\n", error.what());
+    const QString problem = kelvar::app::printable(QString::fromUtf8(error.what()));
+    std::fprintf(stderr, "kelvar: %s (see kelvar panel --help)\n", qUtf8Printable(problem));
     return Failure::kMisuse;
   }
   kelvar::app::setVerbose(verbose);

@@ -457,9 +457,9 @@ TEST_F(Window, IsStartedByTheProgram) {
   const auto [misused, none, usage] = run({QStringLiteral("--wrong")});
   EXPECT_EQ(misused, 2);
   EXPECT_TRUE(usage.contains("--wrong")) << usage.constData();
-  const auto [failed, empty, sentence] = run({path("missing.jpg")});
+  const auto [failed, empty, sentence] = run({path("missing\033[1m.jpg")});
   EXPECT_EQ(failed, 1);
-  EXPECT_TRUE(sentence.contains("missing.jpg")) << sentence.constData();
+  EXPECT_TRUE(sentence.contains("missing\xef\xbf\xbd[1m.jpg")) << sentence.constData();
   EXPECT_EQ(sentence.count('\n'), 1) << sentence.constData();
 
   const struct {
