@@ -10,6 +10,7 @@
 #include "platform/ColorProfile.h"
 #include "platform/FontsAtHand.h"
 #include "platform/ImageFile.h"
+#include "platform/hasAddressSpace.h"
 
 namespace kelvar {
 namespace {
@@ -18,6 +19,8 @@ using namespace Qt::StringLiterals;
 
 /// Pixels from the origin, beyond which numbers lose digits.
 constexpr double kFarthest = 1e7;
+/// Beside the picture. What finds and draws fonts breaks off where it has less.
+constexpr size_t kSpaceForFonts = size_t{64} << 20;
 
 /// To whole pixels, unless digits that were lost on the way would add one.
 QRect pixelRect(const QRectF& rect) {
@@ -93,7 +96,7 @@ ImageRef ArtboardRenderer::draw(const SketchLayer& layer, const QRectF& region, 
     return nullptr;
   }
   render::Surface surface = render::Surface::of(pixelRect(scaled(region, scale)));
-  if (surface.isEmpty()) {
+  if (surface.isEmpty() || !hasAddressSpace(kSpaceForFonts)) {
     *error = u"there is too little memory for the picture of \"%1\""_s.arg(layer.name());
     return nullptr;
   }

@@ -70,6 +70,17 @@ class Run : public testing::Test {
   QProcess program_;
 };
 
+#if !defined(__SANITIZE_ADDRESS__)  // That takes more for itself.
+TEST_F(Run, SaysThatThereIsTooLittleAddressSpace) {
+  write(u"a.js"_s, "log(1)\n");
+  program_.start(u"prlimit"_s,
+                 {u"--as=3000000000"_s, QStringLiteral(KELVAR_PROGRAM), u"run"_s, u"a.js"_s});
+  EXPECT_EQ(finish(),
+            "1: kelvar: scripts need 6 GiB of address space, which the system does not give (see "
+            "ulimit -v)\n");
+}
+#endif
+
 TEST_F(Run, SaysThatADisplayIsNotThere) {
   write(u"a.js"_s, "log(1)\n");
   QProcessEnvironment environment = program_.processEnvironment();

@@ -12,6 +12,7 @@
 #include "app/panel/PanelWindow.h"
 #include "app/panel/VendorNews.h"
 #include "platform/FileName.h"
+#include "platform/hasAddressSpace.h"
 
 namespace {
 
@@ -32,6 +33,9 @@ Exit status: 0 done, 1 what was named cannot be opened, or no display, 2 misuse.
 
 constexpr int kMostMillisecondsToEnd = 2000;
 
+/// With less, the window system's threads cannot start, and Qt waits for them.
+constexpr size_t kWindowSpace = size_t{256} << 20;
+
 struct Arguments {
   std::string file;
   std::vector<std::string> designs;
@@ -46,6 +50,13 @@ kelvar::DocumentMockup::Choice choiceOf(const Arguments& arguments) {
 }
 
 int show(int argc, char** argv, const Arguments& arguments) {
+  if (!kelvar::hasAddressSpace(kWindowSpace)) {
+    std::fputs(
+        "kelvar: the window needs 256 MiB of address space, which the system does not give (see "
+        "ulimit -v)\n",
+        stderr);
+    return Failure::kFailed;
+  }
   QApplication application(argc, argv);
   application.setApplicationName(QStringLiteral("kelvar-panel"));
   application.setApplicationDisplayName(QStringLiteral("Kelvar"));

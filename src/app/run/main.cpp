@@ -22,6 +22,7 @@
 #include "host/SketchDocument.h"
 #include "platform/FileName.h"
 #include "platform/TryThread.h"
+#include "platform/hasAddressSpace.h"
 #include "runtime/Conversion.h"
 #include "scripting/PluginBundle.h"
 #include "scripting/ScriptRuntime.h"
@@ -53,6 +54,8 @@ constexpr size_t kMostMemory = size_t{4} << 30;
 
 /// What the engine starts at once, beside the guard; it breaks off where it gets none.
 constexpr int kEngineThreads = 4;
+/// What it reserves at once, nearly all of it never used.
+constexpr size_t kEngineSpace = size_t{6} << 30;
 
 /// For the signal handler, while a script runs.
 std::atomic<ScriptRuntime*> running = nullptr;
@@ -225,6 +228,9 @@ void run(const Arguments& arguments) {
 
   if (!kelvar::canHaveThreads(kEngineThreads)) {
     fail(u"scripts need threads of their own, and the system has none to give"_s);
+  }
+  if (!kelvar::hasAddressSpace(kEngineSpace)) {
+    fail(u"scripts need 6 GiB of address space, which the system does not give (see ulimit -v)"_s);
   }
   ScriptRuntime runtime(print);
   if (arguments.timeout > 0) runtime.setTimeout(std::chrono::duration<double>(arguments.timeout));
