@@ -20,6 +20,11 @@ EXAMPLE = str(BUILD / "kelvar-example-document")
 GIB = 1 << 30
 NOBODY = 65534
 IS_ROOT = os.geteuid() == 0
+# A process that runs out of memory amid its scan of the fonts writes what it has found until then
+# to the system's cache, if it may. So trials have a cache of their own.
+FONTS = """<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
+<fontconfig><cachedir>{}</cachedir><include>/etc/fonts/fonts.conf</include></fontconfig>
+"""
 # What a user may have set and a trial must not see.
 HIDDEN = ("KELVAR_", "DISPLAY", "WAYLAND_DISPLAY", "XDG_", "DO_NOT_TRACK", "QT_QPA_PLATFORM",
           "http_proxy", "https_proxy", "all_proxy", "no_proxy")
@@ -150,12 +155,16 @@ class Running:
 class Box:
     """A folder and settings for the trials of one case."""
 
-    def __init__(self, folder):
+    def __init__(self, folder, fonts):
         self.folder = pathlib.Path(folder)
         self.folder.chmod(0o777)
         self.environment = {name: value for name, value in os.environ.items()
                             if not name.startswith(HIDDEN)}
+        fonts = pathlib.Path(fonts)
+        fonts.chmod(0o777)
+        (fonts / "fonts.conf").write_text(FONTS.format(fonts))
         self.environment |= {"LC_ALL": "C.UTF-8", "HOME": str(self.folder),
+                             "FONTCONFIG_FILE": str(fonts / "fonts.conf"),
                              "KELVAR_DEFAULTS": str(self.folder / "settings.sqlite")}
 
     def path(self, name):
@@ -208,8 +217,9 @@ class Box:
 
 @contextlib.contextmanager
 def new_box():
-    with tempfile.TemporaryDirectory(prefix="kelvar-torture-") as folder:
-        yield Box(folder)
+    with (tempfile.TemporaryDirectory(prefix="kelvar-torture-") as folder,
+          tempfile.TemporaryDirectory(prefix="kelvar-torture-fonts-") as fonts):
+        yield Box(folder, fonts)
 
 
 CASES = []
