@@ -13,7 +13,7 @@ function mapArtboard(context) {
   [context.document save];
 }
 
-// In the order in which one shows the other.
+// An artboard that shows another one comes after it.
 function refreshAll(context) {
   if (context.document === nil) throw new Error("open a document first (--document)");
   const layers = context.document.mappedLayers();

@@ -1,14 +1,14 @@
-// What the vendor's server says. Without a server nothing is sent.
+// Asks the vendor's server. Without a server nothing is sent.
 
 function checkVersion(context) {
   const checker = [KVVersionChecker checkerWithIdentifier:context.plugin.identifier()
                                                      name:context.plugin.version()];
   checker.delegate = {
     checkerDidFinish(checker) {
-      // An answer that cannot be read leaves no error, and a server's may be anything.
+      // Nil for an unreadable reply; anything if it is the server's own.
       const error = checker.error();
       if (!checker.success()) {
-        throw new Error(error?.message ?? `the server's answer is no use: ${JSON.stringify(error)}`);
+        throw new Error(error?.message ?? `the server's reply is invalid: ${JSON.stringify(error)}`);
       }
       log(checker.isExpired() ? checker.expiredMessage() ?? "This version has expired."
                               : "This version is current.");
@@ -17,7 +17,7 @@ function checkVersion(context) {
   [checker start];
 }
 
-// Those that were fetched before; what is fetched now is there the next time.
+// Shows the messages that were fetched before. The new ones appear next time.
 function showMessages(context) {
   const kelvar = [[Kelvar alloc] init];
   const messages = [kelvar objectForKey:"io.kelvarlabs.kelvar.servermessage"] ?? [];
