@@ -1,4 +1,4 @@
-// Base64 and MD5 over 64 MiB beside Qt's own, strings included on both sides.
+// Base64 and MD5 of 64 MiB compared with Qt's own, including strings on both sides.
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
-// Whole processes side by side: `kelvar map` and the ten-line OpenCV program, in turn, on a
-// photographic and on a user-interface PNG. Prints medians, the ratio pair by pair and the sizes
-// written, and with a file name as its argument writes the same as JSON.
+// Compares whole processes, `kelvar map` and the ten-line OpenCV program, in alternating runs on a
+// photo and on a user-interface PNG. Prints medians, the ratio of each pair and the sizes of the
+// output; with a file name as its argument, writes the same as JSON.
 
 #include <QColor>
 #include <QFile>
@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kPairs = 9;
 
-/// Soft shapes under the noise of a sensor.
+/// Soft shapes with sensor noise.
 QImage photograph(int width, int height) {
   QImage image(width, height, QImage::Format_RGB32);
   std::mt19937 random(3);
@@ -115,7 +115,7 @@ QJsonObject compare(const QString& name, const QString& in, int w, int h, const 
   const qint64 size = QFileInfo(ours).size(), otherSize = QFileInfo(theirs).size();
   std::printf("%-16s %8.3f s %8.3f s %8.2f %12lld %12lld\n", qPrintable(name), median(kelvar),
               median(opencv), median(ratios), size, otherSize);
-  return {{QStringLiteral("picture"), name},
+  return {{QStringLiteral("image"), name},
           {QStringLiteral("kelvar_seconds"), median(kelvar)},
           {QStringLiteral("opencv_seconds"), median(opencv)},
           {QStringLiteral("ratio"), median(ratios)},

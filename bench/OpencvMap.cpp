@@ -1,4 +1,4 @@
-// The ten lines that people write with OpenCV instead: IN OUT and eight coordinates.
+// The ten-line alternative with OpenCV. Arguments: IN OUT and eight coordinates.
 #include <cstdlib>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>

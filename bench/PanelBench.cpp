@@ -1,6 +1,6 @@
-// The window of `kelvar panel`, used with mouse and keys on a screen that nobody sees: how long a
-// change takes until its result has been painted, and how long the window leaves its user waiting.
-// Prints both for a design of 4096 by 4096 pixels at 2x on a photo of 4096 by 3072.
+// Uses the window of `kelvar panel` with mouse and keys on an offscreen platform. Measures how long
+// a change takes until its result is painted, and how long the window is unresponsive. Prints both
+// for a design of 4096 by 4096 pixels at 2x on a photo of 4096 by 3072.
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -17,12 +17,13 @@
 #include <thread>
 #include <vector>
 
-#include "app/panel/PanelWindow.h"
-#include "app/panel/visibleChild.h"
+#include "panel/CanvasView.h"
+#include "panel/PanelWindow.h"
+#include "panel/visibleChild.h"
 #include "ui/PopUpButton.h"
 
 using namespace kelvar;
-using namespace kelvar::app;
+using namespace kelvar::cli;
 
 namespace {
 
@@ -64,8 +65,8 @@ class Patience : public QObject {
   std::thread asking_;
 };
 
-/// Soft colours under some grain, so that files are about as large as photos are.
-void writePicture(const QString& file, int width, int height, unsigned seed) {
+/// Soft colors with some grain, so that files are about as large as photos.
+void writeImage(const QString& file, int width, int height, unsigned seed) {
   QImage image(width, height, QImage::Format_RGB32);
   std::minstd_rand random(seed);
   for (int y = 0; y < height; ++y) {
@@ -83,13 +84,14 @@ class Session {
   Session() {
     window_.resize(1240, 820);
     window_.show();
-    view_ = static_cast<PhotoView*>(window_.findChild<QWidget*>(QStringLiteral("photoView")));
+    view_ = static_cast<CanvasView*>(window_.findChild<QWidget*>(QStringLiteral("canvasView")));
   }
 
   bool open() {
-    window_.open(file("photo.png"));
-    window_.addDesigns({file("design.png")});
-    return wait([&] { return window_.model().arrangement().designs.size() == 1 && settled(); });
+    window_.session().open(file("photo.png"));
+    window_.session().addDesigns({file("design.png")});
+    return wait(
+        [&] { return window_.session().model().arrangement().designs.size() == 1 && settled(); });
   }
 
   void drawShape() {
@@ -123,7 +125,7 @@ class Session {
   /// Milliseconds until what `use` asks for has been painted.
   template <class Use>
   double shows(Use use) {
-    wait([&] { return !window_.hasMockup() || settled(); });
+    wait([&] { return !window_.session().hasMockup() || settled(); });
     QElapsedTimer since;
     since.start();
     use();
@@ -139,7 +141,7 @@ class Session {
   static bool wait(Until until) {
     QElapsedTimer since;
     since.start();
-    while (!until() && since.elapsed() < kLongest) {
+    while (!until() && since.elapsed() < kMaxWait) {
       QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     return until();
@@ -147,7 +149,8 @@ class Session {
 
   bool settled() {
     auto* const flip = control<QAbstractButton>("layerFlipButton");
-    return window_.hasMockup() && !window_.isBusy() && (!flip || flip->isEnabled());
+    return window_.session().hasMockup() && !window_.session().isBusy() &&
+           (!flip || flip->isEnabled());
   }
 
   QPoint at(const QPointF& pixel) const { return view_->viewport().toView(pixel).toPoint(); }
@@ -159,7 +162,7 @@ class Session {
 
   QTemporaryDir folder_;
   PanelWindow window_;
-  PhotoView* view_ = nullptr;
+  CanvasView* view_ = nullptr;
 };
 
 }  // namespace
@@ -169,8 +172,8 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setDoubleClickInterval(0);
   Session session;
-  writePicture(session.file("photo.png"), 4096, 3072, 1);
-  writePicture(session.file("design.png"), 4096, 4096, 5);
+  writeImage(session.file("photo.png"), 4096, 3072, 1);
+  writeImage(session.file("design.png"), 4096, 4096, 5);
   Patience patience;
   std::printf("%-36s %12s %14s\n", "", "shown after", "longest wait");
   const auto report = [&](const char* what, double shown) {

@@ -1,15 +1,15 @@
-/// How near the renderer comes to the pictures that the host stored in documents:
+/// Compares rendered documents with the previews that Sketch stored in them:
 ///
-///     kelvar-render-score [--pictures FOLDER] DOCUMENT…
+///     kelvar-render-score [--images FOLDER] DOCUMENT-OR-FOLDER…
 ///
-/// Prints each document's mean SSIM and the mean of all. Exits with 1 when a document cannot be
-/// compared. With --pictures, each comparison is also written there: stored, drawn and difference
-/// side by side.
+/// Prints a table for each folder: each document's mean SSIM, the lowest first, and their mean.
+/// Then the overall mean. Exits with 1 if a document cannot be compared. With --images, also writes
+/// each comparison there: stored, rendered and difference, side by side.
 ///
 /// SSIM after Wang, Bovik, Sheikh, Simoncelli, "Image quality assessment: from error visibility to
-/// structural similarity", 2004: luma (Rec. 601) of both pictures on white, windows of 11 by 11
+/// structural similarity", 2004: luma (Rec. 601) of both images on white, windows of 11 by 11
 /// pixels weighted by a Gaussian of 1.5, K1 = 0.01, K2 = 0.03, L = 255, averaged over all windows
-/// that lie within the picture.
+/// that are inside the image.
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -17,16 +17,17 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <map>
 #include <vector>
 
-#include "host/ArtboardRenderer.h"
+#include "sketch/render/ArtboardRenderer.h"
 
 namespace {
 
 constexpr int kWindow = 11;
 constexpr double kDeviation = 1.5;
 
-/// One number a pixel.
+/// One number per pixel.
 struct Plane {
   int width, height;
   std::vector<double> values;
@@ -110,7 +111,7 @@ double ssim(const QImage& first, const QImage& second) {
   return sum / double(meanA.values.size());
 }
 
-void writePictures(const QImage& stored, const QImage& drawn, const QString& path) {
+void writeImages(const QImage& stored, const QImage& drawn, const QString& path) {
   QImage sheet(stored.width() * 3, stored.height(), QImage::Format_RGB32);
   QPainter painter(&sheet);
   painter.drawImage(0, 0, stored);
@@ -124,29 +125,77 @@ void writePictures(const QImage& stored, const QImage& drawn, const QString& pat
 
 /// Negative, and a line on standard error, when the two cannot be compared.
 double score(const QString& path, const QString& folder) {
-  QString error;
-  const auto document = kelvar::SketchDocument::open(path, &error);
+  std::string error;
+  const auto document = kelvar::SketchDocument::open(path);
   QImage stored, drawn;
   if (document) {
-    stored.loadFromData(document->file(QStringLiteral("previews/preview.png")));
-    kelvar::ArtboardRenderer renderer(document);
-    if (const auto picture = renderer.renderPreview(&error)) drawn = picture->pixels();
+    stored.loadFromData((*document)->file(QStringLiteral("previews/preview.png")));
+    kelvar::ArtboardRenderer renderer(*document);
+    const auto image = renderer.renderPreview();
+    if (image) drawn = (*image)->pixels();
+    if (!image) error = image.error().message;
     for (const QString& warning : renderer.warnings()) {
       std::fprintf(stderr, "%s: %s\n", qPrintable(path), qPrintable(warning));
     }
+  } else {
+    error = document.error().message;
+  }
+  if (drawn.size() != stored.size() && !drawn.isNull() && !stored.isNull()) {
+    std::fprintf(stderr, "%s: stored %dx%d, drawn %dx%d\n", qPrintable(path), stored.width(),
+                 stored.height(), drawn.width(), drawn.height());
+    drawn = drawn.scaled(stored.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   }
   if (drawn.size() != stored.size() || drawn.width() < kWindow || drawn.height() < kWindow) {
     std::fprintf(stderr, "%s: stored %dx%d, drawn %dx%d %s\n", qPrintable(path), stored.width(),
-                 stored.height(), drawn.width(), drawn.height(), qPrintable(error));
+                 stored.height(), drawn.width(), drawn.height(), error.c_str());
     return -1;
   }
   stored = onWhite(stored);
   drawn = onWhite(drawn);
   if (!folder.isEmpty()) {
-    writePictures(stored, drawn,
-                  QDir(folder).filePath(QFileInfo(path).baseName() + QStringLiteral(".png")));
+    writeImages(stored, drawn,
+                QDir(folder).filePath(QFileInfo(path).baseName() + QStringLiteral(".png")));
   }
   return ssim(stored, drawn);
+}
+
+/// Documents by folder. A folder stands for the documents in it.
+std::map<QString, QStringList> documentsByFolder(const QStringList& paths) {
+  std::map<QString, QStringList> documents;
+  for (const QString& path : paths) {
+    const QFileInfo file(path);
+    if (!file.isDir()) {
+      documents[file.path()].append(path);
+      continue;
+    }
+    for (const QString& name : QDir(path).entryList({QStringLiteral("*.sketch")}, QDir::Files)) {
+      documents[QDir::cleanPath(path)].append(QDir(path).filePath(name));
+    }
+  }
+  return documents;
+}
+
+struct Sum {
+  double total = 0;
+  qsizetype compared = 0, documents = 0;
+  void print(const char* of) const {
+    if (compared > 0) std::printf("%.4f  mean of %td%s\n", total / double(compared), compared, of);
+  }
+};
+
+Sum printTable(const QStringList& documents, const QString& images) {
+  Sum sum{.documents = documents.size()};
+  std::multimap<double, QString> scores;
+  for (const QString& path : documents) {
+    const double value = score(path, images);
+    if (value < 0) continue;
+    scores.emplace(value, QFileInfo(path).fileName());
+    sum.total += value;
+    ++sum.compared;
+  }
+  for (const auto& [value, name] : scores) std::printf("%.4f  %s\n", value, qPrintable(name));
+  sum.print("");
+  return sum;
 }
 
 }  // namespace
@@ -155,20 +204,21 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
   QStringList paths = application.arguments().mid(1);
-  QString folder;
-  if (paths.size() > 1 && paths.first() == QStringLiteral("--pictures")) {
-    folder = paths[1];
+  QString images;
+  if (paths.size() > 1 && paths.first() == QStringLiteral("--images")) {
+    images = paths[1];
     paths = paths.mid(2);
   }
-  double sum = 0;
-  int compared = 0;
-  for (const QString& path : paths) {
-    const double value = score(path, folder);
-    if (value < 0) continue;
-    std::printf("%.4f  %s\n", value, qPrintable(QFileInfo(path).fileName()));
-    sum += value;
-    ++compared;
+  Sum all;
+  const auto folders = documentsByFolder(paths);
+  for (const auto& [folder, documents] : folders) {
+    std::printf("%s\n", qPrintable(folder));
+    const Sum sum = printTable(documents, images);
+    std::printf("\n");
+    all.total += sum.total;
+    all.compared += sum.compared;
+    all.documents += sum.documents;
   }
-  if (compared > 0) std::printf("%.4f  mean of %d\n", sum / compared, compared);
-  return compared == paths.size() && compared > 0 ? 0 : 1;
+  if (folders.size() > 1) all.print(" in all folders");
+  return all.compared == all.documents && all.compared > 0 ? 0 : 1;
 }

@@ -1,4 +1,4 @@
-// What a script costs: reading properties, and kelvar run from its start to the first line.
+// The cost of scripts: reading properties, and `kelvar run` from its start to the first line.
 
 #include <benchmark/benchmark.h>
 
@@ -7,7 +7,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include "scripting/ScriptRuntime.h"
+#include "scripting/runtime/ScriptRuntime.h"
 
 namespace {
 

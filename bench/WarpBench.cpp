@@ -1,5 +1,5 @@
-// The warp beside its rivals, in one process on the same work: a general quad, as large as the
-// picture. Prints every run and then a table of medians with the ratios to the default sampling.
+// The warp and its competitors in one process on the same work: a general quad as large as the
+// image. Prints every run, then a table of medians with the ratios to the default sampling.
 
 #include <benchmark/benchmark.h>
 
@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "geometry/warp/Warp.h"
+#include "pixels/warp/Warp.h"
 
 #ifdef KELVAR_OPENCV
 #include <opencv2/imgproc.hpp>
@@ -22,6 +22,9 @@
 
 namespace {
 
+using kelvar::AlphaKind;
+using kelvar::ComponentType;
+using kelvar::PixelFormat;
 using kelvar::warp::Options;
 using kelvar::warp::Quad;
 using kelvar::warp::Sampling;
@@ -30,6 +33,8 @@ struct Work {
   int width, height;
   QImage source, output;
   Quad quad;
+  /// For other formats: room for four floats per pixel.
+  std::vector<float> anySource, anyOutput;
 };
 
 QImage noise(int width, int height) {
@@ -42,7 +47,7 @@ QImage noise(int width, int height) {
   return image;
 }
 
-/// A phone held at a slight angle, filling most of the picture.
+/// A phone held at a slight angle, filling most of the image.
 Quad generalQuad(double w, double h) {
   return {{{w * 0.04, h * 0.06}, {w * 0.97, h * 0.02}, {w * 0.93, h * 0.96}, {w * 0.07, h * 0.91}}};
 }
@@ -52,10 +57,18 @@ Work& work(int width) {
   const auto [found, made] = all.try_emplace(width);
   if (made) {
     const int height = width * 3 / 4;
-    found->second = {width, height, noise(width, height),
+    found->second = {width,
+                     height,
+                     noise(width, height),
                      QImage(width, height, QImage::Format_ARGB32_Premultiplied),
-                     generalQuad(width, height)};
-    found->second.output.fill(0);
+                     generalQuad(width, height),
+                     {},
+                     {}};
+    Work& w = found->second;
+    w.output.fill(0);
+    w.anyOutput.resize(size_t(width) * height * 4);
+    std::minstd_rand random(1);
+    while (w.anySource.size() < w.anyOutput.size()) w.anySource.push_back(random() % 4096 / 4095.f);
   }
   return found->second;
 }
@@ -73,7 +86,18 @@ void withKelvar(Work& w, Sampling sampling, int threads) {
   kelvarWarp(w, w.quad, w.width, w.height, {sampling, 1, threads});
 }
 
-/// On a rectangle a little smaller than the picture.
+void inFormat(Work& w, const PixelFormat& format, int threads) {
+  const auto stride = ptrdiff_t(size_t(w.width) * format.bytesPerPixel());
+  const auto* in = reinterpret_cast<const uint8_t*>(w.anySource.data());
+  auto* out = reinterpret_cast<uint8_t*>(w.anyOutput.data());
+  if (!kelvar::warp::warp({in, w.width, w.height, stride, format},
+                          {out, w.width, w.height, stride, format}, w.quad,
+                          {Sampling::Bilinear, 1, threads})) {
+    std::abort();
+  }
+}
+
+/// On a rectangle slightly smaller than the image.
 void onRectangle(Work& w, int threads) {
   const double left = w.width * 0.03, right = w.width * 0.97;
   const double top = w.height * 0.03, bottom = w.height * 0.98;
@@ -81,7 +105,7 @@ void onRectangle(Work& w, int threads) {
              {Sampling::Bilinear, 1, threads});
 }
 
-/// The whole picture on a quarter of its width.
+/// The whole image at a quarter of its width.
 void toQuarter(Work& w, int threads) {
   const double width = w.width / 4.0, height = w.height / 4.0;
   kelvarWarp(w, {{{0, 0}, {width, 0}, {width, height}, {0, height}}}, w.width / 4, w.height / 4,
@@ -102,15 +126,24 @@ void withPainter(Work& w, int) {
 }
 
 #ifdef KELVAR_OPENCV
-void withOpencv(Work& w, int threads) {
+void opencvWarp(const Work& w, const cv::Mat& in, cv::Mat out, int threads) {
   cv::setNumThreads(threads);
-  const cv::Mat in(w.height, w.width, CV_8UC4, w.source.bits(), size_t(w.source.bytesPerLine()));
-  cv::Mat out(w.height, w.width, CV_8UC4, w.output.bits(), size_t(w.output.bytesPerLine()));
   const float width = float(w.width), height = float(w.height);
   const cv::Point2f from[4] = {{0, 0}, {width, 0}, {width, height}, {0, height}};
   cv::Point2f to[4];
   for (size_t i = 0; i < 4; ++i) to[i] = {float(w.quad[i].x), float(w.quad[i].y)};
   cv::warpPerspective(in, out, cv::getPerspectiveTransform(from, to), out.size(), cv::INTER_LINEAR);
+}
+
+void withOpencv(Work& w, int threads) {
+  opencvWarp(w, {w.height, w.width, CV_8UC4, w.source.bits(), size_t(w.source.bytesPerLine())},
+             {w.height, w.width, CV_8UC4, w.output.bits(), size_t(w.output.bytesPerLine())},
+             threads);
+}
+
+void withOpencvInFormat(Work& w, int type, int threads) {
+  opencvWarp(w, {w.height, w.width, type, w.anySource.data()},
+             {w.height, w.width, type, w.anyOutput.data()}, threads);
 }
 #endif
 
@@ -134,6 +167,31 @@ const std::vector<Contender>& contenders() {
       {"OpenCV", true, withOpencv},
 #endif
       {"QPainter", false, withPainter},
+      {"8 bits, 1 channel", true,
+       [](Work& w, int t) {
+         inFormat(w, {1, ComponentType::UInt8, AlphaKind::None}, t);
+       }},
+      {"8 bits, 3 channels", true,
+       [](Work& w, int t) {
+         inFormat(w, {3, ComponentType::UInt8, AlphaKind::None}, t);
+       }},
+      {"8 bits, straight", true,
+       [](Work& w, int t) {
+         inFormat(w, {4, ComponentType::UInt8, AlphaKind::Straight}, t);
+       }},
+      {"16 bits", true,
+       [](Work& w, int t) {
+         inFormat(w, {4, ComponentType::UInt16}, t);
+       }},
+      {"floats", true,
+       [](Work& w, int t) {
+         inFormat(w, {4, ComponentType::Float32}, t);
+       }},
+#ifdef KELVAR_OPENCV
+      {"OpenCV, 8 x 3", true, [](Work& w, int t) { withOpencvInFormat(w, CV_8UC3, t); }},
+      {"OpenCV, 16 bits", true, [](Work& w, int t) { withOpencvInFormat(w, CV_16UC4, t); }},
+      {"OpenCV, floats", true, [](Work& w, int t) { withOpencvInFormat(w, CV_32FC4, t); }},
+#endif
       {"memcpy", false, copy},
   };
   return all;

@@ -13,7 +13,7 @@
 namespace kelvar {
 namespace {
 
-/// The classes, functions and constants that a header of the source tree marks as exported.
+/// The classes, functions and constants that headers in the source tree mark as exported.
 QSet<QString> promisedNames() {
   static const QRegularExpression kMarked[] = {
       QRegularExpression(QStringLiteral(R"((?:class|struct)\s+KELVAR_EXPORT\s+(\w+))")),
@@ -32,7 +32,7 @@ QSet<QString> promisedNames() {
   return names;
 }
 
-/// The dynamic symbols that the library defines, demangled, with `nm`'s letter in front.
+/// The dynamic symbols that the library defines, demangled, prefixed with the letter from `nm`.
 QStringList exportedSymbols() {
   FILE* const pipe = popen("nm -DC --defined-only --format=posix '" KELVAR_LIBRARY "'", "r");
   if (!pipe) return {};
@@ -42,7 +42,7 @@ QStringList exportedSymbols() {
                            : QStringList();
 }
 
-TEST(Library, ExportsThePlainNames) {
+TEST(LibraryTest, ExportsPlainCNames) {
   void* const library = dlopen(KELVAR_LIBRARY, RTLD_NOW | RTLD_LOCAL);
   ASSERT_TRUE(library) << dlerror();
   const auto number = static_cast<const double*>(dlsym(library, "KelvarVersionNumber"));
@@ -74,7 +74,7 @@ TEST(Library, ExportsThePlainNames) {
   EXPECT_EQ(fit({200, 100}, {50, 50, 100, 100}), QRectF(0, 25, 100, 50));
 }
 
-TEST(Library, ExportsNothingThatNoHeaderPromises) {
+TEST(LibraryTest, ExportsOnlyWhatHeadersDeclare) {
   const QSet<QString> promised = promisedNames();
   ASSERT_TRUE(promised.contains(QStringLiteral("KVShape"))) << "a class";
   ASSERT_TRUE(promised.contains(QStringLiteral("stringFromPoint"))) << "a function";
@@ -90,7 +90,7 @@ TEST(Library, ExportsNothingThatNoHeaderPromises) {
     if (name.startsWith(u"__odr_asan.")) continue;  // The address sanitizer's own.
     const bool merged = QStringLiteral("WVu").contains(line.captured(2));
     const auto ours = kOurs.match(name);
-    // Instances of other people's templates are emitted wherever they are used, and merged.
+    // Template instances from other libraries are emitted wherever they are used, and merged.
     if (merged && !(ours.hasMatch() && !name.first(ours.capturedStart()).contains(u'<'))) continue;
     const QString word = ours.hasMatch() ? ours.captured(1) : name.section(u'(', 0, 0);
     EXPECT_TRUE(promised.contains(word)) << symbol.toStdString();

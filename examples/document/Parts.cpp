@@ -8,7 +8,7 @@
 namespace parts {
 namespace {
 
-/// The version of documents that are written, and a host that writes such.
+/// The format version to write, and a version of Sketch that writes it.
 constexpr int kVersion = 146;
 constexpr int kCompatibilityVersion = 99;
 constexpr const char* kAppVersion = "97.1";
@@ -68,7 +68,7 @@ Json fill(int type, Color plain, const Json& gradient) {
           {"patternTileScale", 1}};
 }
 
-/// What every layer has.
+/// The properties that every layer has.
 Json layer(const char* kind, const char* name, Frame frame) {
   return {{"_class", kind},
           {"do_objectID", newIdentifier()},
@@ -105,7 +105,7 @@ Json layer(const char* kind, const char* name, Frame frame) {
 
 Json rulerData() { return {{"_class", "rulerData"}, {"base", 0}, {"guides", Json::array()}}; }
 
-/// A layer with layers in it and rulers about it.
+/// A layer with child layers and rulers.
 Json canvas(const char* kind, const char* name, Frame frame, const std::vector<Json>& layers) {
   Json canvas = layer(kind, name, frame);
   canvas.update({{"hasClickThrough", true},
@@ -121,7 +121,7 @@ Json curvePoint(Point at, double radius) {
           {"hasCurveFrom", false},        {"hasCurveTo", false},    {"point", pointString(at)}};
 }
 
-/// A point between two curves; `along` is the handle's way out of it.
+/// A point between two curves; `along` is the offset of its outgoing handle.
 Json smoothPoint(Point at, Point along) {
   Json point = curvePoint(at, 0);
   point["curveFrom"] = pointString({at.x + along.x, at.y + along.y});
@@ -141,7 +141,7 @@ Json shape(const char* kind, const char* name, Frame frame, const Json& points, 
   return shape;
 }
 
-/// Documents count in UTF-16.
+/// Documents count UTF-16 code units.
 int lengthInUtf16(std::string_view utf8) {
   int length = 0;
   for (const char c : utf8) length += (c & 0xc0) == 0x80 ? 0 : (c & 0xf8) == 0xf0 ? 2 : 1;

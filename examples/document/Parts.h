@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// The parts that Sketch documents are made of, each with every member that the format wants.
+/// The parts of Sketch documents, each with every member that the format requires.
 namespace parts {
 
 using Json = nlohmann::ordered_json;
@@ -24,22 +24,22 @@ struct Color {
   double alpha = 1;
 };
 
-/// An identifier that is the same in every run: the `number`th of the document.
+/// The `number`th identifier of the document; the same in every run.
 std::string identifier(int number);
-/// The next one that nobody has.
+/// The next unused identifier.
 std::string newIdentifier();
 
-/// A fill with one colour.
+/// A fill with one color.
 Json plainFill(Color color);
-/// A linear gradient; the points are parts of the frame's sides.
+/// A linear gradient; the points are fractions of the frame's size.
 Json gradientFill(Color from, Color to, Point start, Point end);
 Json shadow(Color color, double y, double blur);
 Json style(const std::vector<Json>& fills, const std::vector<Json>& shadows = {});
 
 Json rectangle(const char* name, Frame frame, double radius, const Json& style);
 Json oval(const char* name, Frame frame, const Json& style);
-/// A closed shape through the points, in the coordinates of the layer around it, with its corners
-/// rounded.
+/// A closed shape with rounded corners through the points, which are in the coordinates of the
+/// parent layer.
 Json polygon(const char* name, const std::vector<Point>& points, double radius, const Json& style);
 
 enum class Align { Left = 0, Right = 1, Center = 2 };

@@ -1,14 +1,14 @@
-// Makes the example document: a design of a weather app and a mockup with a phone whose screen
-// waits for it. The same bytes come out of every run.
+// Writes the example document: a design of a weather app, and a mockup with a phone whose screen is
+// empty. Every run writes the same bytes.
 
 #include <QFile>
 #include <cstdio>
 #include <map>
 
 #include "Parts.h"
-#include "platform/FileName.h"
-#include "platform/WholeFile.h"
-#include "platform/ZipArchive.h"
+#include "platform/files/File.h"
+#include "platform/files/FileName.h"
+#include "platform/files/ZipArchive.h"
 
 namespace {
 
@@ -87,13 +87,13 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: kelvar-example-document OUT.sketch\n");
     return 2;
   }
-  QString error;
-  const auto empty = kelvar::ZipArchive::read({}, &error);
-  const QByteArray document = empty->written(files(), {}, &error);
-  if (!document.isEmpty() &&
-      kelvar::WholeFile::write(kelvar::fileNameFromBytes(argv[1]), document, &error)) {
-    return 0;
-  }
-  std::fprintf(stderr, "%s\n", qPrintable(error));
+  const auto written =
+      kelvar::ZipArchive::read({})
+          .and_then([](const auto& empty) { return empty->written(files(), {}); })
+          .and_then([&](const QByteArray& document) {
+            return kelvar::File::writeAtomically(kelvar::fileNameFromBytes(argv[1]), document);
+          });
+  if (written) return 0;
+  std::fprintf(stderr, "%s\n", written.error().message.c_str());
   return 1;
 }

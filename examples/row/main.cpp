@@ -1,5 +1,5 @@
-/// One row of the panel in a window of its own: which design lies on the phone, how sharp, and
-/// which way round. The row decides nothing; what the user does arrives at the delegates below.
+/// One row of the panel in its own window: the design on the phone, its quality and its rotation.
+/// The row decides nothing: it reports what the user does to the delegates below.
 ///
 ///   kelvar-example-row design.png phone.jpg "x,y x,y x,y x,y"
 
@@ -9,8 +9,8 @@
 #include <QWidget>
 #include <cstdio>
 
-#include "host/Mapping.h"
-#include "platform/ImageFile.h"
+#include "mockup/Mapping.h"
+#include "platform/image/ImageFile.h"
 #include "ui/KVPopupCell.h"
 #include "ui/KVViewController.h"
 
@@ -18,28 +18,29 @@ using namespace kelvar;
 
 namespace {
 
-/// What the row shows and changes.
+/// The state that the row shows and changes.
 struct Mockup {
   ImageRef design, photo;
   Mapping mapping;
   int quality = 1;  // Index of "2x" among the row's items.
   bool shown = true;
 
-  ImageRef picture() const {
+  ImageRef image() const {
     Mapping mine = mapping;
-    mine.scale = quality + 1;
-    return design && shown ? mine.layOnto(design, photo) : photo;
+    mine.options.quality = quality + 1;
+    return design && shown ? mine.compositeOnto(design, photo).value_or(photo) : photo;
   }
 };
 
-/// "x,y x,y" as the library writes points.
-PointList points(const QString& text) {
-  PointList points;
-  for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
-    const QStringList numbers = word.split(u',');
-    points << stringFromPoint({numbers.value(0).toDouble(), numbers.value(1).toDouble()});
+/// Corners from "x,y x,y x,y x,y".
+warp::Quad quadFrom(const QString& text) {
+  const QStringList words = text.split(u' ', Qt::SkipEmptyParts);
+  warp::Quad quad;
+  for (qsizetype i = 0; i < 4; ++i) {
+    const QStringList numbers = words.value(i).split(u',');
+    quad[size_t(i)] = {numbers.value(0).toDouble(), numbers.value(1).toDouble()};
   }
-  return points;
+  return quad;
 }
 
 QVariantMap menuItem(const QString& title, const QString& identifier, const ImageRef& image) {
@@ -57,20 +58,20 @@ int main(int argc, char** argv) {
     std::fputs("usage: kelvar-example-row DESIGN PHOTO \"x,y x,y x,y x,y\"\n", stderr);
     return 2;
   }
-  QString error;
-  Mockup mockup;
-  const ImageRef design = mockup.design = ImageFile::read(arguments[1], {}, &error);
-  if (design) mockup.photo = ImageFile::read(arguments[2], {}, &error);
-  if (!mockup.photo) {
-    std::fprintf(stderr, "%s\n", qPrintable(error));
+  const auto designFile = ImageFile::read(arguments[1], {});
+  const auto photoFile = designFile ? ImageFile::read(arguments[2], {}) : designFile;
+  if (!photoFile) {
+    std::fprintf(stderr, "%s\n", photoFile.error().message.c_str());
     return 1;
   }
-  mockup.mapping.path = points(arguments[3]);
+  const ImageRef design = *designFile;
+  Mockup mockup{.design = design, .photo = *photoFile};
+  mockup.mapping.corners = quadFrom(arguments[3]);
 
   const KVPopupCellRef chooser = KVPopupCell::initWithNibName();
   const KVViewControllerRef row = KVViewController::initWithNibName();
   const auto refresh = [&] {
-    row->setPreviewImage(mockup.picture());
+    row->setPreviewImage(mockup.image());
     row->setImageQuality(mockup.quality);
     row->setIncludeInArtboards(mockup.shown ? 1 : 0);
     row->reloadData();
@@ -91,14 +92,14 @@ int main(int argc, char** argv) {
   chooser->setSelectedIdentifier(QStringLiteral("design"));
   chooser->setDelegate(chosen);
 
-  // No operation for refresh: that button does nothing here.
+  // No refresh operation: that button does nothing here.
   const auto pressed = std::make_shared<KVViewControllerDelegate>();
   pressed->controllerDidPressRotateLayer = [&](KVViewController&) {
-    mockup.mapping.rotation = (mockup.mapping.rotation + 1) % 4;
+    mockup.mapping.options.rotation = (mockup.mapping.options.rotation + 1) % 4;
     refresh();
   };
   pressed->controllerDidPressFlipLayer = [&](KVViewController&) {
-    mockup.mapping.flipped = !mockup.mapping.flipped;
+    mockup.mapping.options.flipped = !mockup.mapping.options.flipped;
     refresh();
   };
   pressed->controllerDidSelectImageQuality = [&](KVViewController&, const QVariant& index) {

@@ -1,33 +1,36 @@
 #pragma once
 
+#include "pixels/Result.h"
 #include "runtime/Object.h"
 
 namespace kelvar {
 
-/// Runs a program without a shell, waits for it and returns everything that it printed.
+/// Runs a program without a shell, waits for it and returns its output.
 ///
-/// Meant for short commands with little output: the program's output is read only after it has
-/// ended, so one that prints more than a pipe holds (64 KiB) waits for ever.
+/// Meant for short commands with little output: the output is read only after the program has
+/// ended, so a program that prints more than a pipe holds (64 KiB) never ends.
 class KELVAR_EXPORT CMD : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// Runs a command line: its words are what stands between single blanks, so that two blanks in a
-  /// row give an empty word, and no character means anything else. The first word names a program:
-  /// a file of that name in the first directory of `exports`, and at last in `cd`, that has one.
+  /// Runs a command line. It is split at single spaces, so two spaces in a row result in an empty
+  /// word; no other character is special. The first word is the program: the first file of that
+  /// name in the directories of `exports`, and then in `cd`.
   ///
-  /// Standard output and error of the program are one stream; its standard input and environment
-  /// are the caller's. Returns the stream, whatever the exit status; null when it is not UTF-8.
-  /// Null as well, with a log line and a sentence in `*error` where that is not null, when the
-  /// program was not found or could not be launched. Blocks the calling thread.
-  QString exec(const QString& commandLine, QString* error = nullptr) const;
+  /// Standard output and standard error of the program are merged; standard input and environment
+  /// are inherited. Returns the output, whatever the exit status. Fails if the program is not found
+  /// or cannot be launched, or its output is not UTF-8. Blocks the calling thread.
+  Result<QString> run(const QString& commandLine) const;
+  /// The same. Null, with a log line, on failure.
+  QString exec(const QString& commandLine) const;
 
-  /// The directory in which the program runs; at first the one that the host's program is in.
+  /// The directory in which the program runs; by default, that of the host application's
+  /// executable.
   QString cd() const { return cd_; }
   void setCd(const QString& cd) { cd_ = cd; }
 
-  /// The directories that are searched, separated by colons. The program does not see them.
+  /// The directories to search, separated by colons. The program itself does not see them.
   QString exports() const { return exports_; }
   void setExports(const QString& exports) { exports_ = exports; }
 

@@ -5,15 +5,23 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVAction::theClass);
+const ClassInfo::Registration kRegistered(&KVAction::staticClassInfo);
+
+class ScriptedAction : public KVAction, public Implemented {
+ public:
+  using Implemented::Implemented;
+  bool exec() override { return call<bool>("exec"); }
+};
 
 }  // namespace
 
 KVAction::~KVAction() = default;
 
-const ClassInfo& KVAction::theClass() {
+const ClassInfo& KVAction::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<KVAction>("KVAction").operation("exec", &KVAction::exec);
+      ClassInfoBuilder<KVAction>("KVAction")
+          .operation("exec", &KVAction::exec, "Runs the action and returns whether it succeeded.")
+          .implementable<ScriptedAction>({QStringLiteral("exec")});
   return kClass;
 }
 

@@ -4,15 +4,15 @@
 
 namespace kelvar {
 
-/// Something that a button runs. Whoever holds an action knows no more of it than this.
+/// An action that a button runs. This is all that callers know about it.
 class KELVAR_EXPORT KVAction : public Object {
  public:
   ~KVAction() override;
 
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// Whether the action counts as having succeeded.
+  /// Whether the action succeeded.
   virtual bool exec() = 0;
 };
 

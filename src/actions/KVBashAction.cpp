@@ -6,18 +6,24 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVBashAction::theClass);
+const ClassInfo::Registration kRegistered(&KVBashAction::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& KVBashAction::theClass() {
+const ClassInfo& KVBashAction::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<KVBashAction, KVAction>("KVBashAction")
-          .initialiser("init", [] { return std::make_shared<KVBashAction>(); })
-          .classOperation("bash:", &KVBashAction::bash)
-          .classOperation("restart", &KVBashAction::restart)
-          .classOperation("nothing", &KVBashAction::nothing)
-          .property("command", &KVBashAction::command, &KVBashAction::setCommand);
+      ClassInfoBuilder<KVBashAction, KVAction>("KVBashAction")
+          .initializer(
+              "init", [] { return std::make_shared<KVBashAction>(); },
+              "Creates an action without a command.")
+          .classOperation("bash:", &KVBashAction::bash,
+                          "Creates an action that runs a command line, without a shell.")
+          .classOperation("restart", &KVBashAction::restart,
+                          "Creates an action that asks the host application to quit.")
+          .classOperation("nothing", &KVBashAction::nothing,
+                          "Creates an action that only tells the user to restart.")
+          .property("command", &KVBashAction::command, &KVBashAction::setCommand,
+                    "The command line; words are separated by single spaces.");
   return kClass;
 }
 

@@ -4,21 +4,21 @@
 #include "platform/Bundle.h"
 #include "platform/Format.h"
 #include "platform/Log.h"
-#include "platform/SystemFacts.h"
-#include "platform/UserEmail.h"
+#include "platform/SystemInfo.h"
 #include "platform/Workspace.h"
+#include "platform/store/UserEmail.h"
 #include "runtime/ClassInfo.h"
 #include "util/Each.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVExternalActionsHandler::theClass);
+const ClassInfo::Registration kRegistered(&KVExternalActionsHandler::staticClassInfo);
 
 /// Null for none.
 QString site() { return Bundle::serverAddress("KELVAR_WEB_SITE", QStringLiteral("KVWebSite")); }
 
-/// Null for a page on no site.
+/// Null without a site.
 QString addressOfPage(const char* page) {
   const QString address = site();
   if (address.isNull()) return {};
@@ -34,7 +34,7 @@ QString setup() {
   return formatted(
       u"code=%@&osVersion=%@&sketchVersion=%@&sketchBuild=%@&pluginName=%@"
       u"&pluginVersion=%@&pluginBuild=%@&pluginEnv=%@&email=%@",
-      {ours("KVPluginCode"), SystemFacts::operatingSystemVersionString(),
+      {ours("KVPluginCode"), SystemInfo::operatingSystemVersionString(),
        host[QStringLiteral("CFBundleShortVersionString")].toString(),
        host[QStringLiteral("CFBundleVersion")].toString(), ours("KVPluginName"),
        ours("CFBundleShortVersionString"), ours("CFBundleVersion"), ours("KVPluginEnv"),
@@ -43,16 +43,23 @@ QString setup() {
 
 }  // namespace
 
-const ClassInfo& KVExternalActionsHandler::theClass() {
+const ClassInfo& KVExternalActionsHandler::staticClassInfo() {
   using Handler = KVExternalActionsHandler;
   static const ClassInfo kClass =
-      Description<Handler>("KVExternalActionsHandler")
-          .initialiser("init", [] { return std::make_shared<Handler>(); })
-          .operation("urlWithPath:", &Handler::urlWithPath)
-          .operation("homepageButtonDidPress:", &Handler::homepageButtonDidPress)
-          .operation("feedbackForumButtonDidPress:", &Handler::feedbackForumButtonDidPress)
-          .operation("supportButtonDidPress:", &Handler::supportButtonDidPress)
-          .operation("visitStoreButtonDidPress:", &Handler::visitStoreButtonDidPress);
+      ClassInfoBuilder<Handler>("KVExternalActionsHandler")
+          .initializer(
+              "init", [] { return std::make_shared<Handler>(); },
+              "Creates a handler for the buttons that link to the vendor's web site.")
+          .operation("urlWithPath:", &Handler::urlWithPath,
+                     "Returns the URL with the user's setup as its query.")
+          .operation("homepageButtonDidPress:", &Handler::homepageButtonDidPress,
+                     "Records the click and opens the vendor's home page.")
+          .operation("feedbackForumButtonDidPress:", &Handler::feedbackForumButtonDidPress,
+                     "Records the click and opens the feedback forum.")
+          .operation("supportButtonDidPress:", &Handler::supportButtonDidPress,
+                     "Records the click and opens the support page.")
+          .operation("visitStoreButtonDidPress:", &Handler::visitStoreButtonDidPress,
+                     "Records the click and opens the store.");
   return kClass;
 }
 
@@ -61,7 +68,7 @@ bool KVExternalActionsHandler::hasSite() { return !site().isNull(); }
 QUrl KVExternalActionsHandler::urlWithPath(const QString& path) const {
   QUrl url(path, QUrl::StrictMode);
   if (!url.isValid()) return {};
-  // Escaped as one text: what separates parameters does so in a value as well.
+  // Escaped as a whole: separators within values are not escaped.
   const QByteArray query = QUrl::toPercentEncoding(setup(), "!$&'*+,/:;=?@");
   url.setQuery(QString::fromLatin1(query), QUrl::StrictMode);
   return url;
@@ -88,7 +95,7 @@ void KVExternalActionsHandler::press(const char* operation, const char* event,
   logLine(QString::fromLatin1(operation));
   try {
     TrackerManager::sharedInstance()->track(QLatin1String(event), QVariantMap());
-  } catch (const UnrecognizedOperation&) {  // Nobody counts: the page opens all the same.
+  } catch (const UnrecognizedOperation&) {  // No tracker: open the page anyway.
   }
   Workspace::openURL(urlWithPath(addressOfPage(page)));
 }

@@ -6,26 +6,26 @@
 
 namespace kelvar {
 
-/// What the four buttons with links to the vendor's web site do: each is logged, counted with the
-/// shared tracker, and opens a page whose address tells the site what setup asks.
+/// The four buttons that link to the vendor's web site. Each is logged, tracked with the shared
+/// tracker, and opens a page whose URL describes the user's setup.
 ///
-/// The site is what KELVAR_WEB_SITE names, otherwise KVWebSite in Info.plist: an address such as
-/// "https://www.example.com", or a bare host, which is spoken to in plain HTTP. There is none by
-/// default: then nothing opens. On the main thread.
+/// The site comes from KELVAR_WEB_SITE, or else from KVWebSite in Info.plist: a URL such as
+/// "https://www.example.com", or a bare host name, which means plain HTTP. None is set by default:
+/// then nothing opens. Use on the main thread.
 class KELVAR_EXPORT KVExternalActionsHandler : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// Whether there is a site whose pages can open.
+  /// Whether a site is set.
   static bool hasSite();
 
-  /// The page's address with the setup in place of any query that it had: plug-in, system, host and
-  /// the user's e-mail address, "(null)" for what is not known. Empty when `path`, a whole address,
-  /// is none.
+  /// The page's URL. The setup replaces any query: plug-in, system, host application and the user's
+  /// email address, with "(null)" for unknown values. Empty if `path` is an absolute URL that is
+  /// invalid.
   QUrl urlWithPath(const QString& path) const;
 
-  /// The sender, a button, is not looked at.
+  /// The sender, a button, is ignored.
   void homepageButtonDidPress(const QVariant& sender);
   void feedbackForumButtonDidPress(const QVariant& sender);
   void supportButtonDidPress(const QVariant& sender);

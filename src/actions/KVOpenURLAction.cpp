@@ -9,9 +9,9 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVOpenURLAction::theClass);
+const ClassInfo::Registration kRegistered(&KVOpenURLAction::staticClassInfo);
 
-/// Scripts may have the address as a string or as an object.
+/// Scripts may pass the URL as a string or as an object.
 std::shared_ptr<KVOpenURLAction> openAddress(const QVariant& address) {
   if (address.typeId() == QMetaType::QUrl) {
     return KVOpenURLAction::openURL(address.toUrl().toString(QUrl::FullyEncoded));
@@ -23,11 +23,15 @@ std::shared_ptr<KVOpenURLAction> openAddress(const QVariant& address) {
 
 }  // namespace
 
-const ClassInfo& KVOpenURLAction::theClass() {
+const ClassInfo& KVOpenURLAction::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<KVOpenURLAction, KVAction>("KVOpenURLAction")
-          .initialiser("init", [] { return std::make_shared<KVOpenURLAction>(); })
-          .classOperation("openURL:", openAddress);
+      ClassInfoBuilder<KVOpenURLAction, KVAction>("KVOpenURLAction")
+          .initializer(
+              "init", [] { return std::make_shared<KVOpenURLAction>(); },
+              "Creates an action without a URL.")
+          .classOperation("openURL:", openAddress,
+                          "Creates an action that opens a URL, given as a string or an NSURL, with "
+                          "the user's default program.");
   return kClass;
 }
 

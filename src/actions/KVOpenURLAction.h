@@ -4,15 +4,15 @@
 
 namespace kelvar {
 
-/// Opens an address with the user's default program for it; see `Workspace` for what is opened.
+/// Opens a URL with the user's default program; see `Workspace` for the URLs that are opened.
 class KELVAR_EXPORT KVOpenURLAction : public KVAction {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   static std::shared_ptr<KVOpenURLAction> openURL(const QString& urlString);
 
-  /// False when the string is no address, or nothing could be asked to open it.
+  /// False if the string is not a valid URL or there is no program to open it.
   bool exec() override;
 
  private:

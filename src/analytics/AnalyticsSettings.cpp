@@ -1,7 +1,7 @@
 #include "analytics/AnalyticsSettings.h"
 
 #include "platform/Bundle.h"
-#include "platform/isAllowedAddress.h"
+#include "platform/network/isAllowedAddress.h"
 
 namespace kelvar {
 namespace {

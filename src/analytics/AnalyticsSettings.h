@@ -6,31 +6,31 @@
 
 namespace kelvar {
 
-/// Where analytics go and with which keys: what Info.plist says, overridden by the environment.
+/// Where analytics are sent and with which keys: Info.plist, overridden by environment variables.
 ///
-/// No server is set by default, and none whatever is set while DO_NOT_TRACK is anything but empty
-/// or 0: then nothing leaves the machine. Safe from any thread.
+/// No server is set by default. If DO_NOT_TRACK is set to anything but 0, no server counts as set:
+/// nothing leaves the machine. Thread-safe.
 class KELVAR_EXPORT AnalyticsSettings {
  public:
   AnalyticsSettings() = delete;
 
   static bool isDoNotTrack();
 
-  /// Whether events are sent: there is an address for them, and a request may go there.
+  /// Whether events are sent: a server is set, and its URL is allowed.
   static bool isOn();
 
-  /// Where the tracking API has `path`, such as "/v1/track"; empty when nothing is to be sent.
-  /// KELVAR_ANALYTICS_SERVER, KVAnalyticsServer.
+  /// The URL of `path`, such as "/v1/track", on the server for events; empty if nothing may be
+  /// sent. From KELVAR_ANALYTICS_SERVER or KVAnalyticsServer.
   static QUrl trackingAddress(const QString& path);
 
-  /// Where the location service tells where this machine is, with its key; empty when it is not to
-  /// be asked, as without a server for events. KELVAR_LOCATION_SERVER, KVLocationServer.
+  /// The URL of the location service, including its key; empty if it must not be used, for example
+  /// because there is no server for events. From KELVAR_LOCATION_SERVER or KVLocationServer.
   static QUrl locationAddress();
 
-  /// Of the analytics project. KELVAR_ANALYTICS_WRITE_KEY, KVAnalyticsWriteKey.
+  /// Key of the analytics project. From KELVAR_ANALYTICS_WRITE_KEY or KVAnalyticsWriteKey.
   static QString writeKey();
 
-  /// Of the location service. KELVAR_LOCATION_KEY, KVLocationKey.
+  /// Key of the location service. From KELVAR_LOCATION_KEY or KVLocationKey.
   static QString locationKey();
 };
 

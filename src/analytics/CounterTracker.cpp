@@ -1,43 +1,29 @@
 #include "analytics/CounterTracker.h"
 
-#include <stdexcept>
-
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&CounterTracker::theClass);
-
-QVariantList eventsOf(const CounterTracker& tracker) {
-  QVariantList events;
-  for (const EventRef& event : tracker.storage()) events.append(toVariant(event));
-  return events;
-}
-
-void setStorageOf(CounterTracker& tracker, const QVariantList& described) {
-  CounterTracker::Events events;
-  for (const QVariant& each : described) {
-    const auto event = fromVariant<EventRef>(each).value_or(nullptr);
-    if (!event) throw std::invalid_argument("what is stored are objects of Event");
-    events.append(event);
-  }
-  tracker.setStorage(events);
-}
+const ClassInfo::Registration kRegistered(&CounterTracker::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& CounterTracker::theClass() {
+const ClassInfo& CounterTracker::staticClassInfo() {
   using This = CounterTracker;
   static const ClassInfo kClass =
-      Description<This, Tracker>("CounterTracker")
-          .initialiser("init", [] { return std::make_shared<This>(); })
-          .property("timesStarted", &This::timesStarted)
-          .property("timesFinished", &This::timesFinished)
-          .property("tracksCount", &This::tracksCount)
-          .property("events", eventsOf)
-          .property("storage", eventsOf, setStorageOf)
-          .property("uploadsCount", &This::uploadsCount, &This::setUploadsCount);
+      ClassInfoBuilder<This, Tracker>("CounterTracker")
+          .initializer(
+              "init", [] { return std::make_shared<This>(); },
+              "Creates a tracker that keeps its events in memory.")
+          .property("timesStarted", &This::timesStarted, "How many timed events were started.")
+          .property("timesFinished", &This::timesFinished, "How many timed events were finished.")
+          .property("tracksCount", &This::tracksCount, "How many events are stored.")
+          .property("events", &This::events, "The stored events in the order of recording.")
+          .property("storage", &This::storage, &This::setStorage,
+                    "The stored events; replaces them when set.")
+          .property("uploadsCount", &This::uploadsCount, &This::setUploadsCount,
+                    "A counter for the caller's own use.");
   return kClass;
 }
 

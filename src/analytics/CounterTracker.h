@@ -5,26 +5,26 @@
 
 namespace kelvar {
 
-/// Keeps every event in memory and counts the timed ones: for seeing what a manager passes on.
+/// Keeps every event in memory and counts timed ones, to show what a manager forwards.
 class KELVAR_EXPORT CounterTracker : public Tracker {
  public:
   using Events = QList<EventRef>;
 
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   void track(const QString& name, const Properties& properties) override;
   void timedTrackerEventStarted(TimedTracker& timedTracker, const QString& name) override;
   void timedTrackerEventFinished(TimedTracker& timedTracker, const TimedEventRef& event) override;
 
   uint64_t tracksCount() const { return uint64_t(storage_.size()); }
-  /// In the order in which they were tracked.
+  /// In the order of tracking.
   Events events() const { return storage_; }
   const Events& storage() const { return storage_; }
   void setStorage(const Events& storage) { storage_ = storage; }
   uint64_t timesStarted() const { return timesStarted_; }
   uint64_t timesFinished() const { return timesFinished_; }
-  /// For the caller's own use.
+  /// A counter for callers; the tracker itself does not use it.
   uint64_t uploadsCount() const { return uploadsCount_; }
   void setUploadsCount(uint64_t count) { uploadsCount_ = count; }
 

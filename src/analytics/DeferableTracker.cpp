@@ -5,18 +5,25 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&DeferableTracker::theClass);
+const ClassInfo::Registration kRegistered(&DeferableTracker::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& DeferableTracker::theClass() {
+const ClassInfo& DeferableTracker::staticClassInfo() {
   using This = DeferableTracker;
   static const ClassInfo kClass =
-      Description<This, Tracker>("DeferableTracker")
-          .classOperation("deferredTracker", [] { return deferredTracker(); })
-          .initialiser("init", [] { return std::make_shared<This>(); })
-          .operation("enableStateDidChange:", &This::enableStateDidChange)
-          .property("enabled", &This::enabled, &This::setEnabled);
+      ClassInfoBuilder<This, Tracker>("DeferableTracker")
+          .classOperation(
+              "deferredTracker", [] { return deferredTracker(); },
+              "Creates a tracker that is switched off.")
+          .initializer(
+              "init", [] { return std::make_shared<This>(); },
+              "Creates a tracker that is switched off.")
+          .operation(
+              "enableStateDidChange:", &This::enableStateDidChange,
+              "Called with the new value each time `enabled` is set; does nothing in this class.")
+          .property("enabled", &This::enabled, &This::setEnabled,
+                    "Whether the tracker is switched on.");
   return kClass;
 }
 

@@ -4,25 +4,25 @@
 
 namespace kelvar {
 
-/// A base for trackers that can be switched on and off. It only holds the switch.
+/// A base class for trackers that can be switched on and off. It only stores the switch.
 class KELVAR_EXPORT DeferableTracker : public Tracker {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// A new one of the class on which it is called, as in
+  /// Creates a tracker of the class on which it is called:
   /// `DeferableTracker::deferredTracker<MyTracker>()`.
   template <class T = DeferableTracker>
   static std::shared_ptr<T> deferredTracker() {
     return std::make_shared<T>();
   }
 
-  /// Off at first.
+  /// Initially off.
   bool enabled() const { return enabled_; }
-  /// Calls `enableStateDidChange`, also when nothing changes.
+  /// Calls `enableStateDidChange`, even if nothing changes.
   void setEnabled(bool enabled);
 
-  /// For those derived from it. Does nothing here.
+  /// For subclasses. Does nothing by default.
   virtual void enableStateDidChange(bool enabled);
 
  private:

@@ -1,32 +1,38 @@
 #include "analytics/Event.h"
 
-#include "platform/Json.h"
+#include "platform/QtError.h"
+#include "platform/plist/Json.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&Event::theClass);
+const ClassInfo::Registration kRegistered(&Event::staticClassInfo);
 
 const QString kNone = QStringLiteral("(null)");
 
 QString written(const Properties& properties) {
   if (!properties) return kNone;
-  QString error;
-  const QByteArray text = Json::write(*properties, Json::Layout::Compact, &error);
-  return text.isEmpty() ? error : QString::fromUtf8(text);
+  const Result<QByteArray> text = Json::write(*properties);
+  return text ? QString::fromUtf8(*text) : messageOf(text.error());
 }
 
 }  // namespace
 
-const ClassInfo& Event::theClass() {
+const ClassInfo& Event::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<Event>("Event")
-          .initialiser("init", [] { return std::make_shared<Event>(); })
-          .classOperation("eventWithName:properties:", &Event::eventWithName)
-          .operation("isEqual:", &Event::isEqual)
-          .property("name", &Event::name, &Event::setName)
-          .property("properties", &Event::properties, &Event::setProperties);
+      ClassInfoBuilder<Event>("Event")
+          .initializer(
+              "init", [] { return std::make_shared<Event>(); },
+              "Creates an event without a name or properties.")
+          .classOperation("eventWithName:properties:", &Event::eventWithName, "Creates an event.")
+          .operation("isEqual:", &Event::isEqual,
+                     "Returns whether this is the same event, or one with an equal name and equal "
+                     "properties.")
+          .property("name", &Event::name, &Event::setName, "The event's name.")
+          .property(
+              "properties", &Event::properties, &Event::setProperties,
+              "What is recorded about the event; nil is not the same as an empty dictionary.");
   return kClass;
 }
 

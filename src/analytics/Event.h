@@ -8,13 +8,13 @@ namespace kelvar {
 class Event;
 using EventRef = std::shared_ptr<Event>;
 
-/// Something that the user did: a name and what is told about it. Filled once, then read.
+/// A user action: its name and properties. Set once, then read.
 ///
-/// Events are compared by `isEqual`, which is no ground for a hash.
+/// Compare events with `isEqual`, which does not define a hash.
 class KELVAR_EXPORT Event : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   static EventRef eventWithName(const QString& name, const Properties& properties);
 
@@ -23,8 +23,8 @@ class KELVAR_EXPORT Event : public Object {
   Properties properties() const { return properties_; }
   void setProperties(const Properties& properties) { properties_ = properties; }
 
-  /// The same event, or one with an equal name and equal properties. None equals nothing: an event
-  /// that lacks either equals itself alone.
+  /// True for the same object, or if both have equal names and equal properties. An event without a
+  /// name or without properties equals only itself.
   bool isEqual(const EventRef& other) const;
 
   QString description() const override;

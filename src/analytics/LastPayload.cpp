@@ -9,8 +9,8 @@
 #include <optional>
 #include <utility>
 
-#include "platform/Json.h"
-#include "platform/UserDefaults.h"
+#include "platform/plist/Json.h"
+#include "platform/store/UserDefaults.h"
 
 namespace kelvar {
 namespace {
@@ -20,7 +20,7 @@ const QString kPath = QStringLiteral("path");
 const QString kBody = QStringLiteral("body");
 const QString kNotKept = QStringLiteral("(not kept)");
 
-/// The settings are those of the time at which it was sent.
+/// With the settings that were current when it was sent.
 struct Waiting {
   URLRequest request;
   UserDefaults settings = UserDefaults::standard();
@@ -33,7 +33,7 @@ std::optional<Waiting>& waiting() {
   return payload;
 }
 
-/// Who the user is and where, under whatever names callers tell it besides.
+/// Without the user's identity and location, whatever the names of the properties.
 QVariant withoutPerson(const QVariant& value) {
   static const QSet<QString> kPersonal{QStringLiteral("userId"), QStringLiteral("email"),
                                        QStringLiteral("ip"), QStringLiteral("location")};
@@ -57,7 +57,7 @@ QVariant withoutPerson(const QVariant& value) {
   }
 }
 
-/// From any thread; of two calls at once the second waits, and has nothing left to do.
+/// Safe from any thread: of two simultaneous calls the second finds nothing left to do.
 void writeWaiting() {
   const std::scoped_lock lock(writeMutex);
   std::optional<Waiting> payload;
@@ -66,15 +66,14 @@ void writeWaiting() {
     payload.swap(waiting());
   }
   if (!payload) return;
-  QString error;
-  const QVariant body = withoutPerson(Json::read(payload->request.body, &error));
-  const QByteArray text = Json::write(body, Json::Layout::Compact, &error);
+  const QVariant body = withoutPerson(Json::read(payload->request.body).value_or(QVariant()));
+  const QByteArray text = Json::write(body).value_or(QByteArray());
   payload->settings.setObject(
       QVariantMap{{kPath, payload->request.address.path()}, {kBody, QString::fromUtf8(text)}},
       kKey);
 }
 
-/// One for the application that there is; null without one.
+/// One per application; null without an application.
 QTimer* idleTimer() {
   static QPointer<QTimer> timer;
   QCoreApplication* const application = QCoreApplication::instance();
@@ -107,8 +106,6 @@ QString LastPayload::path() { return stored(kPath); }
 
 QByteArray LastPayload::body() { return stored(kBody).toUtf8(); }
 
-bool LastPayload::forget(QString* error) {
-  return UserDefaults::standard().removeObjectForKey(kKey, error);
-}
+Result<void> LastPayload::forget() { return UserDefaults::standard().store().remove(kKey); }
 
 }  // namespace kelvar

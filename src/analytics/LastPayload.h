@@ -1,32 +1,32 @@
 #pragma once
 
+#include "pixels/Result.h"
 #include "platform/Export.h"
-#include "platform/URLRequest.h"
+#include "platform/network/URLRequest.h"
 
 namespace kelvar {
 
-/// What was sent to the tracking API last, kept in the user's settings so that people can see it.
+/// The last payload sent to the tracking API, kept in the user's settings so that users can see it.
 ///
-/// E-mail addresses, the public address and the place are left out: what stands there instead says
-/// so. On the main thread.
+/// Email addresses, the public IP address and the location are replaced by "(not kept)". Use on the
+/// main thread.
 class KELVAR_EXPORT LastPayload {
  public:
   LastPayload() = delete;
 
-  /// Written, on another thread, once the main thread's event loop has run for a second without a
-  /// next one, or by `write`.
+  /// Stores the payload on another thread, once no other payload has arrived for a second, or as
+  /// soon as `write` is called.
   static void keep(const URLRequest& request);
 
-  /// Writes what waits for that, as before the program ends.
+  /// Stores a waiting payload immediately. Call before the program exits.
   static void write();
 
-  /// Such as "/v1/track"; null when nothing was ever sent.
+  /// The request's path, such as "/v1/track"; null if nothing was ever sent.
   static QString path();
-  /// JSON.
+  /// The request's body, JSON.
   static QByteArray body();
 
-  /// False, and `*error` says why, when that failed.
-  static bool forget(QString* error);
+  static Result<void> forget();
 };
 
 }  // namespace kelvar

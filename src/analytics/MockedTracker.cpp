@@ -5,7 +5,7 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&MockedTracker::theClass);
+const ClassInfo::Registration kRegistered(&MockedTracker::staticClassInfo);
 
 QVariantMap merged(QVariantMap properties, const Properties& winning) {
   if (winning) properties.insert(*winning);
@@ -14,16 +14,23 @@ QVariantMap merged(QVariantMap properties, const Properties& winning) {
 
 }  // namespace
 
-const ClassInfo& MockedTracker::theClass() {
+const ClassInfo& MockedTracker::staticClassInfo() {
   using This = MockedTracker;
   static const ClassInfo kClass =
-      Description<This, Tracker>("MockedTracker")
-          .initialiser("init", [] { return std::make_shared<This>(); })
-          .property("startedEvent", &This::startedEvent, &This::setStartedEvent)
-          .property("name", &This::name, &This::setName)
-          .property("properties", &This::properties, &This::setProperties)
-          .property("sessionLength", &This::sessionLength, &This::setSessionLength)
-          .property("globalProperties", &This::globalProperties, &This::setGlobalProperties);
+      ClassInfoBuilder<This, Tracker>("MockedTracker")
+          .initializer(
+              "init", [] { return std::make_shared<This>(); },
+              "Creates a tracker that remembers the last event.")
+          .property("startedEvent", &This::startedEvent, &This::setStartedEvent,
+                    "The name of the timed event that was started last.")
+          .property("name", &This::name, &This::setName,
+                    "The name of the event that was recorded or finished last.")
+          .property("properties", &This::properties, &This::setProperties,
+                    "The properties of the last event, merged with `globalProperties`.")
+          .property("sessionLength", &This::sessionLength, &This::setSessionLength,
+                    "The length of the timed event that was finished last, in seconds.")
+          .property("globalProperties", &This::globalProperties, &This::setGlobalProperties,
+                    "The properties that are merged into every event.");
   return kClass;
 }
 

@@ -7,9 +7,9 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&MutableTimedEvent::theClass);
+const ClassInfo::Registration kRegistered(&MutableTimedEvent::staticClassInfo);
 
-/// The number that the text begins with.
+/// The number at the start of the text.
 float leadingNumber(const QString& text) {
   QByteArray digits = text.trimmed().toLatin1();
   if (digits.startsWith('+')) digits.remove(0, 1);
@@ -25,21 +25,31 @@ float floatValue(const QVariant& value) {
 
 }  // namespace
 
-const ClassInfo& MutableTimedEvent::theClass() {
+const ClassInfo& MutableTimedEvent::staticClassInfo() {
   using This = MutableTimedEvent;
   static const ClassInfo kClass =
-      Description<This, TimedEvent>("MutableTimedEvent")
-          .initialiser("init", [] { return std::make_shared<This>(); })
-          .classOperation("timedEventWithName:properties:sessionLength:", &This::timedEventWithName)
-          .operation("appendProperties:", &This::appendProperties)
-          .operation("incrementProperty:",
-                     [](This& self, const QString& key) { self.incrementProperty(key); })
-          .operation("incrementProperty:by:",
-                     [](This& self, const QString& key, const QVariant& by) {
-                       self.incrementProperty(key, by);
-                     })
-          .operation("appendSessionLength:", &This::appendSessionLength)
-          .property("lastStartTime", &This::lastStartTime, &This::setLastStartTime);
+      ClassInfoBuilder<This, TimedEvent>("MutableTimedEvent")
+          .initializer(
+              "init", [] { return std::make_shared<This>(); },
+              "Creates a running event without a name or properties.")
+          .classOperation("timedEventWithName:properties:sessionLength:", &This::timedEventWithName,
+                          "Creates a running event that has lasted this many seconds.")
+          .operation("appendProperties:", &This::appendProperties,
+                     "Adds properties; new values replace old ones.")
+          .operation(
+              "incrementProperty:",
+              [](This& self, const QString& key) { self.incrementProperty(key); },
+              "Adds 1 to a property; one that is not a number counts as 0.")
+          .operation(
+              "incrementProperty:by:",
+              [](This& self, const QString& key, const QVariant& by) {
+                self.incrementProperty(key, by);
+              },
+              "Adds a number to a property; one that is not a number counts as 0.")
+          .operation("appendSessionLength:", &This::appendSessionLength,
+                     "Adds seconds to the event's length.")
+          .property("lastStartTime", &This::lastStartTime, &This::setLastStartTime,
+                    "When the event was last started, in seconds on its tracker's clock.");
   return kClass;
 }
 

@@ -6,11 +6,12 @@
 
 namespace kelvar {
 
-/// What is told about an event: anything that JSON can hold, by name. Nothing is not the same as
-/// an empty map.
+/// Properties of an event by name: anything that JSON can hold. No value is not the same as an
+/// empty map.
 using Properties = std::optional<QVariantMap>;
 
-/// A map that whoever made it and whoever was given it change together; null for none.
+/// A map shared by reference: changes by the creator and by the receiver affect both. Null for
+/// none.
 using SharedProperties = std::shared_ptr<QVariantMap>;
 
 }  // namespace kelvar

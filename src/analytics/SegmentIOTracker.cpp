@@ -4,17 +4,15 @@
 
 #include "analytics/AnalyticsSettings.h"
 #include "analytics/LastPayload.h"
-#include "platform/Json.h"
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
-#include "platform/URLSession.h"
-#include "platform/isAllowedAddress.h"
-#include "runtime/ClassInfo.h"
+#include "platform/QtError.h"
+#include "platform/network/URLSession.h"
+#include "platform/network/isAllowedAddress.h"
+#include "platform/plist/Json.h"
 
 namespace kelvar {
 namespace {
-
-const ClassInfo::Registration kRegistered(&SegmentIOTracker::theClass);
 
 const QString kEvent = QStringLiteral("event");
 const QString kProperties = QStringLiteral("properties");
@@ -26,19 +24,10 @@ QString orNone(const QString& text) { return text.isNull() ? kNone : text; }
 
 QString written(const QVariant& value) {
   if (!value.isValid()) return kNone;
-  QString error;
-  return QString::fromUtf8(Json::write(value, Json::Layout::Compact, &error));
+  return QString::fromUtf8(Json::write(value).value_or(QByteArray()));
 }
 
-/// Invalid, and `*error` says why, when it is neither an object nor a list in JSON.
-QVariant readContainer(const QByteArray& bytes, QString* error) {
-  QVariant value = Json::read(bytes, error);
-  if (!value.isValid() || Json::isValidObject(value)) return value;
-  *error = QStringLiteral("it is neither an object nor a list");
-  return {};
-}
-
-/// For the log, which is shown around: servers may say what they were told.
+/// Logs get shared, and servers may echo the credential.
 QString withoutCredential(QString text, const URLRequest& request) {
   for (const auto& [name, value] : request.headers) {
     if (name != "Authorization") continue;
@@ -50,34 +39,19 @@ QString withoutCredential(QString text, const URLRequest& request) {
   return text;
 }
 
-/// Where nothing is to be sent, as without a network.
+/// Without a server the request fails as without a network.
 void startTask(const URLRequest& request, const URLSession::Completion& completion) {
   URLSession* const session = request.address.isEmpty() ? nullptr : URLSession::shared();
   if (session) return session->dataTask(request, completion);
   const auto fail = [completion] {
-    URLAnswer answer;
-    answer.error = QStringLiteral("there is no server to talk to");
+    URLResponse answer;
+    answer.error = Error{Error::Kind::NotFound, "there is no server to talk to"};
     completion(answer);
   };
-  MainQueue::async(fail, PendingWork::Kind::Report);
+  MainQueue::async(fail, PendingTasks::Kind::Report);
 }
 
 }  // namespace
-
-const ClassInfo& SegmentIOTracker::theClass() {
-  using This = SegmentIOTracker;
-  static const ClassInfo kClass =
-      Description<This, Tracker>("SegmentIOTracker")
-          .initialiser("initWithWriteKey:",
-                       [](const QString& writeKey) { return std::make_shared<This>(writeKey); })
-          .operation("handlePendingRequests", &This::handlePendingRequests)
-          .operation("addSuperProperties:", &This::addSuperProperties)
-          .property("isObtainingLocation", &This::isObtainingLocation,
-                    &This::setIsObtainingLocation)
-          .property("writeKey", &This::writeKey, &This::setWriteKey)
-          .property("context", &This::context, &This::setContext);
-  return kClass;
-}
 
 SegmentIOTracker::SegmentIOTracker(const QString& writeKey) : writeKey_(writeKey) {}
 
@@ -119,9 +93,9 @@ QList<URLRequest> SegmentIOTracker::preparedRequests() const {
 
 void SegmentIOTracker::handlePendingRequests() {
   for (const URLRequest& request : preparedRequests()) {
-    sendRequest(request, [request](const QVariant& response, const QString& error) {
+    sendRequest(request, [request](const QVariant& response, const std::optional<Error>& error) {
       logLine(u"Segment: response %@ error %@",
-              {withoutCredential(written(response), request), orNone(error)});
+              {withoutCredential(written(response), request), messageOf(error)});
     });
   }
   pendingEvents_.clear();
@@ -147,31 +121,30 @@ void SegmentIOTracker::aliasFromUUIDTo(const QString& newId) { aliasId(newId, uu
 void SegmentIOTracker::obtainLocation() {
   const auto self = std::static_pointer_cast<SegmentIOTracker>(shared_from_this());
   const URLRequest request{.address = AnalyticsSettings::locationAddress(), .isReport = true};
-  startTask(request, [self](const URLAnswer& answer) {
-    MainQueue::async([self, answer] { self->locationObtained(answer); }, PendingWork::Kind::Report);
+  startTask(request, [self](const URLResponse& answer) {
+    MainQueue::async([self, answer] { self->locationObtained(answer); },
+                     PendingTasks::Kind::Report);
   });
 }
 
-void SegmentIOTracker::locationObtained(const URLAnswer& answer) {
-  QString error;
-  const QVariant location = answer.body.isNull() ? QVariant() : Json::read(answer.body, &error);
-  if (answer.error.isNull() && location.typeId() == QMetaType::QVariantMap) {
+void SegmentIOTracker::locationObtained(const URLResponse& answer) {
+  const QVariant location = Json::read(answer.body).value_or(QVariant());
+  if (!answer.error && location.typeId() == QMetaType::QVariantMap) {
     context_ = location.toMap();
   }
-  if (!answer.body.isNull() || !answer.error.isNull()) handlePendingRequests();
+  if (!answer.body.isNull() || answer.error) handlePendingRequests();
 }
 
 void SegmentIOTracker::sendRequest(const URLRequest& request, const Completion& completion) {
   if (isAllowedAddress(request.address)) LastPayload::keep(request);
-  startTask(request, [request, completion](const URLAnswer& answer) {
+  startTask(request, [request, completion](const URLResponse& answer) {
     logLine(u"data %@", {withoutCredential(orNone(QString::fromUtf8(answer.body)), request)});
     logLine(u"response %@", {answer.status == 0 ? kNone : QString::number(answer.status)});
-    logLine(u"error %@", {orNone(answer.error)});
+    logLine(u"error %@", {messageOf(answer.error)});
     if (!completion) return;
-    QString problem;
-    const QVariant response =
-        answer.body.isNull() ? QVariant() : readContainer(answer.body, &problem);
-    completion(response, problem.isNull() ? answer.error : problem);
+    if (answer.body.isNull()) return completion({}, answer.error);
+    const Result<QVariant> response = Json::readContainer(answer.body);
+    completion(response.value_or(QVariant()), response ? answer.error : response.error());
   });
 }
 

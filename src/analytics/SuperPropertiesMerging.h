@@ -5,13 +5,13 @@
 
 namespace kelvar {
 
-/// A tracker whose super properties can be added to. Apart from `Tracker`, since most trackers
-/// cannot: a broadcast skips them.
+/// A tracker to whose super properties others can be added. Separate from `Tracker` because most
+/// trackers do not support it: broadcasts skip those.
 class KELVAR_EXPORT SuperPropertiesMerging {
  public:
   virtual ~SuperPropertiesMerging();
 
-  /// New values win.
+  /// New values replace existing ones.
   virtual void addSuperProperties(const QVariantMap& properties) = 0;
 };
 

@@ -5,19 +5,24 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&TimedEvent::theClass);
+const ClassInfo::Registration kRegistered(&TimedEvent::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& TimedEvent::theClass() {
+const ClassInfo& TimedEvent::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<TimedEvent>("TimedEvent")
-          .initialiser("init", [] { return std::make_shared<TimedEvent>(); })
-          .classOperation("timedEventWithName:properties:sessionLength:",
-                          &TimedEvent::timedEventWithName)
-          .property("name", &TimedEvent::name, &TimedEvent::setName)
-          .property("properties", &TimedEvent::properties, &TimedEvent::setProperties)
-          .property("sessionLength", &TimedEvent::sessionLength, &TimedEvent::setSessionLength);
+      ClassInfoBuilder<TimedEvent>("TimedEvent")
+          .initializer(
+              "init", [] { return std::make_shared<TimedEvent>(); },
+              "Creates a finished event without a name or properties.")
+          .classOperation(
+              "timedEventWithName:properties:sessionLength:", &TimedEvent::timedEventWithName,
+              "Creates a finished event that lasted this many seconds.")
+          .property("name", &TimedEvent::name, &TimedEvent::setName, "The event's name.")
+          .property("properties", &TimedEvent::properties, &TimedEvent::setProperties,
+                    "What is recorded about the event.")
+          .property("sessionLength", &TimedEvent::sessionLength, &TimedEvent::setSessionLength,
+                    "How long the event lasted, in seconds.");
   return kClass;
 }
 

@@ -8,11 +8,11 @@ namespace kelvar {
 class TimedEvent;
 using TimedEventRef = std::shared_ptr<TimedEvent>;
 
-/// Something that the user did for a while, as it is told once it is over.
+/// A finished user action that lasted for a while.
 class KELVAR_EXPORT TimedEvent : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   static TimedEventRef timedEventWithName(const QString& name, const Properties& properties,
                                           double sessionLength);
@@ -21,7 +21,7 @@ class KELVAR_EXPORT TimedEvent : public Object {
   void setName(const QString& name) { name_ = name; }
   Properties properties() const { return properties_; }
   void setProperties(const Properties& properties) { properties_ = properties; }
-  /// For how long, in seconds.
+  /// Length in seconds.
   double sessionLength() const { return sessionLength_; }
   void setSessionLength(double seconds) { sessionLength_ = seconds; }
 

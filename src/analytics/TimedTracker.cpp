@@ -7,7 +7,7 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&TimedTracker::theClass);
+const ClassInfo::Registration kRegistered(&TimedTracker::staticClassInfo);
 
 QVariantMap describedEvents(const TimedTracker& tracker) {
   QVariantMap events;
@@ -26,35 +26,66 @@ void setDescribedEvents(TimedTracker& tracker, const QVariantMap& described) {
   tracker.setEvents(events);
 }
 
+MutableTimedEventRef finishNow(TimedTracker& self, const QString& name,
+                               const Properties& properties) {
+  return self.track(name, properties);
+}
+
+MutableTimedEventRef finishAt(TimedTracker& self, const QString& name, const Properties& properties,
+                              double time) {
+  return self.track(name, properties, time);
+}
+
+MutableTimedEventRef finishWithDelay(TimedTracker& self, const QString& name,
+                                     const Properties& properties, double time, double delay) {
+  return self.track(name, properties, time, delay);
+}
+
 }  // namespace
 
-const ClassInfo& TimedTracker::theClass() {
+const ClassInfo& TimedTracker::staticClassInfo() {
   using This = TimedTracker;
   static const ClassInfo kClass =
-      Description<This>("TimedTracker")
-          .initialiser("init", [] { return std::make_shared<This>(); })
-          .operation("start:", [](This& self, const QString& name) { self.start(name); })
-          .operation("start:sinceTime:",
-                     [](This& self, const QString& name, double time) { self.start(name, time); })
-          .operation("track:properties:",
-                     [](This& self, const QString& name, const Properties& properties) {
-                       return self.track(name, properties);
-                     })
-          .operation("track:properties:atTime:",
-                     [](This& self, const QString& name, const Properties& properties,
-                        double time) { return self.track(name, properties, time); })
-          .operation("track:properties:atTime:delay:",
-                     [](This& self, const QString& name, const Properties& properties, double time,
-                        double delay) { return self.track(name, properties, time, delay); })
-          .operation("flushEvent:", &This::flushEvent)
-          .operation("event:increment:", [](This& self, const QString& name,
-                                            const QString& key) { self.event(name, key); })
-          .operation("event:increment:by:", [](This& self, const QString& name, const QString& key,
-                                               const QVariant& by) { self.event(name, key, by); })
-          .property("timedEvents", describedEvents)
-          .property("events", describedEvents, setDescribedEvents)
-          .property("delay", &This::delay, &This::setDelay)
-          .property("delegate", &This::delegate, &This::setDelegate);
+      ClassInfoBuilder<This>("TimedTracker")
+          .initializer(
+              "init", [] { return std::make_shared<This>(); },
+              "Creates a tracker on the current run loop's clock.")
+          .operation(
+              "start:", [](This& self, const QString& name) { self.start(name); },
+              "Starts or resumes the event with this name.")
+          .operation(
+              "start:sinceTime:",
+              [](This& self, const QString& name, double time) { self.start(name, time); },
+              "Starts or resumes the event as of this time, in seconds on the run loop's clock.")
+          .operation(
+              "track:properties:", finishNow,
+              "Finishes the event with this name and returns it, or nil if it is not running.")
+          .operation(
+              "track:properties:atTime:", finishAt,
+              "Finishes the event as of this time and returns it, or nil if it is not running.")
+          .operation(
+              "track:properties:atTime:delay:", finishWithDelay,
+              "Finishes the event as of this time, but lets a start within the delay, in seconds, "
+              "resume it.")
+          .operation("flushEvent:", &This::flushEvent,
+                     "Ends the event with this name for good and tells the delegate.")
+          .operation(
+              "event:increment:",
+              [](This& self, const QString& name, const QString& key) { self.event(name, key); },
+              "Adds 1 to a property of the running event with this name.")
+          .operation(
+              "event:increment:by:",
+              [](This& self, const QString& name, const QString& key, const QVariant& by) {
+                self.event(name, key, by);
+              },
+              "Adds a number to a property of the running event with this name.")
+          .property("timedEvents", describedEvents, "The running events by name.")
+          .property("events", describedEvents, setDescribedEvents,
+                    "The running events by name; replaces them when set.")
+          .property("delay", &This::delay, &This::setDelay,
+                    "The delay of the last finish, in seconds.")
+          .property("delegate", &This::delegate, &This::setDelegate,
+                    "Told when events start and finish; held weakly.");
   return kClass;
 }
 
@@ -82,7 +113,7 @@ MutableTimedEventRef TimedTracker::track(const QString& name, const Properties& 
   if (delay == 0) {
     flushEvent(name);
   } else {
-    // What is due is reported even when nobody holds the tracker any more.
+    // A due event is reported even if the tracker is no longer referenced elsewhere.
     flushes_[name] = runLoop_->performAfterDelay(
         delay, [this, self = weak_from_this().lock(), name] { flushEvent(name); });
   }

@@ -11,37 +11,38 @@ namespace kelvar {
 
 using TimedTrackerRef = std::shared_ptr<TimedTracker>;
 
-/// Measures how long named activities last, and gathers what is told about them meanwhile.
+/// Measures how long named activities last, and collects their properties.
 ///
-/// An event is started by its name and finished with properties. Finished with a delay, it stays
-/// open for that long: started again meanwhile, both runs become one event, whose length is their
-/// sum. When it is over for good, it is flushed: the delegate is told, and the name is free again.
+/// An event is started by name and finished with properties. If it is finished with a delay, it
+/// stays open for that long: if it is started again in that time, both runs become one event, whose
+/// length is their sum. When an event has finally ended, it is flushed: the delegate is notified,
+/// and the name is free again.
 ///
-/// Times are whole seconds of the run loop's clock. A finish does not end the counting from the
-/// last start: to each finish belongs a start. One thread, the run loop's.
+/// Times are whole seconds of the run loop's clock. Finishing does not reset the start time, so
+/// each finish requires its own start. Use on one thread, that of the run loop.
 class KELVAR_EXPORT TimedTracker : public Object {
  public:
   using Events = QMap<QString, MutableTimedEventRef>;
 
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   explicit TimedTracker(RunLoopRef runLoop = RunLoop::current());
 
-  /// The clock's reading now.
+  /// The current time of the run loop's clock.
   double currentTime() const;
 
   void start(const QString& name) { start(name, currentTime()); }
   void start(const QString& name, double sinceTime);
 
-  /// Finishes a run. The event, or null when none of that name is going on.
+  /// Finishes a run. Returns the event, or null if none of that name is running.
   MutableTimedEventRef track(const QString& name, const Properties& properties) {
     return track(name, properties, currentTime());
   }
   MutableTimedEventRef track(const QString& name, const Properties& properties, double atTime) {
     return track(name, properties, atTime, 0);
   }
-  /// With a delay of 0 the event is flushed at once.
+  /// With a delay of 0, the event is flushed immediately.
   MutableTimedEventRef track(const QString& name, const Properties& properties, double atTime,
                              double delay);
 
@@ -50,11 +51,11 @@ class KELVAR_EXPORT TimedTracker : public Object {
   void event(const QString& name, const QString& increment) { event(name, increment, 1); }
   void event(const QString& name, const QString& increment, const QVariant& by);
 
-  /// What is going on, by name.
+  /// The running events by name.
   Events timedEvents() const { return events_; }
   const Events& events() const { return events_; }
   void setEvents(const Events& events) { events_ = events; }
-  /// Of the last finish; nothing depends on it.
+  /// Time of the last finish. Informational only.
   double delay() const { return delay_; }
   void setDelay(double seconds) { delay_ = seconds; }
   std::weak_ptr<TimedTrackerDelegate> delegate() const { return delegate_; }
@@ -67,7 +68,7 @@ class KELVAR_EXPORT TimedTracker : public Object {
   Events events_;
   double delay_ = 0;
   const RunLoopRef runLoop_;
-  /// The flushes to come, by name.
+  /// The scheduled flushes by name.
   QHash<QString, RunLoop::Delayed> flushes_;
 };
 

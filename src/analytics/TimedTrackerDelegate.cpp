@@ -1,17 +1,15 @@
 #include "analytics/TimedTrackerDelegate.h"
 
-#include <functional>
-
 #include "analytics/TimedTracker.h"
 #include "runtime/DelegateInfo.h"
 
 namespace kelvar {
 namespace {
 
-/// One that a script implements.
+/// A delegate implemented by a script.
 struct ScriptedDelegate : TimedTrackerDelegate {
-  std::function<void(TimedTracker&, const QString&)> eventStarted;
-  std::function<void(TimedTracker&, const TimedEventRef&)> eventFinished;
+  DelegateFunction<void(TimedTracker&, const QString&)> eventStarted;
+  DelegateFunction<void(TimedTracker&, const TimedEventRef&)> eventFinished;
 
   void timedTrackerEventStarted(TimedTracker& timedTracker, const QString& name) override {
     if (eventStarted) eventStarted(timedTracker, name);
@@ -25,12 +23,15 @@ struct ScriptedDelegate : TimedTrackerDelegate {
 
 TimedTrackerDelegate::~TimedTrackerDelegate() = default;
 
-const DelegateInfo& TimedTrackerDelegate::theDelegate() {
+const DelegateInfo& TimedTrackerDelegate::staticDelegateInfo() {
   using Scripted = ScriptedDelegate;
   static const DelegateInfo kDelegate =
-      DelegateDescription<Scripted, TimedTrackerDelegate>("TimedTrackerDelegate")
-          .operation("timedTracker:eventStarted:", &Scripted::eventStarted)
-          .operation("timedTracker:eventFinished:", &Scripted::eventFinished);
+      DelegateInfoBuilder<Scripted, TimedTrackerDelegate>("TimedTrackerDelegate")
+          .operation("timedTracker:eventStarted:", &Scripted::eventStarted,
+                     "Called after each start of an event, with its name, also while the event is "
+                     "running.")
+          .operation("timedTracker:eventFinished:", &Scripted::eventFinished,
+                     "Called after an event has ended for good, with the event.");
   return kDelegate;
 }
 

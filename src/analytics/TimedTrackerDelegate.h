@@ -7,15 +7,17 @@ namespace kelvar {
 class DelegateInfo;
 class TimedTracker;
 
-/// Who is told when timed events begin and when they are over.
+/// Notified when timed events start and finish, on the timed tracker's thread.
 class KELVAR_EXPORT TimedTrackerDelegate {
  public:
   virtual ~TimedTrackerDelegate();
 
-  static const DelegateInfo& theDelegate();
+  static const DelegateInfo& staticDelegateInfo();
 
-  /// At every start, also of an event that is going on.
+  /// Called after each start of an event, also while the event is running.
   virtual void timedTrackerEventStarted(TimedTracker& timedTracker, const QString& name) = 0;
+  /// Called after an event has ended for good: finished without a delay, flushed, or not started
+  /// again within the delay.
   virtual void timedTrackerEventFinished(TimedTracker& timedTracker,
                                          const TimedEventRef& event) = 0;
 };

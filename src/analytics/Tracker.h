@@ -10,30 +10,30 @@ class Tracker;
 using TrackerRef = std::shared_ptr<Tracker>;
 using TrackerList = QList<TrackerRef>;
 
-/// What records events. This base does nothing with them but to time those that last; what they
-/// come to is for the classes derived from it.
+/// Records events. This base class only measures timed events; subclasses decide what to do with
+/// events.
 ///
-/// The usual order: make the trackers, put a `TrackerManager` over them, set super properties, then
-/// `track` each of the user's actions. For one that lasts, `timedTrack` when it begins,
-/// `event` to count something meanwhile, `timedFinish` when it ends.
+/// Typical use: create the trackers, create a `TrackerManager` for them, set super properties, then
+/// call `track` for each user action. For an action that lasts, call `timedTrack` when it begins,
+/// `event` to count something in the meantime, and `timedFinish` when it ends.
 ///
-/// On the main thread only.
+/// Use on the main thread only.
 class KELVAR_EXPORT Tracker : public Object, public TimedTrackerDelegate {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// With a timed tracker of its own, whose delegate it is.
+  /// Creates its own timed tracker and becomes its delegate.
   Tracker();
   ~Tracker() override;
 
-  /// Counts one on a property of the timed event, if it is going on.
+  /// Adds 1 to a property of the timed event if it is running.
   void event(const QString& name, const QString& increment);
   void timedTrack(const QString& name);
   void timedFinish(const QString& name, const Properties& properties) {
     timedFinish(name, properties, 0);
   }
-  /// Started again within so many seconds, the event goes on.
+  /// If the event is started again within this many seconds, it continues.
   void timedFinish(const QString& name, const Properties& properties,
                    double mergeFutureEventsWithinTimeInterval);
   void timedFlush(const QString& name);
@@ -42,21 +42,21 @@ class KELVAR_EXPORT Tracker : public Object, public TimedTrackerDelegate {
   void timedTrackerEventStarted(TimedTracker& timedTracker, const QString& name) override;
   void timedTrackerEventFinished(TimedTracker& timedTracker, const TimedEventRef& event) override;
 
-  /// Replaces what is told with every event.
+  /// Replaces the properties that are sent with every event.
   virtual void setSuperProperties(const SharedProperties& properties);
-  /// Ties the anonymous user to an e-mail address.
+  /// Links the anonymous user to an email address.
   virtual void identifyEmail(const QString& email);
   virtual void aliasId(const QString& newId, const QString& fromOld);
-  /// From the tracker's own uuid.
+  /// Links the tracker's own uuid.
   virtual void aliasFromUUIDTo(const QString& newId);
 
-  /// Who this installation is, without a name; null for none.
+  /// Anonymous identifier of this installation; null for none.
   QString uuid() const { return uuid_; }
   virtual void setUuid(const QString& uuid) { uuid_ = uuid; }
-  /// The user's address; null when it is not known.
+  /// The user's email address; null if unknown.
   QString email() const { return email_; }
   virtual void setEmail(const QString& email) { email_ = email; }
-  /// May be null: then nothing is timed.
+  /// May be null: then timed events are ignored.
   TimedTrackerRef timed() const { return timed_; }
   void setTimed(const TimedTrackerRef& timed) { timed_ = timed; }
 
@@ -64,7 +64,7 @@ class KELVAR_EXPORT Tracker : public Object, public TimedTrackerDelegate {
   QString uuid_;
   QString email_;
   TimedTrackerRef timed_ = std::make_shared<TimedTracker>();
-  /// Owns nothing: what the timed tracker holds weakly ends with the tracker.
+  /// A non-owning pointer: the timed tracker's weak reference expires with the tracker.
   const std::shared_ptr<TimedTrackerDelegate> asDelegate_;
 };
 

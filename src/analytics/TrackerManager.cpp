@@ -8,6 +8,7 @@
 
 #include "platform/Log.h"
 #include "runtime/ClassInfo.h"
+#include "runtime/Implementation.h"
 #include "util/Each.h"
 
 const char TrackerManagerEventSessionEnded[] = "Session Ended";
@@ -15,7 +16,7 @@ const char TrackerManagerEventSessionEnded[] = "Session Ended";
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&TrackerManager::theClass);
+const ClassInfo::Registration kRegistered(&TrackerManager::staticClassInfo);
 
 std::mutex sharedMutex;
 
@@ -24,24 +25,7 @@ TrackerManagerRef& shared() {
   return manager;
 }
 
-/// Null when the list has anything but trackers in it.
-std::optional<TrackerList> trackersFrom(const QVariantList& objects) {
-  TrackerList trackers;
-  for (const QVariant& object : objects) {
-    const auto tracker = fromVariant<TrackerRef>(object).value_or(nullptr);
-    if (!tracker) return std::nullopt;
-    trackers.append(tracker);
-  }
-  return trackers;
-}
-
-QVariantList trackersOf(const TrackerManager& manager) {
-  QVariantList objects;
-  for (const TrackerRef& tracker : manager.allTrackers()) objects.append(toVariant(tracker));
-  return objects;
-}
-
-/// Each manager is looked into once, however often it is met.
+/// Each manager is searched once, however often it occurs.
 bool reaches(const TrackerList& trackers, const TrackerManager* manager,
              QSet<const Tracker*>* seen) {
   for (const TrackerRef& tracker : trackers) {
@@ -54,37 +38,63 @@ bool reaches(const TrackerList& trackers, const TrackerManager* manager,
   return false;
 }
 
+/// Whether the tracker is a script's object without the operation.
+bool lacks(const Tracker& tracker, const char* selector) {
+  const auto* const scripted = dynamic_cast<const Implemented*>(&tracker);
+  return scripted && !scripted->implementation()->respondsTo(QString::fromLatin1(selector));
+}
+
+template <class Call>
+void attempt(const Call& call) {
+  try {
+    call();
+  } catch (const std::exception& problem) {
+    logLine(u"TrackerManager: %@", {QString::fromUtf8(problem.what())});
+  }
+}
+
 QString newUuid() { return QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper(); }
 
 }  // namespace
 
-const ClassInfo& TrackerManager::theClass() {
+const ClassInfo& TrackerManager::staticClassInfo() {
   using This = TrackerManager;
   static const ClassInfo kClass =
-      Description<This, Tracker>("TrackerManager")
-          .classOperation("sharedInstance", &This::sharedInstance)
-          .initialiser("initWithTrackers:identifier:",
-                       [](const QVariantList& objects, const QString& identifier) {
-                         const auto trackers = trackersFrom(objects);
-                         return trackers ? std::make_shared<This>(*trackers, identifier) : nullptr;
-                       })
-          .initialiser("initWithTrackers:persister:identifier:",
-                       [](const QVariantList& objects, const TrackerPersisterRef& persister,
-                          const QString& identifier) {
-                         const auto trackers = trackersFrom(objects);
-                         return trackers ? std::make_shared<This>(*trackers, persister, identifier)
-                                         : nullptr;
-                       })
-          .operation("setAsSharedInstance", &This::setAsSharedInstance)
-          .operation("addSuperProperties:", &This::addSuperProperties)
-          .operation("configureChild", &This::configureChild)
-          .operation("allTrackers", trackersOf)
-          .property("trackers", trackersOf,
-                    [](This& self, const QVariantList& objects) {
-                      if (const auto trackers = trackersFrom(objects)) self.setTrackers(*trackers);
-                    })
-          .property("persister", &This::persister, &This::setPersister)
-          .property("identifier", &This::identifier, &This::setIdentifier);
+      ClassInfoBuilder<This, Tracker>("TrackerManager")
+          .classOperation("sharedInstance", &This::sharedInstance,
+                          "Returns the manager of this process.")
+          .initializer(
+              "init", [] { return std::make_shared<This>(); },
+              "Creates a manager without trackers, a store or identities.")
+          .initializer(
+              "initWithTrackers:identifier:",
+              [](const TrackerList& trackers, const QString& identifier) {
+                return std::make_shared<This>(trackers, identifier);
+              },
+              "Creates a manager over the trackers that keeps identities in the user's settings.")
+          .initializer(
+              "initWithTrackers:persister:identifier:",
+              [](const TrackerList& trackers, const TrackerPersisterRef& persister,
+                 const QString& identifier) {
+                return std::make_shared<This>(trackers, persister, identifier);
+              },
+              "Creates a manager over the trackers that keeps identities in this store, under keys "
+              "that begin with the identifier.")
+          .operation("setAsSharedInstance", &This::setAsSharedInstance,
+                     "Makes this the manager of the process.")
+          .operation("addSuperProperties:", &This::addSuperProperties,
+                     "Adds to the properties that are recorded with every event; new values "
+                     "replace old ones.")
+          .operation("configureChild", &This::configureChild,
+                     "Passes the uuid and the email address on to every tracker.")
+          .operation("allTrackers", &This::allTrackers,
+                     "Returns the trackers in the order of their calls.")
+          .property("trackers", &This::trackers, &This::setTrackers,
+                    "The trackers in the order of their calls.")
+          .property("persister", &This::persister, &This::setPersister,
+                    "The store for the user's identities.")
+          .property("identifier", &This::identifier, &This::setIdentifier,
+                    "The prefix of the keys in the store.");
   return kClass;
 }
 
@@ -120,16 +130,15 @@ TrackerManager::TrackerManager(const TrackerList& trackers, TrackerPersisterRef 
 }
 
 template <class Interface, class Operation, class... Arguments>
-void TrackerManager::broadcast(Operation Interface::*operation,
+void TrackerManager::broadcast(const char* selector, Operation Interface::*operation,
                                const Arguments&... arguments) const {
-  if (!each(trackers_).respondsTo(operation)) throw UnrecognizedOperation();
-  const TrackerList trackers = trackers_;
-  for (const TrackerRef& tracker : trackers) {
-    try {
-      each(TrackerList{tracker}).forward(operation, arguments...);
-    } catch (const std::exception& problem) {
-      logLine(u"TrackerManager: %@", {QString::fromUtf8(problem.what())});
-    }
+  TrackerList receivers = trackers_;
+  receivers.removeIf([&](const TrackerRef& tracker) {
+    return !each(TrackerList{tracker}).respondsTo(operation) || lacks(*tracker, selector);
+  });
+  if (receivers.isEmpty()) throw UnrecognizedOperation();
+  for (const TrackerRef& tracker : receivers) {
+    attempt([&] { each(TrackerList{tracker}).forward(operation, arguments...); });
   }
 }
 
@@ -147,38 +156,40 @@ void TrackerManager::setEmail(const QString& email) {
 }
 
 void TrackerManager::track(const QString& name, const Properties& properties) {
-  broadcast(&Tracker::track, name, properties);
+  broadcast("track:properties:", &Tracker::track, name, properties);
 }
 
 void TrackerManager::timedTrackerEventStarted(TimedTracker& timedTracker, const QString& name) {
-  broadcast(&Tracker::timedTrackerEventStarted, std::ref(timedTracker), name);
+  broadcast("timedTracker:eventStarted:", &Tracker::timedTrackerEventStarted,
+            std::ref(timedTracker), name);
 }
 
 void TrackerManager::timedTrackerEventFinished(TimedTracker& timedTracker,
                                                const TimedEventRef& event) {
-  broadcast(&Tracker::timedTrackerEventFinished, std::ref(timedTracker), event);
+  broadcast("timedTracker:eventFinished:", &Tracker::timedTrackerEventFinished,
+            std::ref(timedTracker), event);
 }
 
 void TrackerManager::setSuperProperties(const SharedProperties& properties) {
-  broadcast(&Tracker::setSuperProperties, properties);
+  broadcast("setSuperProperties:", &Tracker::setSuperProperties, properties);
 }
 
 void TrackerManager::addSuperProperties(const QVariantMap& properties) {
-  broadcast(&SuperPropertiesMerging::addSuperProperties, properties);
+  broadcast("addSuperProperties:", &SuperPropertiesMerging::addSuperProperties, properties);
 }
 
 void TrackerManager::identifyEmail(const QString& email) {
-  broadcast(&Tracker::identifyEmail, email);
+  broadcast("identifyEmail:", &Tracker::identifyEmail, email);
 }
 
 void TrackerManager::aliasFromUUIDTo(const QString& newId) {
-  broadcast(&Tracker::aliasFromUUIDTo, newId);
+  broadcast("aliasFromUUIDTo:", &Tracker::aliasFromUUIDTo, newId);
 }
 
 void TrackerManager::configureChild() {
-  if (trackers_.isEmpty()) return;
-  broadcast(&Tracker::setUuid, uuid());
-  broadcast(&Tracker::setEmail, email());
+  const TrackerList trackers = trackers_;
+  for (const TrackerRef& tracker : trackers) attempt([&] { tracker->setUuid(uuid()); });
+  for (const TrackerRef& tracker : trackers) attempt([&] { tracker->setEmail(email()); });
 }
 
 void TrackerManager::setTrackers(const TrackerList& trackers) {

@@ -6,7 +6,7 @@
 
 extern "C" {
 
-/// What callers name the event that ends a session.
+/// Name of the event that ends a session.
 KELVAR_EXPORT extern const char TrackerManagerEventSessionEnded[];
 }
 
@@ -15,35 +15,36 @@ namespace kelvar {
 class TrackerManager;
 using TrackerManagerRef = std::shared_ptr<TrackerManager>;
 
-/// The one tracker that everybody talks to: passes each call on to its trackers, in their order,
-/// and tells them who the user is.
+/// The tracker that everything else uses. Forwards each call to its trackers, in their order, and
+/// tells them who the user is.
 ///
-/// It gives the installation an anonymous identity, a random UUID, and keeps it in the store under
-/// `identifier` + ".uuid". An e-mail address is read from `identifier` + ".email" at the start, but
-/// written under "io.kelvarlabs.tracker.email": one that was set is not restored.
+/// It gives the installation an anonymous identity, a random UUID, and stores it under `identifier`
+/// + ".uuid". The email address is read from `identifier` + ".email" at the start but written to
+/// "io.kelvarlabs.tracker.email", so an address that was set is not restored.
 ///
-/// Calls that it passes on throw `UnrecognizedOperation` when none of its trackers understands
-/// them, and so always when it has none. What a tracker throws ends here, in a log line: neither
-/// the caller nor the other trackers suffer from it. `aliasId` is not passed on. On the main thread
-/// only.
+/// Forwarded calls throw `UnrecognizedOperation` if no tracker implements them, and therefore
+/// always if there are no trackers. Exceptions from a tracker are logged and reach neither the
+/// caller nor the other trackers. `aliasId` is not forwarded. Use on the main thread only.
 class KELVAR_EXPORT TrackerManager : public Tracker, public SuperPropertiesMerging {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// The manager of this process: the last that `setAsSharedInstance` was called on, otherwise one
-  /// without trackers. Safe from any thread.
+  /// The manager of this process: the last one on which `setAsSharedInstance` was called, or else
+  /// one without trackers. Thread-safe.
   static TrackerManagerRef sharedInstance();
   void setAsSharedInstance();
 
-  /// With a store over the user's settings.
+  /// Without trackers, a store or identities.
+  TrackerManager() = default;
+  /// Stores identities in the user's settings.
   TrackerManager(const TrackerList& trackers, const QString& identifier);
   TrackerManager(const TrackerList& trackers, TrackerPersisterRef persister,
                  const QString& identifier);
 
   /// Not stored.
   void setUuid(const QString& uuid) override;
-  /// Stored, unless it is null.
+  /// Stored unless it is null.
   void setEmail(const QString& email) override;
 
   void track(const QString& name, const Properties& properties) override;
@@ -51,17 +52,17 @@ class KELVAR_EXPORT TrackerManager : public Tracker, public SuperPropertiesMergi
   void timedTrackerEventFinished(TimedTracker& timedTracker, const TimedEventRef& event) override;
   void setSuperProperties(const SharedProperties& properties) override;
   void addSuperProperties(const QVariantMap& properties) override;
-  /// The trackers' address alone changes, until the manager's uuid or e-mail is set again.
+  /// Changes only the trackers' address, until the manager's uuid or email is set again.
   void identifyEmail(const QString& email) override;
   void aliasFromUUIDTo(const QString& newId) override;
 
-  /// Tells every tracker the uuid, then every tracker the e-mail address.
+  /// Sets the uuid of every tracker, then the email address of every tracker.
   void configureChild();
 
   TrackerList allTrackers() const { return trackers_; }
   const TrackerList& trackers() const { return trackers_; }
-  /// A list that has the manager itself in it, or in one of its managers, is refused with a log
-  /// line.
+  /// A list that contains the manager itself, directly or through another manager, is rejected with
+  /// a log line.
   void setTrackers(const TrackerList& trackers);
   TrackerPersisterRef persister() const { return persister_; }
   void setPersister(const TrackerPersisterRef& persister) { persister_ = persister; }
@@ -70,7 +71,8 @@ class KELVAR_EXPORT TrackerManager : public Tracker, public SuperPropertiesMergi
 
  private:
   template <class Interface, class Operation, class... Arguments>
-  void broadcast(Operation Interface::*operation, const Arguments&... arguments) const;
+  void broadcast(const char* selector, Operation Interface::*operation,
+                 const Arguments&... arguments) const;
 
   TrackerPersisterRef persister_;
   TrackerList trackers_;

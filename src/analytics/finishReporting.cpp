@@ -1,7 +1,7 @@
 #include "analytics/finishReporting.h"
 
 #include "analytics/LastPayload.h"
-#include "platform/URLSession.h"
+#include "platform/network/URLSession.h"
 
 namespace kelvar {
 

@@ -4,9 +4,9 @@
 
 namespace kelvar {
 
-/// What a program calls before it ends: gives what is not yet reported at most two seconds, in
-/// which the main thread's event loop runs, and keeps the last payload. What is left then is
-/// dropped with a log line. A silent server holds nobody for longer. On the main thread.
+/// Call this before the program ends. Runs the main event loop for at most two seconds to send
+/// pending reports, and stores the last payload. Reports that are still pending then are dropped
+/// and logged, so a silent server cannot delay the program any longer. Use on the main thread.
 KELVAR_EXPORT void finishReporting();
 
 }  // namespace kelvar

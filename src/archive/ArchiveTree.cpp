@@ -34,7 +34,7 @@ QVariantMap base64Data(const QString& className, const QByteArray& bytes) {
   return {{kClassKey, className}, {kDataKey, QString::fromLatin1(bytes.toBase64())}};
 }
 
-/// Invalid when the dictionary stands for something else.
+/// Invalid when the dictionary represents something else.
 QVariant fromBase64Data(const QVariantMap& map) {
   if (!map.contains(kDataKey)) return {};
   const auto object = HRCoder::unarchiveObjectWithPlistOrJSON(map).value<ObjectRef>();
@@ -48,8 +48,8 @@ QVariant fromDate(const QVariantMap& map) {
   return HRCoder::unarchiveObjectWithPlistOrJSON(map);
 }
 
-/// Finds what all aliases name in one walk: the key paths are sorted, and each step down the tree
-/// narrows them to those that go the same way.
+/// Finds the targets of all aliases in one traversal: the key paths are sorted, and each step down
+/// the tree narrows them to those with the same prefix.
 class AliasTargets {
  public:
   explicit AliasTargets(const QVariant& tree) {
@@ -77,7 +77,7 @@ class AliasTargets {
     }
   }
 
-  /// Of paths that are alike up to `at`, those that go on with `text`.
+  /// Of paths that are equal up to `at`, those that continue with `text`.
   static Range narrowed(const Range& range, qsizetype at, QStringView text) {
     const auto part = [&](const QString& path) { return QStringView(path).mid(at, text.size()); };
     const auto first =

@@ -7,19 +7,21 @@
 
 namespace kelvar {
 
-/// The tree of an archive, whatever its classes, as the other kind of format has it. A tree that
-/// is of the wanted kind already comes back as it is. Depth is the caller's to bound: what
-/// `PropertyList` and `Json` have read is.
+/// Conversion of an archive's tree between JSON and property lists, including objects of unknown
+/// classes. A tree already of the requested kind is returned unchanged. The caller limits the
+/// depth, as `PropertyList` and `Json` do when they read.
 
-/// Dates and bytes, which JSON does not have, become dictionaries; null becomes itself.
+/// Dates and bytes, which JSON does not support, become dictionaries; the dictionary that
+/// represents null becomes null.
 KELVAR_EXPORT QVariant jsonArchiveTree(const QVariant& tree);
 
-/// The other way round.
+/// The inverse.
 KELVAR_EXPORT QVariant propertyListArchiveTree(const QVariant& tree);
 
-/// What the aliases of a tree name, by their key paths, "$root" being the tree itself; what is not
-/// in the tree is missing. Keys may have dots: where a path fits several values, the one with the
-/// shorter keys is taken. Takes one walk down the tree, however many aliases there are.
+/// The targets of all aliases of a tree, by key path; "$root" is the tree itself. Targets that are
+/// not in the tree are missing from the result. Keys may contain dots: if a path matches several
+/// values, the one with the shorter keys is taken. Traverses the tree once, however many aliases
+/// there are.
 KELVAR_EXPORT QHash<QString, QVariant> archiveAliasTargets(const QVariant& tree);
 
 /// Whether a value of a tree is an alias and nothing else.

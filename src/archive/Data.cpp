@@ -7,15 +7,17 @@ namespace {
 
 const QString kBytes = QStringLiteral("NS.data");
 
-const ClassInfo::Registration kRegistered(&Data::theClass);
+const ClassInfo::Registration kRegistered(&Data::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& Data::theClass() {
-  static const ClassInfo kClass = Description<Data>("NSData")
-                                      .initialiser("init", [] { return std::make_shared<Data>(); })
-                                      .property("bytes", &Data::bytes)
-                                      .decodable();
+const ClassInfo& Data::staticClassInfo() {
+  static const ClassInfo kClass =
+      ClassInfoBuilder<Data>("NSData")
+          .initializer(
+              "init", [] { return std::make_shared<Data>(); }, "Creates an object without bytes.")
+          .property("bytes", &Data::bytes, "The bytes.")
+          .decodable();
   return kClass;
 }
 

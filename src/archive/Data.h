@@ -7,13 +7,13 @@
 
 namespace kelvar {
 
-/// Bytes with an identity, which archives keep.
+/// Bytes with an identity, which archives preserve.
 class KELVAR_EXPORT Data : public Object {
  public:
   explicit Data(const QByteArray& bytes = {}) : bytes_(bytes) {}
   static std::shared_ptr<Data> initWithCoder(Coder& coder);
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   const QByteArray& bytes() const { return bytes_; }
 

@@ -1,25 +1,21 @@
 #include "archive/HRCoder.h"
 
-#include <QDateTime>
-#include <QRegularExpression>
-#include <QUrl>
-
+#include "archive/ArchiveReader.h"
+#include "archive/ArchiveScalars.h"
+#include "archive/ArchiveWriter.h"
 #include "archive/HRCoderAliasPlaceholder.h"
-#include "archive/MutableArray.h"
 #include "archive/MutableData.h"
-#include "archive/MutableDictionary.h"
-#include "platform/Json.h"
 #include "platform/Log.h"
-#include "platform/PropertyList.h"
-#include "platform/WholeFile.h"
-#include "runtime/Conversion.h"
-#include "runtime/leadingNumber.h"
+#include "platform/Permissions.h"
+#include "platform/QtError.h"
+#include "platform/files/File.h"
+#include "platform/plist/Json.h"
+#include "platform/plist/PropertyList.h"
 
 const char HRCoderClassNameKey[] = "$class";
 const char HRCoderRootObjectKey[] = "$root";
 const char HRCoderObjectAliasKey[] = "$alias";
 const char HRCoderBase64DataKey[] = "$data";
-const char HRCoderException[] = "HRCoderException";
 
 namespace kelvar {
 namespace {
@@ -27,67 +23,7 @@ namespace {
 const QString kRootKey = QString::fromLatin1(HRCoderRootObjectKey);
 const QString kAliasKey = QString::fromLatin1(HRCoderObjectAliasKey);
 
-ObjectRef objectIn(const QVariant& value) {
-  return value.metaType() == QMetaType::fromType<ObjectRef>() ? value.value<ObjectRef>() : nullptr;
-}
-
-bool isNone(const QVariant& value) {
-  if (value.typeId() == QMetaType::QString) return value.toString().isNull();
-  if (value.typeId() == QMetaType::QDateTime) return !value.toDateTime().isValid();
-  if (value.typeId() == QMetaType::QUrl) return value.toUrl().isEmpty();
-  if (value.metaType() == QMetaType::fromType<ObjectRef>()) return !objectIn(value);
-  return !value.isValid();
-}
-
-bool isPlaceholder(const QVariant& value) {
-  return objectIn(value) == HRCoderAliasPlaceholder::placeholder();
-}
-
-/// What a value in a tree is called where its kind is not wanted.
-QString className(const QVariant& value) {
-  switch (value.typeId()) {
-    case QMetaType::QVariantList:
-      return QStringLiteral("NSMutableArray");
-    case QMetaType::QVariantMap:
-      return QStringLiteral("NSMutableDictionary");
-    case QMetaType::QString:
-      return QStringLiteral("NSString");
-    case QMetaType::QByteArray:
-      return QStringLiteral("NSData");
-    case QMetaType::QDateTime:
-      return QStringLiteral("NSDate");
-    case QMetaType::Nullptr:
-      return QStringLiteral("NSNull");
-    default:
-      return QStringLiteral("NSNumber");
-  }
-}
-
-bool boolFrom(const QVariant& value) {
-  if (value.typeId() != QMetaType::QString) return isNumber(value) && value.toBool();
-  static const QRegularExpression kYes(QStringLiteral("^\\s*[+-]?0*[YyTt1-9]"));
-  return kYes.match(value.toString()).hasMatch();
-}
-
-int64_t integerFrom(const QVariant& value) {
-  if (value.typeId() == QMetaType::QString) return leadingNumber<int64_t>(value.toString());
-  return isNumber(value) ? numberFrom<int64_t>(value) : 0;
-}
-
-/// Integers are cut to 32 bits, texts and reals clamped.
-int32_t smallIntegerFrom(const QVariant& value) {
-  if (value.typeId() == QMetaType::QString) return leadingNumber<int32_t>(value.toString());
-  return isNumber(value) ? numberFrom<int32_t>(value) : 0;
-}
-
-double realFrom(const QVariant& value) {
-  if (value.typeId() == QMetaType::QString) return leadingNumber<double>(value.toString());
-  return isNumber(value) ? value.toDouble() : 0;
-}
-
 }  // namespace
-
-ArchiveException::~ArchiveException() = default;
 
 QString HRCoder::classNameKey() { return QString::fromLatin1(HRCoderClassNameKey); }
 
@@ -110,10 +46,12 @@ QByteArray HRCoder::archivedDataWithRootObject(const QVariant& object) {
 
 bool HRCoder::archiveRootObject(const QVariant& object, const QString& toFile) {
   const QByteArray bytes = archivedDataWithRootObject(object);
-  QString error;
-  if (!bytes.isNull() && WholeFile::write(toFile, bytes, &error)) return true;
-  if (!error.isEmpty()) logLine(u"HRCoder: %@", {error});
-  return false;
+  if (bytes.isNull()) return false;
+  const Result<void> written = Permissions::check(Permissions::Kind::Write, toFile).and_then([&] {
+    return File::writeAtomically(toFile, bytes);
+  });
+  if (!written) logLine(u"HRCoder: %@", {messageOf(written.error())});
+  return written.has_value();
 }
 
 QVariant HRCoder::unarchiveObjectWithPlistOrJSON(const QVariant& tree) {
@@ -122,55 +60,53 @@ QVariant HRCoder::unarchiveObjectWithPlistOrJSON(const QVariant& tree) {
 
 QVariant HRCoder::unarchiveObjectWithData(const QByteArray& data) {
   if (data.isNull()) return {};
-  QString error;
-  QVariant tree = PropertyList::read(data, nullptr, &error);
-  if (!tree.isValid()) tree = Json::read(data, &error);
-  if (!tree.isValid()) logLine(u"HRCoder: the data cannot be read: %@", {error});
-  return unarchiveObjectWithPlistOrJSON(tree);
+  Result<QVariant> tree = PropertyList::read(data);
+  if (!tree) tree = Json::read(data);
+  if (tree) return unarchiveObjectWithPlistOrJSON(*tree);
+  logLine(u"HRCoder: the data cannot be read: %@", {messageOf(tree.error())});
+  return {};
 }
 
 QVariant HRCoder::unarchiveObjectWithFile(const QString& path) {
-  QByteArray bytes;
-  QString error;
-  if (WholeFile::read(path, PropertyList::kMaxBytes, &bytes, &error)) {
-    return unarchiveObjectWithData(bytes);
-  }
-  logLine(u"HRCoder: %@", {error});
+  const Result<QByteArray> bytes = Permissions::check(Permissions::Kind::Read, path).and_then([&] {
+    return File::readAll(path, PropertyList::kMaxBytes);
+  });
+  if (bytes) return unarchiveObjectWithData(*bytes);
+  logLine(u"HRCoder: %@", {messageOf(bytes.error())});
   return {};
 }
 
 HRCoder::HRCoder() : stack_{QVariantMap()} {}
 HRCoder::~HRCoder() = default;
 
-std::unique_ptr<HRCoder> HRCoder::initForWritingWithMutableData(std::shared_ptr<MutableData> data) {
-  auto coder = std::make_unique<HRCoder>();
+std::shared_ptr<HRCoder> HRCoder::initForWritingWithMutableData(std::shared_ptr<MutableData> data) {
+  auto coder = std::make_shared<HRCoder>();
   coder->setData(std::move(data));
   return coder;
 }
 
-std::unique_ptr<HRCoder> HRCoder::initForReadingWithData(const QByteArray& data) {
-  auto coder = std::make_unique<HRCoder>();
+std::shared_ptr<HRCoder> HRCoder::initForReadingWithData(const QByteArray& data) {
+  auto coder = std::make_shared<HRCoder>();
   if (data.isNull()) return coder;
-  QString error;
   auto format = PropertyList::Format::Xml;
-  QVariant root = PropertyList::read(data, &format, &error);
+  Result<QVariant> root = PropertyList::read(data, &format);
   coder->setOutputFormat(format == PropertyList::Format::Binary ? kBinary : kXml);
-  if (!root.isValid()) {
-    root = Json::read(data, &error);
-    if (!root.isValid()) {
-      throw ArchiveException(
-          QStringLiteral("initForReadingWithData: method was unable to parse the supplied data."));
-    }
+  if (!root) {
     coder->setOutputFormat(kJson);
+    root = Json::read(data);
   }
-  if (root.typeId() != QMetaType::QVariantMap) {
+  if (!root) {
+    throw ArchiveException(
+        QStringLiteral("initForReadingWithData: method was unable to parse the supplied data."));
+  }
+  if (root->typeId() != QMetaType::QVariantMap) {
     throw ArchiveException(
         QStringLiteral("initForReadingWithData: method requires that the root object in the plist "
                        "data is an NSDictionary. Decoding an %1 is not supported with this method. "
                        "Try using unarchiveObjectWithData: instead.")
-            .arg(className(root)));
+            .arg(archivedClassName(*root)));
   }
-  coder->stack_.append(root);
+  coder->stack_.append(*root);
   return coder;
 }
 
@@ -185,7 +121,7 @@ QVariant HRCoder::archiveRootObject(const QVariant& object) {
 void HRCoder::encodeRootObject(const QVariant& object) {
   if (isNone(object)) return;
   know(kRootKey, object);
-  const QVariant tree = archived(object);
+  const QVariant tree = ArchiveWriter(*this).tree(object);
   if (!tree.isValid()) fail(QStringLiteral("the root cannot be archived"));
   stack_ = {tree};
 }
@@ -207,7 +143,7 @@ QVariant HRCoder::encodedObject(const QVariant& object, const QString& key) {
   const QString path = pathTo(key);
   know(path, object);
   keyPath_ = path;
-  const QVariant value = archived(object);
+  const QVariant value = ArchiveWriter(*this).tree(object);
   keyPath_ = outer;
   return value;
 }
@@ -219,39 +155,38 @@ void HRCoder::encodeInt64(int64_t value, const QString& key) { write(qlonglong(v
 void HRCoder::encodeFloat(float value, const QString& key) { write(value, key); }
 void HRCoder::encodeDouble(double value, const QString& key) { write(value, key); }
 void HRCoder::encodeBytes(const QByteArray& bytes, const QString& key) {
-  write(archived(bytes), key);
+  write(ArchiveWriter(*this).tree(bytes), key);
 }
 
 bool HRCoder::finishEncoding() {
   bool isWritten = true;
   if (data_ && outputFormat_ >= kXml && outputFormat_ <= kBinary) {
-    QString error;
-    const QByteArray bytes = failed_ ? QByteArray() : serialised(&error);
-    isWritten = !bytes.isEmpty();
-    if (isWritten) data_->setBytes(bytes);
-    if (!error.isEmpty()) logLine(u"HRCoder: the archive cannot be written: %@", {error});
+    isWritten = !failed_ && writeTo(data_.get());
   }
   data_ = nullptr;
   reset();
   return isWritten;
 }
 
-QByteArray HRCoder::serialised(QString* error) const {
+bool HRCoder::writeTo(MutableData* data) const {
   const QVariant top = stack_.isEmpty() ? QVariant() : stack_.last();
-  if (outputFormat_ == kJson) return Json::write(top, Json::Layout::Compact, error);
-  return PropertyList::write(
-      top, outputFormat_ == kBinary ? PropertyList::Format::Binary : PropertyList::Format::Xml,
-      error);
+  const auto format =
+      outputFormat_ == kBinary ? PropertyList::Format::Binary : PropertyList::Format::Xml;
+  const Result<QByteArray> bytes =
+      outputFormat_ == kJson ? Json::write(top) : PropertyList::write(top, format);
+  if (!bytes) logLine(u"HRCoder: the archive cannot be written: %@", {messageOf(bytes.error())});
+  data->setBytes(bytes.value_or(data->bytes()));
+  return bytes.has_value();
 }
 
 QVariant HRCoder::unarchiveRootObjectWithPlistOrJSON(const QVariant& tree) {
   finishDecoding();
   stack_.clear();
-  QVariant root = unarchived(tree);
+  QVariant root = ArchiveReader(*this).object(tree);
   if (root.isValid() && !failed_) {
     know(kRootKey, root);
     for (auto alias = unresolvedAliases_.cbegin(); alias != unresolvedAliases_.cend(); ++alias) {
-      replacePlaceholder(root, alias.key(), knownObjects_.value(alias.value()));
+      ArchiveReader::replacePlaceholder(root, alias.key(), knownObjects_.value(alias.value()));
     }
   }
   if (failed_) root = QVariant();
@@ -259,31 +194,9 @@ QVariant HRCoder::unarchiveRootObjectWithPlistOrJSON(const QVariant& tree) {
   return root;
 }
 
-void HRCoder::replacePlaceholder(const QVariant& root, const QString& path,
-                                 const QVariant& object) {
-  QVariant container = root;
-  for (const QString& component : path.split(u'.')) {
-    const ObjectRef holder = objectIn(container);
-    if (!holder) return;
-    if (const auto array = std::dynamic_pointer_cast<MutableArray>(holder)) {
-      const auto index = leadingNumber<int64_t>(component);
-      if (index < 0 || index >= array->values().size()) return;
-      container = array->values()[index];
-      if (!isPlaceholder(container)) continue;
-      // A list has no place for none.
-      return array->replace(index, object.isValid() ? object : QVariant::fromValue(nullptr));
-    }
-    container = holder->valueForKey(component);
-    if (!container.isValid() || isPlaceholder(container)) {
-      holder->setValueForKey(object, component);
-      return;
-    }
-  }
-}
+bool HRCoder::containsValueForKey(const QString& key) const { return entry(key).isValid(); }
 
-bool HRCoder::containsValueForKey(const QString& key) const { return valueForKey(key).isValid(); }
-
-QVariant HRCoder::decodeObject(const QString& key) { return decodeObject(valueForKey(key), key); }
+QVariant HRCoder::decodeObject(const QString& key) { return decodeObject(entry(key), key); }
 
 QVariant HRCoder::decodeObject(const QVariant& value, const QString& key) {
   if (failed_ || !value.isValid() || key.isNull()) return {};
@@ -298,12 +211,12 @@ QVariant HRCoder::decodeObject(const QVariant& value, const QString& key) {
     return QVariant::fromValue(HRCoderAliasPlaceholder::placeholder());
   }
   keyPath_ = path;
-  const QVariant object = unarchived(value);
+  const QVariant object = ArchiveReader(*this).object(value);
   keyPath_ = outer;
   if (object.isValid()) {
     know(path, object);
   } else {
-    // Nobody is left to take what the aliases within stand for.
+    // Nothing is left that the aliases within could be resolved for.
     auto inner = unresolvedAliases_.lowerBound(path + u'.');
     while (inner != unresolvedAliases_.end() && inner.key().startsWith(path + u'.')) {
       inner = unresolvedAliases_.erase(inner);
@@ -312,15 +225,16 @@ QVariant HRCoder::decodeObject(const QVariant& value, const QString& key) {
   return object;
 }
 
-bool HRCoder::decodeBool(const QString& key) { return boolFrom(valueForKey(key)); }
-int32_t HRCoder::decodeInt(const QString& key) { return smallIntegerFrom(valueForKey(key)); }
-int32_t HRCoder::decodeInt32(const QString& key) { return int32_t(integerFrom(valueForKey(key))); }
-int64_t HRCoder::decodeInt64(const QString& key) { return integerFrom(valueForKey(key)); }
-float HRCoder::decodeFloat(const QString& key) { return float(realFrom(valueForKey(key))); }
-double HRCoder::decodeDouble(const QString& key) { return realFrom(valueForKey(key)); }
+bool HRCoder::decodeBool(const QString& key) { return archivedBool(entry(key)); }
+int32_t HRCoder::decodeInt(const QString& key) { return archivedInt(entry(key)); }
+int32_t HRCoder::decodeInt32(const QString& key) { return int32_t(archivedInt64(entry(key))); }
+int64_t HRCoder::decodeInt64(const QString& key) { return archivedInt64(entry(key)); }
+float HRCoder::decodeFloat(const QString& key) { return float(archivedReal(entry(key))); }
+double HRCoder::decodeDouble(const QString& key) { return archivedReal(entry(key)); }
 
 QByteArray HRCoder::decodeBytes(const QString& key) {
-  const auto data = std::dynamic_pointer_cast<Data>(objectIn(unarchived(valueForKey(key))));
+  const auto data =
+      std::dynamic_pointer_cast<Data>(objectIn(ArchiveReader(*this).object(entry(key))));
   return data ? data->bytes() : QByteArray();
 }
 
@@ -349,10 +263,13 @@ QString HRCoder::pathTo(const QString& key) {
   return path;
 }
 
-QVariant HRCoder::fail(const QString& why) {
+void HRCoder::fail(const QString& why) {
   if (!failed_) logLine(u"HRCoder: %@", {why});
   failed_ = true;
-  return {};
+}
+
+void HRCoder::logMissingElement() const {
+  if (!failed_) logLine(u"HRCoder: the list at %@ has an element that is none", {keyPath_});
 }
 
 void HRCoder::write(const QVariant& value, const QString& key) {
@@ -360,7 +277,7 @@ void HRCoder::write(const QVariant& value, const QString& key) {
   static_cast<QVariantMap*>(stack_.last().data())->insert(key, value);
 }
 
-QVariant HRCoder::valueForKey(const QString& key) const {
+QVariant HRCoder::entry(const QString& key) const {
   const QVariant top = stack_.isEmpty() ? QVariant() : stack_.last();
   return top.typeId() == QMetaType::QVariantMap ? top.toMap().value(key) : QVariant();
 }

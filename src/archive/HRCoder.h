@@ -3,84 +3,75 @@
 #include <QHash>
 #include <QMap>
 #include <memory>
-#include <stdexcept>
 
+#include "archive/ArchiveException.h"
 #include "runtime/Coder.h"
 #include "runtime/Object.h"
 
 extern "C" {
 
-/// In a dictionary that stands for an object, the name of its class: "$class".
+/// The key of the class name in an object's dictionary: "$class".
 KELVAR_EXPORT extern const char HRCoderClassNameKey[];
 /// The key path of the root: "$root".
 KELVAR_EXPORT extern const char HRCoderRootObjectKey[];
-/// In a dictionary of this entry alone, the key path of an object written earlier: "$alias".
+/// The only key of a reference to an object written earlier, by its key path: "$alias".
 KELVAR_EXPORT extern const char HRCoderObjectAliasKey[];
-/// In a dictionary that stands for bytes in JSON, the bytes as Base64: "$data".
+/// The key of the Base64 text in the dictionary that represents bytes in JSON: "$data".
 KELVAR_EXPORT extern const char HRCoderBase64DataKey[];
-/// The name of the exception that `HRCoder::initForReadingWithData` throws.
-KELVAR_EXPORT extern const char HRCoderException[];
 }
 
 namespace kelvar {
 
 class MutableData;
 
-/// What `HRCoder::initForReadingWithData` throws, and nothing else in the library.
-class KELVAR_EXPORT ArchiveException : public std::runtime_error {
+/// Turns a graph of objects into a tree that people can read and edit, and back. The tree consists
+/// of plain values that fit a property list or JSON; docs/archive-format.md describes it.
+///
+/// Values with an identity are `ObjectRef`s: objects of described classes, `MutableArray`,
+/// `MutableDictionary`, `MutableString`, `Data` and `MutableData`. Each is written once and
+/// referred to afterward. Plain lists, maps and bytes are accepted as well, and written at every
+/// occurrence. Lists are read back as `MutableArray`, maps as `MutableDictionary` and bytes as
+/// `Data`; strings, numbers, dates, URLs and null are values. The objects of a cyclic graph keep
+/// each other alive: to release it, empty one of its containers.
+///
+/// A value that cannot be written or read is invalid, with a log line. Beyond the limits, the whole
+/// result is invalid. One thread at a time.
+class KELVAR_EXPORT HRCoder : public Object, public Coder {
  public:
-  explicit ArchiveException(const QString& reason) : std::runtime_error(reason.toStdString()) {}
-  ~ArchiveException() override;
-  const char* name() const { return HRCoderException; }
-};
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-/// Turns a graph of objects into a tree that people can read and edit, and back. The tree is plain
-/// values, to be kept as a property list or as JSON; docs/archive-format.md describes it.
-///
-/// In the graph, what has an identity is an `ObjectRef`: objects of described classes, and the
-/// containers `MutableArray`, `MutableDictionary`, `MutableString`, `Data` and `MutableData`. Each
-/// is written once and referred to afterwards. Plain lists, maps and bytes are taken as well, and
-/// written wherever they stand. What is read back are lists as `MutableArray`, maps as
-/// `MutableDictionary` and bytes as `Data`; strings, numbers, dates, addresses and null are values.
-/// A graph that leads back to itself owns itself: whoever lets go of it empties a container first.
-///
-/// What cannot be written or read is none, with a line in the log. No input nests deeper than 512
-/// or makes more than it should: beyond the limits the whole of it is none.
-///
-/// Used by one thread at a time.
-class KELVAR_EXPORT HRCoder : public Coder {
- public:
-  /// Any other number stands for property-list values that are not written anywhere.
+  /// With any other number, the output is property-list values that are not serialized.
   enum OutputFormat { kXml = 0, kJson = 1, kBinary = 2 };
 
-  /// Containers and objects in one another, at most.
+  /// Maximum depth of nested containers and objects.
   static constexpr int kMaxDepth = 512;
-  /// Characters in the key paths of one archive together, at most.
+  /// Total length of the key paths of one archive, in characters.
   static constexpr qsizetype kMaxPathText = qsizetype{1} << 26;
 
   static QString classNameKey();
 
-  /// The tree, as property lists have it.
+  /// The tree in the form for property lists.
   static QVariant archivedPlistWithRootObject(const QVariant& object);
-  /// The tree, as JSON has it.
+  /// The tree in the form for JSON.
   static QVariant archivedJSONWithRootObject(const QVariant& object);
-  /// As an XML property list; null when that cannot be written.
+  /// As an XML property list; null if it cannot be written.
   static QByteArray archivedDataWithRootObject(const QVariant& object);
-  /// The same into a file, whole or not at all.
+  /// The same, written to a file atomically.
   static bool archiveRootObject(const QVariant& object, const QString& toFile);
 
   static QVariant unarchiveObjectWithPlistOrJSON(const QVariant& tree);
-  /// From a property list of any form, or else JSON.
+  /// From a property list in any format, or JSON.
   static QVariant unarchiveObjectWithData(const QByteArray& data);
   static QVariant unarchiveObjectWithFile(const QString& path);
 
   HRCoder();
   ~HRCoder() override;
-  /// `finishEncoding` puts what is written by key until then into `data`.
-  static std::unique_ptr<HRCoder> initForWritingWithMutableData(std::shared_ptr<MutableData> data);
-  /// Reads by key from the root, which must be a dictionary; throws an `ArchiveException` when it
-  /// is not, or cannot be read. Null bytes are an empty dictionary.
-  static std::unique_ptr<HRCoder> initForReadingWithData(const QByteArray& data);
+  /// `finishEncoding` writes the values encoded by key to `data`.
+  static std::shared_ptr<HRCoder> initForWritingWithMutableData(std::shared_ptr<MutableData> data);
+  /// Reads by key from the root. Throws an `ArchiveException` if the data cannot be read or the
+  /// root is not a dictionary. Null bytes count as an empty dictionary.
+  static std::shared_ptr<HRCoder> initForReadingWithData(const QByteArray& data);
 
   /// The tree of the whole graph.
   QVariant archiveRootObject(const QVariant& object);
@@ -88,11 +79,11 @@ class KELVAR_EXPORT HRCoder : public Coder {
 
   bool allowsKeyedCoding() const override { return true; }
 
-  /// Puts the tree of the whole graph in the place of what was written so far.
+  /// Writes the tree of the whole graph, replacing everything written so far.
   void encodeRootObject(const QVariant& object);
   void encodeObject(const QVariant& object, const QString& key) override;
   void encodeConditionalObject(const QVariant& object, const QString& key) override;
-  /// What stands for `object` under `key`; written nowhere.
+  /// The tree of `object` under `key`, without writing it.
   QVariant encodedObject(const QVariant& object, const QString& key);
   void encodeBool(bool value, const QString& key) override;
   void encodeInt(int32_t value, const QString& key) override;
@@ -102,15 +93,15 @@ class KELVAR_EXPORT HRCoder : public Coder {
   void encodeDouble(double value, const QString& key) override;
   /// Never shared.
   void encodeBytes(const QByteArray& bytes, const QString& key) override;
-  /// Writes to `data`, if there is any, and forgets it and all else. False when it could not be
-  /// written; `data` is then as it was.
+  /// Writes to `data`, if there is any, and resets the coder. False if it could not be written;
+  /// `data` is then unchanged.
   bool finishEncoding();
 
   bool containsValueForKey(const QString& key) const override;
   QVariant decodeObject(const QString& key) override;
-  /// What the `value` of the tree under `key` stands for.
+  /// The object of the tree `value` under `key`.
   QVariant decodeObject(const QVariant& value, const QString& key);
-  /// Numbers become one another as in C; strings are read as numbers.
+  /// Numbers are converted as in C; strings are read as numbers.
   bool decodeBool(const QString& key) override;
   int32_t decodeInt(const QString& key) override;
   int32_t decodeInt32(const QString& key) override;
@@ -128,44 +119,37 @@ class KELVAR_EXPORT HRCoder : public Coder {
   /// By key path.
   const QHash<QString, QVariant>& knownObjects() const { return knownObjects_; }
   void setKnownObjects(const QHash<QString, QVariant>& objects);
-  /// Where an alias stood, and the key path that it names.
+  /// From the key path of an alias to the one that it refers to.
   const QMap<QString, QString>& unresolvedAliases() const { return unresolvedAliases_; }
   void setUnresolvedAliases(const QMap<QString, QString>& aliases) { unresolvedAliases_ = aliases; }
-  /// Of the object being written or read; null at the root.
+  /// The key path of the object being written or read; null at the root.
   QString keyPath() const { return keyPath_; }
   void setKeyPath(const QString& path) { keyPath_ = path; }
   std::shared_ptr<MutableData> data() const { return data_; }
   void setData(std::shared_ptr<MutableData> data) { data_ = std::move(data); }
 
  private:
-  class Level;
+  friend class ArchiveLevel;
+  friend class ArchiveReader;
+  friend class ArchiveWriter;
 
-  QVariant archived(const QVariant& object);
-  QVariant archivedReference(const ObjectRef& object);
-  QVariant archivedObject(const ObjectRef& object);
-  QVariant archivedMap(const QVariantMap& map);
-  QVariant archivedList(const QVariantList& list);
-  QVariant archivedBytes(const QByteArray& bytes, const QString& className) const;
-  QVariant archivedDate(const QDateTime& date) const;
+  /// A map has no null keys, but its empty key may be a null string.
+  static QString keyIn(const QString& key) { return key.isNull() ? QStringLiteral("") : key; }
 
-  QVariant unarchived(const QVariant& value);
-  QVariant unarchivedMap(const QVariantMap& map);
-  QVariant unarchivedObject(const QString& className);
-  QVariant unarchivedList(const QVariantList& list);
-
-  QVariant fail(const QString& why);
+  /// Logs the first reason and ends the work.
+  void fail(const QString& why);
+  void logMissingElement() const;
   void write(const QVariant& value, const QString& key);
-  QVariant valueForKey(const QString& key) const;
+  QVariant entry(const QString& key) const;
   QString pathTo(const QString& key);
   void know(const QString& path, const QVariant& object);
-  void replacePlaceholder(const QVariant& root, const QString& path, const QVariant& object);
-  QByteArray serialised(QString* error) const;
+  bool writeTo(MutableData* data) const;
   void reset();
 
   int outputFormat_ = kXml;
   QVariantList stack_;
   QHash<QString, QVariant> knownObjects_;
-  /// The same, the other way round.
+  /// The inverse of `knownObjects_`.
   QHash<const Object*, QString> pathOfObject_;
   QMap<QString, QString> unresolvedAliases_;
   QString keyPath_;

@@ -5,14 +5,16 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&HRCoderAliasPlaceholder::theClass);
+const ClassInfo::Registration kRegistered(&HRCoderAliasPlaceholder::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& HRCoderAliasPlaceholder::theClass() {
+const ClassInfo& HRCoderAliasPlaceholder::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<HRCoderAliasPlaceholder>("HRCoderAliasPlaceholder")
-          .classOperation("placeholder", &HRCoderAliasPlaceholder::placeholder);
+      ClassInfoBuilder<HRCoderAliasPlaceholder>("HRCoderAliasPlaceholder")
+          .classOperation(
+              "placeholder", &HRCoderAliasPlaceholder::placeholder,
+              "Returns the one object that stands for a reference that is not decoded yet.");
   return kClass;
 }
 

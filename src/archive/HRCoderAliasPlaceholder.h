@@ -4,13 +4,13 @@
 
 namespace kelvar {
 
-/// Stands in a graph that is being read where an alias names what is not read yet.
+/// Takes the place of a forward alias while a graph is being read.
 class KELVAR_EXPORT HRCoderAliasPlaceholder : public Object {
  public:
-  /// The only one. Safe from any thread.
+  /// The only instance. Safe from any thread.
   static ObjectRef placeholder();
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 };
 
 }  // namespace kelvar

@@ -1,22 +1,23 @@
 #include "archive/MutableArray.h"
 
-#include "archive/ReleaseInTurn.h"
+#include "archive/DeferredRelease.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&MutableArray::theClass);
+const ClassInfo::Registration kRegistered(&MutableArray::staticClassInfo);
 
 }  // namespace
 
-MutableArray::~MutableArray() { releaseInTurn(&values_); }
+MutableArray::~MutableArray() { releaseIteratively(&values_); }
 
-const ClassInfo& MutableArray::theClass() {
+const ClassInfo& MutableArray::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<MutableArray>("NSMutableArray")
-          .initialiser("init", [] { return std::make_shared<MutableArray>(); })
-          .operation("addObject:", &MutableArray::append);
+      ClassInfoBuilder<MutableArray>("NSMutableArray")
+          .initializer(
+              "init", [] { return std::make_shared<MutableArray>(); }, "Creates an empty list.")
+          .operation("addObject:", &MutableArray::append, "Appends a value.");
   return kClass;
 }
 

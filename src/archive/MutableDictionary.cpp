@@ -1,22 +1,23 @@
 #include "archive/MutableDictionary.h"
 
-#include "archive/ReleaseInTurn.h"
+#include "archive/DeferredRelease.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&MutableDictionary::theClass);
+const ClassInfo::Registration kRegistered(&MutableDictionary::staticClassInfo);
 
 }  // namespace
 
-MutableDictionary::~MutableDictionary() { releaseInTurn(&values_); }
+MutableDictionary::~MutableDictionary() { releaseIteratively(&values_); }
 
-const ClassInfo& MutableDictionary::theClass() {
+const ClassInfo& MutableDictionary::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<MutableDictionary>("NSMutableDictionary").initialiser("init", [] {
-        return std::make_shared<MutableDictionary>();
-      });
+      ClassInfoBuilder<MutableDictionary>("NSMutableDictionary")
+          .initializer(
+              "init", [] { return std::make_shared<MutableDictionary>(); },
+              "Creates an empty dictionary.");
   return kClass;
 }
 

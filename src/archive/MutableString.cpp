@@ -7,18 +7,20 @@ namespace {
 
 const QString kString = QStringLiteral("NS.string");
 
-const ClassInfo::Registration kRegistered(&MutableString::theClass);
+const ClassInfo::Registration kRegistered(&MutableString::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& MutableString::theClass() {
+const ClassInfo& MutableString::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<MutableString>("NSMutableString")
-          .initialiser("init", [] { return std::make_shared<MutableString>(); })
-          .initialiser(
+      ClassInfoBuilder<MutableString>("NSMutableString")
+          .initializer(
+              "init", [] { return std::make_shared<MutableString>(); }, "Creates an empty string.")
+          .initializer(
               "initWithString:",
-              [](const QString& string) { return std::make_shared<MutableString>(string); })
-          .property("string", &MutableString::string, &MutableString::setString)
+              [](const QString& string) { return std::make_shared<MutableString>(string); },
+              "Creates an object with a copy of the string.")
+          .property("string", &MutableString::string, &MutableString::setString, "The characters.")
           .decodable();
   return kClass;
 }

@@ -5,13 +5,13 @@
 
 namespace kelvar {
 
-/// A string with an identity, which archives keep.
+/// A string with an identity, which archives preserve.
 class KELVAR_EXPORT MutableString : public Object {
  public:
   explicit MutableString(const QString& string = QStringLiteral("")) : string_(string) {}
   static std::shared_ptr<MutableString> initWithCoder(Coder& coder);
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   QString string() const { return string_; }
   void setString(const QString& string) { string_ = string; }

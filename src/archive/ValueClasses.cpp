@@ -1,7 +1,7 @@
 #include "archive/ValueClasses.h"
 
 #include "archive/HRCoder.h"
-#include "platform/PropertyListForms.h"
+#include "platform/plist/PropertyListForms.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -11,7 +11,7 @@ const QString kClassKey = QString::fromLatin1(HRCoderClassNameKey);
 const QString kTimeKey = QStringLiteral("NS.time");
 const QString kAddressKey = QStringLiteral("NS.relative");
 
-/// Values have no object to carry a description.
+/// Values have no object, but a class needs a type to describe.
 struct Date {};
 struct Url {};
 struct Null {};
@@ -28,18 +28,18 @@ QVariant decodeUrl(Coder& coder) {
 }
 
 const ClassInfo& dateClass() {
-  static const ClassInfo kClass = Description<Date>("NSDate").decodable(decodeDate);
+  static const ClassInfo kClass = ClassInfoBuilder<Date>("NSDate").decodable(decodeDate);
   return kClass;
 }
 
 const ClassInfo& urlClass() {
-  static const ClassInfo kClass = Description<Url>("NSURL").decodable(decodeUrl);
+  static const ClassInfo kClass = ClassInfoBuilder<Url>("NSURL").decodable(decodeUrl);
   return kClass;
 }
 
 const ClassInfo& nullClass() {
-  static const ClassInfo kClass =
-      Description<Null>("NSNull").decodable([](Coder&) { return QVariant::fromValue(nullptr); });
+  static const ClassInfo kClass = ClassInfoBuilder<Null>("NSNull").decodable(
+      [](Coder&) { return QVariant::fromValue(nullptr); });
   return kClass;
 }
 

@@ -6,9 +6,9 @@
 
 namespace kelvar {
 
-/// What stands in a tree for values that the format has no place for. They are read back as the
-/// values, by the classes that these name: "NSDate" with the seconds since the start of 2001 under
-/// "NS.time", "NSURL" with the address under "NS.relative", "NSNull".
+/// The dictionaries for values that a format cannot represent. They name the class that reads them:
+/// "NSDate" with the seconds since the start of 2001 under "NS.time", "NSURL" with the URL under
+/// "NS.relative", and "NSNull".
 QVariantMap encodedDate(const QDateTime& date);
 QVariantMap encodedUrl(const QUrl& url);
 QVariantMap encodedNull();

@@ -7,14 +7,14 @@
 
 namespace kelvar {
 
-/// Where the vendor's API server has `pathAndQuery`, such as "/r/check_version?id=1 beta": what may
-/// not stand in an address is percent-escaped, what separates its parts is left alone.
+/// The URL of `pathAndQuery`, such as "/r/check_version?id=1 beta", on the vendor's API server.
+/// Characters that are invalid in a URL are percent-escaped; delimiters are kept.
 ///
-/// The server is what KELVAR_API_SERVER names, otherwise KVAPIServer in Info.plist. Empty when
-/// there is none, as by default: then nothing is to be sent.
+/// The server comes from KELVAR_API_SERVER, or else from KVAPIServer in Info.plist. Empty if there
+/// is none, as by default: then nothing may be sent.
 KELVAR_EXPORT QUrl addressOnApiServer(const QString& pathAndQuery);
 
-/// An address on it for the log: without a name and a password.
+/// A URL on that server for the log, without user name and password.
 QString loggedAddress(const QUrl& address);
 
 }  // namespace kelvar

@@ -3,25 +3,26 @@
 #include "archive/HRCoder.h"
 #include "core/ApiServer.h"
 #include "core/ServerReply.h"
-#include "platform/Json.h"
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
-#include "platform/URLSession.h"
+#include "platform/QtError.h"
+#include "platform/network/URLSession.h"
+#include "platform/plist/Json.h"
 #include "runtime/ClassInfo.h"
 #include "runtime/DelegateInfo.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVVersionChecker::theClass);
+const ClassInfo::Registration kRegistered(&KVVersionChecker::staticClassInfo);
 
 QString storeKey(const QString& identifier) { return identifier + QStringLiteral(".checker"); }
 
-QVariant failure(const QString& message) {
+QVariant errorDictionary(const QString& message) {
   return QVariantMap{{QStringLiteral("message"), message}};
 }
 
-/// None for what is no address.
+/// Empty for text that is no URL.
 QUrl urlFrom(const QString& text) {
   const QUrl url(text, QUrl::StrictMode);
   return url.isValid() ? url : QUrl();
@@ -31,39 +32,65 @@ bool isString(const QVariant& value) { return value.typeId() == QMetaType::QStri
 
 }  // namespace
 
-const ClassInfo& KVVersionChecker::theClass() {
+const ClassInfo& KVVersionChecker::staticClassInfo() {
   using Checker = KVVersionChecker;
   static const ClassInfo kClass =
-      Description<Checker>("KVVersionChecker")
-          .classOperation("checkerWithIdentifier:name:", &Checker::checkerWithIdentifier)
-          .initialiser("initWithIdentifier:name:",
-                       [](const QString& identifier, const QString& name) {
-                         return std::make_shared<Checker>(identifier, name);
-                       })
+      ClassInfoBuilder<Checker>("KVVersionChecker")
+          .classOperation(
+              "checkerWithIdentifier:name:", &Checker::checkerWithIdentifier,
+              "Returns the stored checker for this identifier and version name, or a new one.")
+          .initializer(
+              "init", [] { return std::make_shared<Checker>(QString(), QString()); },
+              "Creates a checker without an identifier or a name.")
+          .initializer(
+              "initWithIdentifier:name:",
+              [](const QString& identifier, const QString& name) {
+                return std::make_shared<Checker>(identifier, name);
+              },
+              "Creates a checker that is stored under the identifier and asks about the version "
+              "with this name.")
           .decodable()
-          .operation("persist", &Checker::persist)
-          .operation("start", &Checker::start)
-          .property("identifier", &Checker::identifier, &Checker::setIdentifier)
-          .property("name", &Checker::name, &Checker::setName)
-          .property("finished", &Checker::finished, &Checker::setFinished)
-          .property("success", &Checker::success, &Checker::setSuccess)
-          .property("error", &Checker::error, &Checker::setError)
-          .property("result", &Checker::result, &Checker::setResult)
-          .property("isExpired", &Checker::isExpired, &Checker::setIsExpired)
-          .property("expiredMessage", &Checker::expiredMessage, &Checker::setExpiredMessage)
-          .property("actionTitle", &Checker::actionTitle, &Checker::setActionTitle)
-          .property("actionURL", &Checker::actionURL, &Checker::setActionURL)
-          .property("lastCheck", &Checker::lastCheck, &Checker::setLastCheck)
-          .property("delegate", &Checker::delegate, &Checker::setDelegate)
-          .property("persister", &Checker::persister, &Checker::setPersister);
+          .operation("persist", &Checker::persist, "Stores the checker in the settings.")
+          .operation(
+              "start", &Checker::start,
+              "Starts a check and returns at once; the delegate is called when it has finished.")
+          .property("identifier", &Checker::identifier, &Checker::setIdentifier,
+                    "Identifies the checker in the settings.")
+          .property("name", &Checker::name, &Checker::setName,
+                    "The version to ask about, as the server knows it.")
+          .property("finished", &Checker::finished, &Checker::setFinished,
+                    "Whether a check has finished, in this session or an earlier one.")
+          .property("success", &Checker::success, &Checker::setSuccess,
+                    "Whether a check of this session got a valid answer.")
+          .property("error", &Checker::error, &Checker::setError,
+                    "The last failure, a dictionary with a \"message\" or what the server sent; a "
+                    "later success does not clear it.")
+          .property("result", &Checker::result, &Checker::setResult,
+                    "The server's last valid answer, a dictionary.")
+          .property("isExpired", &Checker::isExpired, &Checker::setIsExpired,
+                    "Whether the server considers the version outdated.")
+          .property("expiredMessage", &Checker::expiredMessage, &Checker::setExpiredMessage,
+                    "The server's message about the outdated version.")
+          .property("actionTitle", &Checker::actionTitle, &Checker::setActionTitle,
+                    "The title of the update button.")
+          .property("actionURL", &Checker::actionURL, &Checker::setActionURL,
+                    "The URL that the update button opens.")
+          .property("lastCheck", &Checker::lastCheck, &Checker::setLastCheck,
+                    "When the last check finished.")
+          .property("delegate", &Checker::delegate, &Checker::setDelegate,
+                    "Told when a check has finished; held weakly.")
+          .property("persister", &Checker::persister, &Checker::setPersister,
+                    "The store that `persist` writes to.");
   return kClass;
 }
 
-const DelegateInfo& KVVersionCheckerDelegate::theDelegate() {
+const DelegateInfo& KVVersionCheckerDelegate::staticDelegateInfo() {
   using Self = KVVersionCheckerDelegate;
   static const DelegateInfo kDelegate =
-      DelegateDescription<Self>("KVVersionCheckerDelegate")
-          .operation("checkerDidFinish:", &Self::checkerDidFinish);
+      DelegateInfoBuilder<Self>("KVVersionCheckerDelegate")
+          .operation("checkerDidFinish:", &Self::checkerDidFinish,
+                     "Called on the main thread after a check has finished, successfully or not; "
+                     "the checker's properties say how.");
   return kDelegate;
 }
 
@@ -119,20 +146,20 @@ void KVVersionChecker::start() {
   const QUrl address = addressOnApiServer(QStringLiteral("/r/check_version?id=") + name_);
   URLSession* const session = address.isEmpty() ? nullptr : URLSession::shared();
   if (!session) return MainQueue::async([self] { self->complete({}); });
-  session->dataTask(address, [self, address](const URLAnswer& answer) {
+  session->dataTask(address, [self, address](const URLResponse& answer) {
     logLine(u"url: %@", {loggedAddress(address)});
     logLine(u"body: %@", {QString::fromUtf8(answer.body)});
     logLine(u"response: %@", {QString::number(answer.status)});
-    logLine(u"error: %@", {answer.error});
+    logLine(u"error: %@", {messageOf(answer.error)});
     MainQueue::async([self, answer] { self->complete(answer); });
   });
 }
 
-void KVVersionChecker::complete(const URLAnswer& answer) {
-  if (!answer.error.isNull()) {
-    error_ = failure(answer.error);
+void KVVersionChecker::complete(const URLResponse& answer) {
+  if (answer.error) {
+    error_ = errorDictionary(messageOf(answer.error));
   } else if (answer.body.isNull()) {
-    error_ = failure(QStringLiteral("no connection"));
+    error_ = errorDictionary(QStringLiteral("no connection"));
   } else {
     read(answer.body);
   }
@@ -142,7 +169,7 @@ void KVVersionChecker::complete(const URLAnswer& answer) {
   persist();
 }
 
-/// Whatever it does, the answer is stored.
+/// An exception must not keep the answer from being stored.
 void KVVersionChecker::tellDelegate() {
   const auto delegate = delegate_.lock();
   if (!delegate || !delegate->checkerDidFinish) return;
@@ -151,16 +178,15 @@ void KVVersionChecker::tellDelegate() {
     return delegate->checkerDidFinish(*this);
   } catch (const std::exception& exception) {
     thrown = QString::fromUtf8(exception.what());
-  } catch (...) {  // Told below.
+  } catch (...) {  // Logged below.
   }
   logLine(u"KVVersionChecker: the delegate has thrown: %@", {thrown});
 }
 
 void KVVersionChecker::read(const QByteArray& body) {
-  QString error;
-  const QVariant answer = readServerReply(body, &error);
-  if (answer.isValid()) return apply(answer.toMap());
-  logLine(u"KVVersionChecker: failed checking with update. error: %@", {error});
+  const Result<QVariant> answer = readServerReply(body);
+  if (answer) return apply(answer->toMap());
+  logLine(u"KVVersionChecker: failed checking with update. error: %@", {messageOf(answer.error())});
 }
 
 void KVVersionChecker::apply(const QVariantMap& answer) {
@@ -175,7 +201,7 @@ void KVVersionChecker::apply(const QVariantMap& answer) {
   result_ = record.toMap()[QStringLiteral("fields")];
   const QVariantMap fields = result_.toMap();
   isExpired_ = fromVariant<bool>(fields[QStringLiteral("Expired")]).value_or(false);
-  // A null message, which no settings can keep, is a missing one.
+  // A null message, which settings cannot hold, counts as missing.
   expiredMessage_ = fields[QStringLiteral("Expired Message")].toString();
   const QVariant url = fields[QStringLiteral("Action URL")];
   if (isString(url)) actionURL_ = urlFrom(url.toString());

@@ -2,53 +2,53 @@
 
 #include <QDateTime>
 #include <QUrl>
-#include <functional>
 
 #include "core/KVPersister.h"
+#include "runtime/DelegateFunction.h"
 #include "runtime/Object.h"
 
 namespace kelvar {
 
 class DelegateInfo;
 class KVVersionChecker;
-struct URLAnswer;
+struct URLResponse;
 
-/// What a checker tells. An empty member is not called.
+/// Delegate of a version checker. Empty members are not called.
 struct KELVAR_EXPORT KVVersionCheckerDelegate {
-  static const DelegateInfo& theDelegate();
+  static const DelegateInfo& staticDelegateInfo();
 
-  /// A check has completed, well or not: the checker's properties say how. On the main thread. What
-  /// it throws has nobody to go to and is logged.
-  std::function<void(KVVersionChecker&)> checkerDidFinish;
+  /// Called on the main thread after a check has finished, successfully or not; the checker's
+  /// properties say how. The checker is stored after this call. An exception is logged.
+  DelegateFunction<void(KVVersionChecker&)> checkerDidFinish;
 };
 
 using KVVersionCheckerRef = std::shared_ptr<KVVersionChecker>;
 
-/// Asks the vendor's server whether the running version is still current, and keeps the answer over
+/// Asks the vendor's server whether the running version is current, and keeps the answer across
 /// restarts.
 ///
-/// Made, read and called on the main thread, where everything changes. The settings have it as an
-/// archive under its identifier with ".checker" appended. When to check, and what to show, is for
-/// the caller to decide.
+/// Use on the main thread only. The settings hold the checker as an archive under its identifier +
+/// ".checker". Callers decide when to check and what to show.
 class KELVAR_EXPORT KVVersionChecker : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// The stored checker, if there is one for this identifier and name; otherwise a new one.
+  /// The checker stored for this identifier and name, or a new one.
   static KVVersionCheckerRef checkerWithIdentifier(const QString& identifier, const QString& name);
 
-  /// `identifier` names the place in the settings, `name` the version, as the server knows it.
+  /// `identifier` names the place in the settings, `name` the version as the server knows it.
   KVVersionChecker(const QString& identifier, const QString& name);
 
-  /// Whether the last check succeeded is not read back: no check has been made yet.
+  /// Does not restore `success`: no check has been made yet.
   static KVVersionCheckerRef initWithCoder(Coder& coder);
   void encodeWithCoder(Coder& coder) const override;
 
   void persist();
 
-  /// Begins a check and returns at once. The checker stays alive until it has completed, and is
-  /// stored then, after the delegate was called. With no server configured there is no connection.
+  /// Starts a check and returns immediately. The checker stays alive until the check has completed;
+  /// it is then stored, after the delegate was called. Without a configured server, nothing is
+  /// sent.
   void start();
 
   QString identifier() const { return identifier_; }
@@ -56,16 +56,17 @@ class KELVAR_EXPORT KVVersionChecker : public Object {
   QString name() const { return name_; }
   void setName(const QString& name) { name_ = name; }
 
-  /// Whether a check has completed, in this session or before.
+  /// Whether a check has completed, in this session or an earlier one.
   bool finished() const { return finished_; }
   void setFinished(bool finished) { finished_ = finished; }
-  /// Whether a check of this session got a good answer. A failure after it does not change that.
+  /// Whether a check in this session got a valid answer. A later failure does not reset this.
   bool success() const { return success_; }
   void setSuccess(bool success) { success_ = success; }
-  /// The last failure: a map with a "message", or what the server gave. Not reset by a success.
+  /// The last failure: a map with a "message", or the error as the server sent it. A success does
+  /// not reset this.
   QVariant error() const { return error_; }
   void setError(const QVariant& error) { error_ = error; }
-  /// What the server said in the last good answer, a map.
+  /// The contents of the last valid answer, a map.
   QVariant result() const { return result_; }
   void setResult(const QVariant& result) { result_ = result; }
 
@@ -73,7 +74,7 @@ class KELVAR_EXPORT KVVersionChecker : public Object {
   void setIsExpired(bool isExpired) { isExpired_ = isExpired; }
   QString expiredMessage() const { return expiredMessage_; }
   void setExpiredMessage(const QString& message) { expiredMessage_ = message; }
-  /// What the button for the update says, and where it leads.
+  /// Title and URL of the update button.
   QString actionTitle() const { return actionTitle_; }
   void setActionTitle(const QString& title) { actionTitle_ = title; }
   QUrl actionURL() const { return actionURL_; }
@@ -90,7 +91,7 @@ class KELVAR_EXPORT KVVersionChecker : public Object {
   void setPersister(KVPersisterRef persister) { persister_ = std::move(persister); }
 
  private:
-  void complete(const URLAnswer& answer);
+  void complete(const URLResponse& answer);
   void read(const QByteArray& body);
   void apply(const QVariantMap& answer);
   void tellDelegate();

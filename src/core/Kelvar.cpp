@@ -7,14 +7,14 @@
 #include "core/ServerMessages.h"
 #include "platform/Bundle.h"
 #include "platform/Log.h"
-#include "platform/UserEmail.h"
+#include "platform/store/UserEmail.h"
 #include "runtime/ClassInfo.h"
 #include "util/Each.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&Kelvar::theClass);
+const ClassInfo::Registration kRegistered(&Kelvar::staticClassInfo);
 
 QString required(const char* key) {
   const QVariant value = Bundle::objectForInfoDictionaryKey(QLatin1String(key));
@@ -24,16 +24,25 @@ QString required(const char* key) {
 
 }  // namespace
 
-const ClassInfo& Kelvar::theClass() {
+const ClassInfo& Kelvar::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<Kelvar, KVPersister>("Kelvar")
-          .initialiser("init", [] { return std::make_shared<Kelvar>(); })
-          .operation("trackForEvent:properties:", &Kelvar::trackForEvent)
-          .operation("loadServerNotification", &Kelvar::loadServerNotification)
-          .property("tracker", &Kelvar::tracker, &Kelvar::setTracker)
-          .property("env", &Kelvar::env, &Kelvar::setEnv)
-          .property("pluginName", &Kelvar::pluginName, &Kelvar::setPluginName)
-          .property("persister", &Kelvar::persister, &Kelvar::setPersister);
+      ClassInfoBuilder<Kelvar, KVPersister>("Kelvar")
+          .initializer(
+              "init", [] { return std::make_shared<Kelvar>(); },
+              "Creates the plug-in's main object; the first one in a process starts analytics.")
+          .operation("trackForEvent:properties:", &Kelvar::trackForEvent,
+                     "Records an event with its properties and returns the event's name.")
+          .operation("loadServerNotification", &Kelvar::loadServerNotification,
+                     "Fetches the server's messages in the background and adds the new ones to the "
+                     "list in `persister`.")
+          .property("tracker", &Kelvar::tracker, &Kelvar::setTracker,
+                    "The tracker that records events, shared by all objects of the process.")
+          .property("env", &Kelvar::env, &Kelvar::setEnv,
+                    "The plug-in's environment, which is sent with every event.")
+          .property("pluginName", &Kelvar::pluginName, &Kelvar::setPluginName,
+                    "The plug-in's name, which is sent with every event.")
+          .property("persister", &Kelvar::persister, &Kelvar::setPersister,
+                    "The store for the server's messages; without one they are dropped.");
   return kClass;
 }
 
@@ -59,7 +68,7 @@ void Kelvar::start() {
                   {QStringLiteral("Plugin Environment"), env_},
                   {QStringLiteral("Plugin Name"), pluginName_}});
   identifyUser(properties.get());
-  // In this order, so that the first event has the properties too.
+  // In this order, so that the first event already has the properties.
   tracker_->setSuperProperties(properties);
   tracker_->track(QStringLiteral("Started"), QVariantMap());
   tracker_->setAsSharedInstance();
@@ -69,7 +78,7 @@ void Kelvar::identifyUser(QVariantMap* superProperties) {
   const QString email = userEmail();
   if (email.isNull()) return;
   superProperties->insert(QStringLiteral("email"), email);
-  // The anonymous identity becomes the user's once, over all runs: in the first that can tell.
+  // The anonymous identity is linked to the user once, in the first run in which analytics are on.
   const QString aliased = QStringLiteral("io.kelvarlabs.kelvar.identifiedUser");
   if (AnalyticsSettings::isOn() && !objectForKey(aliased).isValid()) {
     setObject(email, aliased);
@@ -89,7 +98,7 @@ QString Kelvar::trackForEvent(const QString& event, const Properties& properties
 
 void Kelvar::loadServerNotification() {
   const auto self = std::static_pointer_cast<Kelvar>(shared_from_this());
-  ServerMessages::load([self] { return self->persister(); }, [](const QString&) {});
+  ServerMessages::load([self] { return self->persister(); }, [](const Result<void>&) {});
 }
 
 KVPersisterRef Kelvar::persister() const {

@@ -7,41 +7,40 @@
 
 namespace kelvar {
 
-/// What the script side makes first, and again whenever it wants something of the plug-in: it
-/// records events, fetches the server's messages, and reaches the settings, over which it is a
-/// store itself.
+/// The main object of a plug-in. Scripts create one first, and again whenever they need it: it
+/// records events, fetches the server's messages, and is itself a store in the settings.
 ///
-/// The first one in a process starts analytics: it builds the trackers, tells them what plug-in
-/// this is and who uses it, records "Started" and makes its tracker the shared one. All later ones
-/// only take that tracker; their other properties are none. On the main thread.
+/// The first one in a process starts analytics: it creates the trackers, tells them about the
+/// plug-in and the user, records "Started" and shares its tracker. Later ones only use that
+/// tracker; their other properties are empty. Use on the main thread.
 class KELVAR_EXPORT Kelvar : public KVPersister {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// How many were made in this process.
+  /// Number of instances created in this process.
   static int32_t activateCount() { return activateCount_; }
 
-  /// Throws `std::logic_error` when Info.plist lacks one of the keys that every event tells, which
-  /// the build sees to.
+  /// Throws `std::logic_error` if Info.plist lacks a key that every event contains. The build
+  /// provides these.
   Kelvar();
 
   /// Returns the event's name.
   QString trackForEvent(const QString& event, const Properties& properties);
 
-  /// Fetches the server's messages and merges them, later, on the network's thread, into the list
-  /// of the persister that the object has then. The object lives until then. See `ServerMessages`.
+  /// Fetches the server's messages. Later, on the network thread, merges them into the list of the
+  /// persister that the object has at that time. The object lives until then. See `ServerMessages`.
   void loadServerNotification();
 
   TrackerManagerRef tracker() const { return tracker_; }
   void setTracker(const TrackerManagerRef& tracker) { tracker_ = tracker; }
-  /// The plug-in's environment, which goes with every event.
+  /// The plug-in's environment, which is sent with every event.
   QString env() const { return env_; }
   void setEnv(const QString& env) { env_ = env; }
   QString pluginName() const { return pluginName_; }
   void setPluginName(const QString& name) { pluginName_ = name; }
-  /// Where the messages are stored. With none, as in all but the first, they go nowhere. These two
-  /// are safe from any thread.
+  /// The store for messages. Null, as in all instances but the first, drops them. Getter and setter
+  /// are thread-safe.
   KVPersisterRef persister() const;
   void setPersister(const KVPersisterRef& persister);
 

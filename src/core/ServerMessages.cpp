@@ -2,15 +2,16 @@
 
 #include <QSet>
 #include <algorithm>
-#include <stdexcept>
 
 #include "core/ApiServer.h"
 #include "core/ServerReply.h"
 #include "platform/Bundle.h"
 #include "platform/Format.h"
 #include "platform/Log.h"
-#include "platform/SystemFacts.h"
-#include "platform/URLSession.h"
+#include "platform/MainQueue.h"
+#include "platform/QtError.h"
+#include "platform/SystemInfo.h"
+#include "platform/network/URLSession.h"
 #include "runtime/Conversion.h"
 #include "runtime/leadingNumber.h"
 
@@ -21,7 +22,7 @@ constexpr int64_t kNoId = -1;
 
 QString key() { return QLatin1String(ServerMessages::kKey); }
 
-/// 0 for what is no number.
+/// 0 for values that are not numbers.
 int64_t integer(const QVariant& value) {
   if (value.typeId() == QMetaType::QString) return leadingNumber<int64_t>(value.toString());
   return fromVariant<int64_t>(value).value_or(0);
@@ -34,29 +35,29 @@ QVariantMap message(int64_t id, const QString& text, const QString& action, bool
           {QStringLiteral("read"), read}};
 }
 
-/// The id that the message gets, or has already, of which this is the server's record.
+/// The id of the message that is made from a server's record.
 int64_t idOfRecord(const QVariant& record) {
   const int64_t given = integer(valueForKeyPath(record, QStringLiteral("fields.ID")));
   return given == 0 ? kNoId : given;
 }
 
-/// What goes first is least.
+/// Messages of the least worth are dropped first.
 int worth(const QVariant& message, const QSet<int64_t>& offered) {
   const bool isRead = message.toMap()[QStringLiteral("read")].toBool();
   return (isRead ? 0 : 2) + int(offered.contains(ServerMessages::idOf(message)));
 }
 
-void dropWhatIsTooMuch(QVariantList* list, const QSet<int64_t>& offered) {
-  constexpr int kMostWorth = 3;
-  qsizetype excess = list->size() - ServerMessages::kMost;
-  for (int least = 0; excess > 0 && least <= kMostWorth; ++least) {
+void dropExcess(QVariantList* list, const QSet<int64_t>& offered) {
+  constexpr int kMaxWorth = 3;
+  qsizetype excess = list->size() - ServerMessages::kMaxMessages;
+  for (int least = 0; excess > 0 && least <= kMaxWorth; ++least) {
     list->removeIf([&](const QVariant& message) {
       return excess > 0 && worth(message, offered) == least && excess-- > 0;
     });
   }
 }
 
-/// The string in a server's record, "" for none.
+/// A string in a server's record, "" for none.
 QString text(const QVariant& record, const QString& keyPath) {
   const QVariant value = valueForKeyPath(record, keyPath);
   return value.typeId() == QMetaType::QString ? value.toString() : QStringLiteral("");
@@ -73,22 +74,40 @@ QString pathAndQuery() {
                    {version(Bundle::objectForInfoDictionaryKey(number),
                             Bundle::objectForInfoDictionaryKey(build)),
                     version(host[number], host[build]),
-                    SystemFacts::operatingSystemVersionString().section(u' ', 1, 1)});
+                    SystemInfo::operatingSystemVersionString().section(u' ', 1, 1)});
 }
 
-/// Null, or why there is nothing in the answer.
-QString merge(const URLAnswer& answer, const ServerMessages::Store& store) {
-  if (!answer.error.isNull()) return answer.error;
-  if (answer.body.isEmpty()) return QStringLiteral("the server's answer is empty");
-  QString error;
-  const QVariant reply = readServerReply(answer.body, &error);
-  if (!reply.isValid()) return QStringLiteral("the server's answer is no JSON: ") + error;
-  const QVariantList records = reply.toMap()[QStringLiteral("messages")].toList();
-  const KVPersisterRef persister = store();
-  if (records.isEmpty() || !persister) return {};
+/// The messages in the server's answer.
+Result<QVariantList> recordsIn(const URLResponse& answer) {
+  if (answer.error) return tl::unexpected(*answer.error);
+  if (answer.body.isEmpty()) {
+    return failure(Error::Kind::Damaged, QStringLiteral("the server's answer is empty"));
+  }
+  const Result<QVariant> reply = readServerReply(answer.body);
+  if (!reply) return failureIn(QStringLiteral("the server's answer is not JSON"), reply.error());
+  return reply->toMap()[QStringLiteral("messages")].toList();
+}
+
+void merge(const QVariantList& records, const KVPersisterRef& persister) {
   const QVariantList stored = persister->objectForKey(key()).toList();
   persister->setObject(ServerMessages::merged(stored, records), key());
-  return {};
+}
+
+/// Calls `completion` when everything is stored.
+void handle(const URLResponse& answer, const ServerMessages::Store& store,
+            const ServerMessages::Completion& completion) {
+  const Result<QVariantList> records = recordsIn(answer);
+  if (!records) return completion(tl::unexpected(records.error()));
+  const KVPersisterRef persister = store();
+  if (records->isEmpty() || !persister) return completion({});
+  if (persister->isThreadSafe()) {
+    merge(*records, persister);
+    return completion({});
+  }
+  MainQueue::async([records = *records, persister, completion] {
+    merge(records, persister);
+    completion({});
+  });
 }
 
 }  // namespace
@@ -99,9 +118,9 @@ void ServerMessages::load(Store store, Completion completion) {
   logLine(u"Loading message with version: %@",
           {address.isEmpty() ? wanted : loggedAddress(address)});
   URLSession* const session = address.isEmpty() ? nullptr : URLSession::shared();
-  if (!session) return completion(QStringLiteral("no connection"));
+  if (!session) return completion(failure(Error::Kind::Io, QStringLiteral("no connection")));
   session->dataTask(address, [store = std::move(store), completion = std::move(completion)](
-                                 const URLAnswer& answer) { completion(merge(answer, store)); });
+                                 const URLResponse& answer) { handle(answer, store, completion); });
 }
 
 int64_t ServerMessages::idOf(const QVariant& message) {
@@ -113,7 +132,7 @@ QVariantList ServerMessages::merged(const QVariantList& stored, const QVariantLi
   for (const QVariant& each : stored) ids.insert(idOf(each));
   QSet<int64_t> offered;
   QVariantList list = stored;
-  for (const QVariant& record : records.last(std::min(records.size(), kMost))) {
+  for (const QVariant& record : records.last(std::min(records.size(), kMaxMessages))) {
     if (record.typeId() != QMetaType::QVariantMap) continue;
     const int64_t id = idOfRecord(record);
     offered.insert(id);
@@ -122,11 +141,11 @@ QVariantList ServerMessages::merged(const QVariantList& stored, const QVariantLi
     list.append(message(id, text(record, QStringLiteral("fields.Message")),
                         text(record, QStringLiteral("fields.Action Link")), false));
   }
-  dropWhatIsTooMuch(&list, offered);
+  dropExcess(&list, offered);
   return list;
 }
 
-QVariantList ServerMessages::withMessageRead(const QVariantList& stored, int64_t id) {
+Result<QVariantList> ServerMessages::withMessageRead(const QVariantList& stored, int64_t id) {
   QVariantList list = stored;
   for (QVariant& each : list) {
     if (idOf(each) != id) continue;
@@ -134,7 +153,8 @@ QVariantList ServerMessages::withMessageRead(const QVariantList& stored, int64_t
     const QVariant text = old[QStringLiteral("message")];
     const QVariant action = old[QStringLiteral("action")];
     if (!text.isValid() || !action.isValid()) {
-      throw std::invalid_argument("a message without text or address cannot be marked read");
+      return failure(Error::Kind::Damaged,
+                     QStringLiteral("a message without text or address cannot be marked read"));
     }
     each = message(id, text.toString(), action.toString(), true);
   }

@@ -1,28 +1,22 @@
 #include "core/ServerReply.h"
 
-#include "platform/Json.h"
 #include "platform/Log.h"
+#include "platform/QtError.h"
+#include "platform/plist/Json.h"
 
 namespace kelvar {
 
-QVariant readServerReply(const QByteArray& body, QString* error) {
-  error->clear();
-  QVariant reply = Json::read(body, error);
-  const int type = reply.typeId();
-  if (reply.isValid() && type != QMetaType::QVariantMap && type != QMetaType::QVariantList) {
-    *error = QStringLiteral("it is neither an object nor a list");
-    reply = {};
-  }
-  logLine(u"Parse error: %@", {*error});
-  if (isLogging()) logLine(u"result: %@", {loggedValue(reply)});
+Result<QVariant> readServerReply(const QByteArray& body) {
+  const Result<QVariant> reply = Json::readContainer(body);
+  logLine(u"Parse error: %@", {reply ? QString() : messageOf(reply.error())});
+  if (isLogging()) logLine(u"result: %@", {loggedValue(reply.value_or(QVariant()))});
   return reply;
 }
 
 QString loggedValue(const QVariant& value) {
   if (!value.isValid()) return {};
   if (value.typeId() == QMetaType::QString) return value.toString();
-  QString error;
-  return QString::fromUtf8(Json::write(value, Json::Layout::Compact, &error));
+  return QString::fromUtf8(Json::write(value).value_or(QByteArray()));
 }
 
 }  // namespace kelvar

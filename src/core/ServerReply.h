@@ -3,13 +3,16 @@
 #include <QByteArray>
 #include <QVariant>
 
+#include "pixels/Result.h"
+
 namespace kelvar {
 
-/// The JSON object or list that the vendor's API server answered with. Logs what was read, or why
-/// it was not; then it is invalid and `*error` says why.
-QVariant readServerReply(const QByteArray& body, QString* error);
+/// Parses the JSON object or list in a response of the vendor's API server. Logs the result, or why
+/// parsing failed.
+Result<QVariant> readServerReply(const QByteArray& body);
 
-/// JSON for the log; a string as it is, a null one for none.
+/// A value for the log: JSON, except that strings are not quoted. A null string if there is no
+/// value.
 QString loggedValue(const QVariant& value);
 
 }  // namespace kelvar

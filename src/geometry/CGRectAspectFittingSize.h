@@ -4,7 +4,7 @@
 
 #include "platform/Export.h"
 
-/// The largest rectangle with `size`'s proportions that fits into one of `rect`'s size, centred
-/// there. The origin of `rect` is not added: offset the result by it where that is wanted. A size
-/// with a zero side gives infinities and not-a-numbers.
+/// The largest rectangle with `size`'s aspect ratio that fits into `rect`'s size, centered there.
+/// The origin of `rect` is ignored: add it to the result if needed. If a side of `size` is zero,
+/// the result contains infinities and NaNs.
 extern "C" KELVAR_EXPORT QRectF CGRectAspectFittingSize(QSizeF size, QRectF rect);

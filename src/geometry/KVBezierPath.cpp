@@ -1,50 +1,40 @@
 #include "geometry/KVBezierPath.h"
 
-#include "platform/Log.h"
+#include "geometry/cornersOfPath.h"
 #include "runtime/ClassInfo.h"
+#include "scene/QuadPlacement.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVBezierPath::theClass);
+const ClassInfo::Registration kRegistered(&KVBezierPath::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& KVBezierPath::theClass() {
+const ClassInfo& KVBezierPath::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<KVBezierPath>("KVBezierPath")
-          .classOperation("pointsFromBezierPath:", &KVBezierPath::pointsFromBezierPath)
-          .classOperation("bezierPathWithPoints:", &KVBezierPath::bezierPathWithPoints)
-          .classOperation("edgesLengthPoint1:point2:", &KVBezierPath::edgesLengthPoint1)
-          .classOperation("sumPoints:", &KVBezierPath::sumPoints)
-          .classOperation("bezierPathIsClockwise:", &KVBezierPath::bezierPathIsClockwise)
-          .classOperation("bezierPathReversed:", &KVBezierPath::bezierPathReversed);
+      ClassInfoBuilder<KVBezierPath>("KVBezierPath")
+          .classOperation("pointsFromBezierPath:", &KVBezierPath::pointsFromBezierPath,
+                          "Returns the corners of the path's outline in drawing order, with curves "
+                          "flattened, as \"{x, y}\" strings.")
+          .classOperation("bezierPathWithPoints:", &KVBezierPath::bezierPathWithPoints,
+                          "Creates a closed path with straight edges through the points.")
+          .classOperation("edgesLengthPoint1:point2:", &KVBezierPath::edgesLengthPoint1,
+                          "Returns the edge's term (x2 - x1) (y1 + y2) of the winding sum; despite "
+                          "the name, not a length.")
+          .classOperation("sumPoints:", &KVBezierPath::sumPoints,
+                          "Returns the winding sum of the polygon: minus twice its area if it runs "
+                          "clockwise on screen.")
+          .classOperation("bezierPathIsClockwise:", &KVBezierPath::bezierPathIsClockwise,
+                          "Returns whether the path's corners run clockwise on screen; a path "
+                          "without area does.")
+          .classOperation("bezierPathReversed:", &KVBezierPath::bezierPathReversed,
+                          "Returns the path drawn in the opposite direction.");
   return kClass;
 }
 
 PointList KVBezierPath::pointsFromBezierPath(const BezierPath& path) {
-  using Kind = BezierPath::Kind;
-  const QList<BezierPath::Element> elements = path.flattened().elements();
-  PointList points;
-  QString last = stringFromPoint({0, 0});
-  for (const BezierPath::Element& element : elements) {
-    if (element.kind == Kind::Move) {
-      const QString point = stringFromPoint(elements.first().end());
-      logLine(u"Move line from %@ to %@", {last, point});
-      last = point;
-    } else if (element.kind == Kind::Line) {
-      const QString point = stringFromPoint(element.end());
-      if (points.isEmpty()) points.append(last);
-      if (point != last) points.append(point);
-      last = point;
-    } else if (element.kind == Kind::Close) {
-      const QString point = stringFromPoint(elements.first().end());
-      logLine(u"Close line from %@ to %@", {last, point});
-      if (last == point && !points.isEmpty()) points.removeLast();
-      break;
-    }
-  }
-  return points;
+  return stringsFromPoints(cornersOfPath(path));
 }
 
 BezierPath KVBezierPath::bezierPathWithPoints(const PointList& points) {
@@ -64,7 +54,7 @@ double KVBezierPath::edgesLengthPoint1(const QPointF& point1, const QPointF& poi
 double KVBezierPath::sumPoints(const PointList& points) { return windingSum(points); }
 
 bool KVBezierPath::bezierPathIsClockwise(const BezierPath& path) {
-  return isClockwise(pointsFromBezierPath(path));
+  return isClockwise(cornersOfPath(path));
 }
 
 BezierPath KVBezierPath::bezierPathReversed(const BezierPath& path) { return path.reversed(); }

@@ -1,32 +1,33 @@
 #pragma once
 
 #include "geometry/PointList.h"
-#include "platform/BezierPath.h"
+#include "platform/image/BezierPath.h"
 
 namespace kelvar {
 
 class ClassInfo;
 
-/// From vector paths to point lists and back. No state, no instances, no errors: what is missing
-/// reads as empty.
+/// Converts between vector paths and point lists. Has no state and no instances, and never fails:
+/// missing values count as empty.
 class KELVAR_EXPORT KVBezierPath {
  public:
   KVBezierPath() = delete;
-  static const ClassInfo& theClass();
+  static const ClassInfo& staticClassInfo();
 
-  /// The corners of the path's outline in drawing order, curves flattened, up to the first close.
-  /// A line to where the pen already is adds nothing, and a close takes back a last point that
-  /// equals the first. Every move, wherever it stands, reads the path's very first point.
+  /// The points of the path in drawing order, with curves flattened, up to the first close. A line
+  /// to the current point adds nothing, and a close removes a last point that equals the first.
+  /// Every move, wherever it occurs, goes to the very first point of the path.
   static PointList pointsFromBezierPath(const BezierPath& path);
 
-  /// Move to the first point, lines to the others, close. Only the close for an empty list.
+  /// Moves to the first point, draws lines to the others, and closes. An empty list gives only the
+  /// close.
   static BezierPath bezierPathWithPoints(const PointList& points);
 
-  /// `windingTerm`. Not a length, whatever the name says.
+  /// `windingTerm`. Despite the name, not a length.
   static double edgesLengthPoint1(const QPointF& point1, const QPointF& point2);
   /// `windingSum`.
   static double sumPoints(const PointList& points);
-  /// `isClockwise` of the path's points.
+  /// `isClockwise` for the points of the path.
   static bool bezierPathIsClockwise(const BezierPath& path);
   static BezierPath bezierPathReversed(const BezierPath& path);
 };

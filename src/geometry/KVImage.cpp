@@ -3,9 +3,9 @@
 #include <cmath>
 
 #include "geometry/CGRectAspectFittingSize.h"
-#include "platform/Canvas.h"
 #include "platform/Log.h"
-#include "platform/PixelGrid.h"
+#include "platform/image/Canvas.h"
+#include "platform/image/PixelSnapping.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -20,21 +20,33 @@ bool canBeDrawn(const ImageRef& image) {
   return false;
 }
 
-const ClassInfo::Registration kRegistered(&KVImage::theClass);
+const ClassInfo::Registration kRegistered(&KVImage::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& KVImage::theClass() {
+const ClassInfo& KVImage::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<KVImage>("KVImage")
-          .classOperation("getCGImage:", &KVImage::getCGImage)
-          .classOperation("scaleImage:size:", &KVImage::scaleImage)
-          .classOperation("fillImage:insideBounds:scale:shouldTrimTransparent:",
-                          [](const ImageRef& image, const KVRectRef& bounds, double scale,
-                             bool trim) { return fillImage(image, bounds, scale, trim); })
-          .classOperation("fillImage:insideBounds:scale:shouldTrimTransparent:shadow:",
-                          &KVImage::fillImage)
-          .classOperation("cropImage:withBounds:", &KVImage::cropImage);
+      ClassInfoBuilder<KVImage>("KVImage")
+          .classOperation("getCGImage:", &KVImage::getCGImage,
+                          "Returns the image drawn into a bitmap of its nominal size, or nil if "
+                          "that is less than a pixel.")
+          .classOperation("scaleImage:size:", &KVImage::scaleImage,
+                          "Returns a new image of this size and changes the nominal size of the "
+                          "given image to it; nil for an invalid image.")
+          .classOperation(
+              "fillImage:insideBounds:scale:shouldTrimTransparent:",
+              [](const ImageRef& image, const KVRectRef& bounds, double scale, bool trim) {
+                return fillImage(image, bounds, scale, trim);
+              },
+              "Returns the image fitted into the scaled bounds, in proportion and centered; "
+              "trimmed, the result is as large as the fitted image.")
+          .classOperation(
+              "fillImage:insideBounds:scale:shouldTrimTransparent:shadow:", &KVImage::fillImage,
+              "Fits the image like the selector without a shadow, with the image's faint drop "
+              "shadow moved by this offset.")
+          .classOperation("cropImage:withBounds:", &KVImage::cropImage,
+                          "Returns the part of the image within the bounds, measured in pixels "
+                          "from its top left.");
   return kClass;
 }
 

@@ -1,40 +1,42 @@
 #pragma once
 
 #include "geometry/KVRect.h"
-#include "platform/Image.h"
+#include "platform/image/Image.h"
 
 namespace kelvar {
 
 class ClassInfo;
 
-/// The steps around the warp that need pixels: to a bitmap, to another size, into a frame, cut.
+/// The steps around the warp that need pixels: rasterize, resize, fit into a frame, crop.
 ///
-/// No state, no instances. Each draws into a picture of its own. A null frame is the zero
-/// rectangle. A picture that cannot be drawn (`Image::isValid` is false, or null) is logged as
-/// "Invalid Image" and gives null where that is said.
+/// No state, no instances. Each operation draws into a new image. A null frame is the zero
+/// rectangle. An invalid image (null, or `Image::isValid` is false) is logged as "Invalid Image";
+/// the result is then null where stated.
 class KELVAR_EXPORT KVImage {
  public:
   KVImage() = delete;
-  static const ClassInfo& theClass();
+  static const ClassInfo& staticClassInfo();
 
-  /// The picture as a bitmap of its nominal size cut down to whole pixels, drawn unrounded from the
-  /// bottom left: what is over is lost at the top and on the right. Null when nothing is left.
+  /// The image as a bitmap of its nominal size truncated to whole pixels, drawn at its exact size
+  /// from the bottom left, so that any excess is cut off at the top and on the right. Null if
+  /// nothing is left.
   static QImage getCGImage(const ImageRef& image);
 
-  /// A new picture of this size. The given picture's own nominal size is changed to it, and stays
-  /// changed. Null for an invalid picture.
+  /// A new image of this size. The nominal size of the given image is changed to it as well. Null
+  /// for an invalid image.
   static ImageRef scaleImage(const ImageRef& image, const QSizeF& size);
 
-  /// The picture as large as it fits, in proportion, into the frame's size times `scale` (0 is read
-  /// as 1), centred. Trimmed, the result has the fitted size; else that of the scaled frame. It
-  /// always casts a shadow, 25 % black with a blur of one point, moved by `shadow` (a positive
-  /// height moves it up): at (0, 0) it is a faint rim. Null for an invalid picture.
+  /// The image scaled proportionally to fit the frame's size times `scale` (0 is read as 1),
+  /// centered. If trimmed, the result has the fitted size; otherwise, the size of the scaled frame.
+  /// The image always casts a shadow, 25% black with a blur of one point, offset by `shadow` (a
+  /// positive height moves it up). With an offset of (0, 0), the shadow is a faint outline. Null
+  /// for an invalid image.
   static ImageRef fillImage(const ImageRef& image, const KVRectRef& insideBounds, double scale,
                             bool shouldTrimTransparent, const QSizeF& shadow = {0, 0});
 
-  /// The part of `getCGImage` within the frame, whose origin is the top-left pixel and y down:
-  /// clipped to the bitmap and widened to whole pixels. The nominal size is the frame's, also where
-  /// it was clipped. Without pixels when nothing is left.
+  /// The part of `getCGImage` within the frame (origin at the top-left pixel, y down), clipped to
+  /// the bitmap and widened to whole pixels. The nominal size is the frame's, even if it was
+  /// clipped. The result has no pixels if nothing is left.
   static ImageRef cropImage(const ImageRef& image, const KVRectRef& withBounds);
 };
 

@@ -1,16 +1,14 @@
 #include "geometry/KVImageTransform.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 #include "geometry/WarpedImage.h"
-#include "platform/PixelGrid.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVImageTransform::theClass);
+const ClassInfo::Registration kRegistered(&KVImageTransform::staticClassInfo);
 
 const auto kBest = QStringLiteral("best");
 const auto kBilinear = QStringLiteral("bilinear");
@@ -28,25 +26,45 @@ void setSamplingName(KVImageTransform& self, const QString& name) {
 
 }  // namespace
 
-const ClassInfo& KVImageTransform::theClass() {
+const ClassInfo& KVImageTransform::staticClassInfo() {
   using Self = KVImageTransform;
   static const ClassInfo kClass =
-      Description<Self>("KVImageTransform")
-          .initialiser("init", [] { return std::make_shared<Self>(); })
-          .property("input", &Self::input, &Self::setInput)
-          .property("scale", &Self::scale, &Self::setScale)
-          .property("rotation", &Self::rotation, &Self::setRotation)
-          .property("flipped", &Self::flipped, &Self::setFlipped)
-          .property("sampling", samplingName, setSamplingName)
-          .property("extent", &Self::extent, &Self::setExtent)
-          .property("tl", &Self::tl, &Self::setTl)
-          .property("tr", &Self::tr, &Self::setTr)
-          .property("br", &Self::br, &Self::setBr)
-          .property("bl", &Self::bl, &Self::setBl)
-          .operation("points", &Self::points)
-          .operation("createOutput", [](const Self& self) { return self.createOutput(); })
-          .operation("getCIImageFromNSImage:", &Self::getCIImageFromNSImage)
-          .operation("getNSImage:", &Self::getNSImage);
+      ClassInfoBuilder<Self>("KVImageTransform")
+          .initializer(
+              "init", [] { return std::make_shared<Self>(); },
+              "Creates a transform without an input.")
+          .property(
+              "input", &Self::input, &Self::setInput,
+              "The image to warp; setting it moves the four corners to the image's own rectangle.")
+          .property("scale", &Self::scale, &Self::setScale,
+                    "Factor for the four corners; 0 counts as 1.")
+          .property("rotation", &Self::rotation, &Self::setRotation,
+                    "Quarter turns of the image within the shape, counter-clockwise on screen, "
+                    "applied after the flip.")
+          .property("flipped", &Self::flipped, &Self::setFlipped,
+                    "Whether the image is mirrored left to right.")
+          .property(
+              "sampling", samplingName, setSamplingName,
+              "How pixels are read: \"bilinear\", or \"best\" for area filtering and smooth edges.")
+          .property("extent", &Self::extent, &Self::setExtent,
+                    "Size that the output covers from (0, 0), in the corners' units; empty for the "
+                    "corners' bounding box.")
+          .property("tl", &Self::tl, &Self::setTl,
+                    "Where the image's top-left corner goes, in the target shape's units.")
+          .property("tr", &Self::tr, &Self::setTr, "Where the image's top-right corner goes.")
+          .property("br", &Self::br, &Self::setBr, "Where the image's bottom-right corner goes.")
+          .property("bl", &Self::bl, &Self::setBl, "Where the image's bottom-left corner goes.")
+          .operation("points", &Self::points,
+                     "Returns where the image's top-left, top-right, bottom-right and bottom-left "
+                     "corners go after flip and rotation, unscaled.")
+          .operation(
+              "createOutput", [](const Self& self) { return self.createOutput(); },
+              "Returns the warped image, transparent outside the corners; an invalid image of size "
+              "zero if it cannot be made.")
+          .operation("getCIImageFromNSImage:", &Self::getCIImageFromNSImage,
+                     "Returns the image's pixels without its nominal size.")
+          .operation("getNSImage:", &Self::getNSImage,
+                     "Returns an image of these pixels, one point each.");
   return kClass;
 }
 
@@ -59,43 +77,17 @@ void KVImageTransform::setInput(ImageRef input) {
   bl_ = {0, size.height()};
 }
 
-PointList KVImageTransform::points() const {
-  PointList list;
-  if (flipped_) {
-    list = {stringFromPoint(tr_), stringFromPoint(tl_), stringFromPoint(bl_), stringFromPoint(br_)};
-  } else {
-    list = {stringFromPoint(tl_), stringFromPoint(tr_), stringFromPoint(br_), stringFromPoint(bl_)};
-  }
-  // Each step moves the last entry to the front; four of them change nothing.
-  for (uint64_t step = 0; step < rotation_ % 4; ++step) list.prepend(list.takeLast());
-  return list;
+warp::Quad KVImageTransform::quad() const {
+  const warp::Quad corners{
+      {{tl_.x(), tl_.y()}, {tr_.x(), tr_.y()}, {br_.x(), br_.y()}, {bl_.x(), bl_.y()}}};
+  return orientedQuad(corners, flipped_, rotation_);
 }
 
-KVImageTransform::Placement KVImageTransform::placement() const {
-  const double f = scale_ == 0 ? 1.0 : scale_;
-  Placement placement;
-  const PointList list = points();
-  for (size_t i = 0; i < 4; ++i) {
-    const QPointF point = pointFromString(list[qsizetype(i)]) * f;
-    placement.quad[i] = {point.x(), point.y()};
-  }
-  if (!extent_.isEmpty()) {
-    placement.width = ceilToPixel(extent_.width() * f);
-    placement.height = ceilToPixel(extent_.height() * f);
-    return placement;
-  }
-  const auto byX = [](auto a, auto b) { return a.x < b.x; };
-  const auto byY = [](auto a, auto b) { return a.y < b.y; };
-  const auto [left, right] = std::minmax_element(placement.quad.begin(), placement.quad.end(), byX);
-  const auto [top, bottom] = std::minmax_element(placement.quad.begin(), placement.quad.end(), byY);
-  // Bottom-up the lowest point has y = 0, so that only the top edge is widened.
-  const double origin = floorToPixel(left->x), lowest = bottom->y;
-  placement.width = ceilToPixel(right->x) - origin;
-  placement.height = ceilToPixel(lowest - top->y);
-  for (warp::Point& corner : placement.quad) {
-    corner = {corner.x - origin, placement.height - (lowest - corner.y)};
-  }
-  return placement;
+PointList KVImageTransform::points() const { return stringsFromPoints(quad()); }
+
+Placement KVImageTransform::placement() const {
+  if (extent_.isEmpty()) return placeInBoundingBox(quad(), scale_);
+  return placeInRectangle(quad(), extent_.width(), extent_.height(), scale_);
 }
 
 ImageRef KVImageTransform::createOutput(int threads) const {

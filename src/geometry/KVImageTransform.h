@@ -3,30 +3,32 @@
 #include <cstdint>
 
 #include "geometry/PointList.h"
-#include "geometry/warp/Warp.h"
-#include "platform/Image.h"
+#include "pixels/warp/Warp.h"
+#include "platform/image/Image.h"
 #include "runtime/Object.h"
+#include "scene/QuadPlacement.h"
 
 namespace kelvar {
 
-/// Carries a picture's four corners to four given points and everything between in perspective.
+/// Maps an image onto four given points in perspective.
 ///
-/// Set the input first, since it resets the corners; then the corners, the scale, the rotation
-/// and the flip in any order; then call `createOutput`, as often as wanted. Corners are in the
-/// target shape's units, y down.
+/// Set the input first, because that resets the corners; then set the corners, scale, rotation and
+/// flip in any order; then call `createOutput`, as often as needed. Corners are in the target
+/// shape's units, y down.
 class KELVAR_EXPORT KVImageTransform : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   ImageRef input() const { return input_; }
-  /// Also sets the corners to the picture's own rectangle, in its nominal size.
+  /// Also sets the corners to the image's own rectangle, in its nominal size.
   void setInput(ImageRef input);
 
-  /// Factor on the four points; exactly 0 is read as 1.
+  /// Scale factor for the four points; exactly 0 counts as 1.
   double scale() const { return scale_; }
   void setScale(double scale) { scale_ = scale; }
-  /// Quarter turns of the picture within the shape, counter-clockwise on screen, after the flip.
+  /// Quarter turns of the image within the shape, counterclockwise on screen, applied after the
+  /// flip.
   uint64_t rotation() const { return rotation_; }
   void setRotation(uint64_t rotation) { rotation_ = rotation; }
   /// Whether left and right are swapped.
@@ -35,8 +37,9 @@ class KELVAR_EXPORT KVImageTransform : public Object {
   warp::Sampling sampling() const { return sampling_; }
   void setSampling(warp::Sampling sampling) { sampling_ = sampling; }
 
-  /// What the output covers, in the corners' units: from (0, 0), where they are measured from, to
-  /// here, whatever of it the quad leaves empty. Empty, as at first, it is the quad's bounding box.
+  /// The size of the output in the corners' units, from (0, 0), which is the origin of the corners.
+  /// Parts outside the quad are empty. If this size is empty, as by default, the output is the
+  /// quad's bounding box.
   QSizeF extent() const { return extent_; }
   void setExtent(const QSizeF& extent) { extent_ = extent; }
 
@@ -49,33 +52,28 @@ class KELVAR_EXPORT KVImageTransform : public Object {
   QPointF bl() const { return bl_; }
   void setBl(const QPointF& bl) { bl_ = bl; }
 
-  /// Where the picture's top-left, top-right, bottom-right and bottom-left corners go, flip and
+  /// Where the image's top-left, top-right, bottom-right and bottom-left corners go, with flip and
   /// rotation applied, unscaled.
   PointList points() const;
 
-  /// Where the output lies: its size in whole pixels, which may be more than can be held, and the
-  /// scaled `points` in its pixels, y down from its top edge. Without an extent it covers their
-  /// bounding box, widened to whole pixels on a grid that is anchored at the lowest point and at
-  /// whole x; with one the scaled extent, widened downwards and to the right.
-  struct Placement {
-    double width = 0;
-    double height = 0;
-    warp::Quad quad;
-  };
+  /// The output's size and the scaled `points` in its pixels. Without an extent, the output covers
+  /// their bounding box; with one, the scaled extent.
   Placement placement() const;
 
-  /// The warped picture, one point a pixel, transparent beside the quad. All pixels of the input
-  /// are mapped, whatever its nominal size. Of size (0, 0) and not valid without an input, for
-  /// corners that have no map, and, with a line in the log, beyond 32768 pixels a side or 1 GiB.
-  /// Uses `threads` threads, 0 for one each processor; the result does not depend on it.
+  /// The warped image, with one point per pixel, transparent outside the quad. All pixels of the
+  /// input are mapped, whatever its nominal size. Invalid and of size (0, 0) if there is no input,
+  /// if the quad is degenerate, and, with a log line, beyond 32768 pixels per side or 1 GiB. Uses
+  /// `threads` threads, or one per processor if 0; the result does not depend on that.
   ImageRef createOutput(int threads = 0) const;
 
-  /// The picture's pixels, all of them.
+  /// All pixels of the image.
   QImage getCIImageFromNSImage(const ImageRef& image) const;
-  /// A picture of these pixels, one point each; of size (0, 0) when there are none.
+  /// An image of these pixels, one point each; of size (0, 0) if there are none.
   ImageRef getNSImage(const QImage& pixels) const;
 
  private:
+  warp::Quad quad() const;
+
   ImageRef input_;
   double scale_ = 0;
   uint64_t rotation_ = 0;

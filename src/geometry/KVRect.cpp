@@ -1,24 +1,47 @@
 #include "geometry/KVRect.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "geometry/PointList.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVRect::theClass);
+const ClassInfo::Registration kRegistered(&KVRect::staticClassInfo);
+
+/// From a structure, or from a dictionary of the same shape or with the four properties. Null for
+/// anything else.
+ObjectRef rectFromValue(const QVariant& value) {
+  if (value.typeId() == QMetaType::QRectF) return KVRectFromCGRect(value.toRectF());
+  const QVariantMap map = value.toMap();
+  const bool isNested = map.contains(QStringLiteral("origin"));
+  const QVariantMap origin = isNested ? map[QStringLiteral("origin")].toMap() : map;
+  const QVariantMap size = isNested ? map[QStringLiteral("size")].toMap() : map;
+  const QVariant sides[] = {origin[QStringLiteral("x")], origin[QStringLiteral("y")],
+                            size[QStringLiteral("width")], size[QStringLiteral("height")]};
+  if (!std::all_of(std::begin(sides), std::end(sides), isNumber)) return nullptr;
+  return KVRectMake(sides[0].toDouble(), sides[1].toDouble(), sides[2].toDouble(),
+                    sides[3].toDouble());
+}
 
 }  // namespace
 
-const ClassInfo& KVRect::theClass() {
+const ClassInfo& KVRect::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<KVRect>("KVRect")
-          .initialiser("init", [] { return std::make_shared<KVRect>(); })
-          .property("x", &KVRect::x, &KVRect::setX)
-          .property("y", &KVRect::y, &KVRect::setY)
-          .property("width", &KVRect::width, &KVRect::setWidth)
-          .property("height", &KVRect::height, &KVRect::setHeight)
-          .operation("CGRect", &KVRect::CGRect);
+      ClassInfoBuilder<KVRect>("KVRect")
+          .initializer(
+              "init", [] { return std::make_shared<KVRect>(); },
+              "Creates a rectangle of size zero at the origin.")
+          .property("x", &KVRect::x, &KVRect::setX, "Left edge, in document units.")
+          .property("y", &KVRect::y, &KVRect::setY,
+                    "Top edge, in document units, growing downward.")
+          .property("width", &KVRect::width, &KVRect::setWidth, "Width, in document units.")
+          .property("height", &KVRect::height, &KVRect::setHeight, "Height, in document units.")
+          .operation("CGRect", &KVRect::CGRect,
+                     "Returns the same rectangle as a structure with origin and size.")
+          .convertible(rectFromValue);
   return kClass;
 }
 

@@ -6,12 +6,12 @@
 
 namespace kelvar {
 
-/// A rectangle that can be shared and changed: top-left corner and size, in document units, y
-/// down. Null is read as the zero rectangle by everybody who takes one (`rectOrZero`).
+/// A shared, mutable rectangle: top-left corner and size in document units, y down. Every function
+/// that takes one treats null as the zero rectangle (`rectOrZero`).
 class KELVAR_EXPORT KVRect : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   double x() const { return x_; }
   void setX(double x) { x_ = x; }
@@ -24,7 +24,7 @@ class KELVAR_EXPORT KVRect : public Object {
 
   QRectF CGRect() const;
 
-  /// "{x, y, width, height}", integral values without a fraction.
+  /// "{x, y, width, height}", whole numbers without a fraction.
   QString description() const override;
 
  private:

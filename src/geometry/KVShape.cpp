@@ -3,22 +3,12 @@
 #include <algorithm>
 
 #include "runtime/ClassInfo.h"
+#include "scene/QuadPlacement.h"
 
 namespace kelvar {
 namespace {
 
-/// The box of the points and the origin.
-QRectF boxWithOrigin(const PointList& path) {
-  double left = 0, top = 0, right = 0, bottom = 0;
-  for (const QString& string : path) {
-    const QPointF point = pointFromString(string);
-    left = std::min(left, point.x());
-    top = std::min(top, point.y());
-    right = std::max(right, point.x());
-    bottom = std::max(bottom, point.y());
-  }
-  return {left, top, right - left, bottom - top};
-}
+BoxWithOrigin boxOf(const PointList& path) { return boxWithOrigin(pointsFromStrings(path)); }
 
 double factor(uint64_t scale) { return scale == 0 ? 1.0 : double(scale); }
 
@@ -26,39 +16,64 @@ KVShapeRef newShape(const KVRectRef& bounds, const PointList& path) {
   return std::make_shared<KVShape>(bounds, path);
 }
 
-const ClassInfo::Registration kRegistered(&KVShape::theClass);
+const ClassInfo::Registration kRegistered(&KVShape::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& KVShape::theClass() {
+const ClassInfo& KVShape::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<KVShape>("KVShape")
-          .initialiser("init", [] { return newShape(nullptr, {}); })
-          .initialiser("initWithBounds:path:", newShape)
-          .property("bounds", &KVShape::bounds, &KVShape::setBounds)
-          .property("path", &KVShape::path, &KVShape::setPath)
-          .property("scale", &KVShape::scale, &KVShape::setScale)
-          .operation("realSize", &KVShape::realSize)
-          .operation("scaledSize", &KVShape::scaledSize)
-          .operation("croppingRect", &KVShape::croppingRect)
-          .operation("scaledCroppingRect", &KVShape::scaledCroppingRect)
-          .operation("normalizedPoints", &KVShape::normalizedPoints)
-          .classOperation("edgesLengthPoint1:point2:", &KVShape::edgesLengthPoint1)
-          .classOperation("sumPoints:", &KVShape::sumPoints)
-          .classOperation("pointsAreClockwised:", &KVShape::pointsAreClockwised)
-          .classOperation("reversedPoints:", &KVShape::reversedPoints);
+      ClassInfoBuilder<KVShape>("KVShape")
+          .initializer(
+              "init", [] { return newShape(nullptr, {}); },
+              "Creates a shape with a zero frame and no points.")
+          .initializer("initWithBounds:path:", newShape,
+                       "Creates a shape from a layer's frame and its corners in the layer's own "
+                       "coordinates.")
+          .property("bounds", &KVShape::bounds, &KVShape::setBounds,
+                    "The layer's frame in the document; nil counts as the zero rectangle.")
+          .property("path", &KVShape::path, &KVShape::setPath,
+                    "The corner points in drawing order, in the layer's own coordinates.")
+          .property("scale", &KVShape::scale, &KVShape::setScale,
+                    "Factor for the scaled sizes; 0 counts as 1.")
+          .operation("realSize", &KVShape::realSize,
+                     "Returns the extent of the points together with the layer's origin, unscaled.")
+          .operation("scaledSize", &KVShape::scaledSize, "Returns `realSize` times the scale.")
+          .operation("croppingRect", &KVShape::croppingRect,
+                     "Returns the bounds shifted right and down by as much as the points extend "
+                     "past the layer's left and top edges.")
+          .operation("scaledCroppingRect", &KVShape::scaledCroppingRect,
+                     "Returns `croppingRect` with origin and size times the scale.")
+          .operation("normalizedPoints", &KVShape::normalizedPoints,
+                     "Returns the points shifted so that none is negative, in clockwise order, "
+                     "starting with the same point.")
+          .classOperation("edgesLengthPoint1:point2:", &KVShape::edgesLengthPoint1,
+                          "Returns the edge's term (x2 - x1) (y1 + y2) of the winding sum; despite "
+                          "the name, not a length.")
+          .classOperation("sumPoints:", &KVShape::sumPoints,
+                          "Returns the winding sum of the points: minus twice the area if they run "
+                          "clockwise on screen.")
+          .classOperation(
+              "pointsAreClockwised:", &KVShape::pointsAreClockwised,
+              "Returns whether the points run clockwise on screen; points without area do.")
+          .classOperation(
+              "reversedPoints:", &KVShape::reversedPoints,
+              "Returns the points in the opposite direction, starting with the same point.");
   return kClass;
 }
 
 KVShape::KVShape(KVRectRef bounds, PointList path)
     : bounds_(std::move(bounds)), path_(std::move(path)) {}
 
-QSizeF KVShape::realSize() const { return boxWithOrigin(path_).size(); }
+QSizeF KVShape::realSize() const {
+  const BoxWithOrigin box = boxOf(path_);
+  return {box.width(), box.height()};
+}
 
 QSizeF KVShape::scaledSize() const { return realSize() * factor(scale_); }
 
 KVRectRef KVShape::croppingRect() const {
-  return KVRectFromCGRect(rectOrZero(bounds_).translated(-boxWithOrigin(path_).topLeft()));
+  const BoxWithOrigin box = boxOf(path_);
+  return KVRectFromCGRect(rectOrZero(bounds_).translated(-box.left, -box.top));
 }
 
 KVRectRef KVShape::scaledCroppingRect() const {
@@ -68,12 +83,9 @@ KVRectRef KVShape::scaledCroppingRect() const {
 }
 
 PointList KVShape::normalizedPoints() const {
-  const QPointF origin = boxWithOrigin(path_).topLeft();
-  PointList points;
-  for (const QString& point : path_) {
-    points.append(stringFromPoint(pointFromString(point) - origin));
-  }
-  return pointsAreClockwised(points) ? points : reversedPoints(points);
+  std::vector<warp::Point> points = pointsFromStrings(path_);
+  normalizePoints(points);
+  return stringsFromPoints(points);
 }
 
 double KVShape::edgesLengthPoint1(const QPointF& point1, const QPointF& point2) {

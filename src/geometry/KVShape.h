@@ -10,14 +10,13 @@ namespace kelvar {
 
 /// A four-cornered target layer: its frame in the document and its corner points.
 ///
-/// Built once per mapping and then read. Nothing is cached: sizes follow from bounds, path and
-/// scale at each call. Lengths are in document units, y down. The extrema of the points start at
-/// 0, not at the first point: the layer's origin always belongs to the box. Any number of points
-/// is accepted.
+/// Built once per mapping, then read. Nothing is cached: sizes are computed from bounds, path and
+/// scale at each call. Lengths are in document units, y down. The extent of the points always
+/// includes the layer's origin. Any number of points is accepted.
 class KELVAR_EXPORT KVShape : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   /// `bounds` may be null (the zero rectangle). `path` is in the layer's own coordinates, in
   /// drawing order. The scale starts at 1.
@@ -27,7 +26,7 @@ class KELVAR_EXPORT KVShape : public Object {
   void setBounds(KVRectRef bounds) { bounds_ = std::move(bounds); }
   PointList path() const { return path_; }
   void setPath(PointList path) { path_ = std::move(path); }
-  /// Render scale; 0 is read as 1.
+  /// Render scale; 0 counts as 1.
   uint64_t scale() const { return scale_; }
   void setScale(uint64_t scale) { scale_ = scale; }
 
@@ -36,13 +35,14 @@ class KELVAR_EXPORT KVShape : public Object {
   /// `realSize` times the scale.
   QSizeF scaledSize() const;
 
-  /// The bounds moved right and down by what the points reach past the layer's left and top edge.
+  /// The bounds, moved right and down by the distance that the points extend past the layer's left
+  /// and top edge.
   KVRectRef croppingRect() const;
-  /// `croppingRect` with every component, the origin included, times the scale.
+  /// `croppingRect` with every component, including the origin, multiplied by the scale.
   KVRectRef scaledCroppingRect() const;
 
-  /// The points moved so that none is negative, clockwise on screen. The first drawn point stays
-  /// first.
+  /// The points moved so that no coordinate is negative, clockwise on screen. The first drawn point
+  /// stays first.
   PointList normalizedPoints() const;
 
   /// `windingTerm`.
@@ -51,7 +51,7 @@ class KELVAR_EXPORT KVShape : public Object {
   static double sumPoints(const PointList& points);
   /// `isClockwise`.
   static bool pointsAreClockwised(const PointList& points);
-  /// The other winding with the starting corner kept: p0, p1, p2, p3 becomes p0, p3, p2, p1.
+  /// Reverses the winding but keeps the starting corner: p0, p1, p2, p3 becomes p0, p3, p2, p1.
   static PointList reversedPoints(const PointList& points);
 
  private:

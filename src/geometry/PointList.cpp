@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "scene/QuadPlacement.h"
+
 namespace kelvar {
 namespace {
 
@@ -40,19 +42,28 @@ QPointF pointFromString(QStringView string) {
   return {readCoordinate(string.first(comma)), readCoordinate(string.sliced(comma + 1))};
 }
 
-double windingTerm(const QPointF& p1, const QPointF& p2) {
-  return (p2.x() - p1.x()) * (p1.y() + p2.y());
-}
-
-double windingSum(const PointList& points) {
-  double sum = 0;
-  for (qsizetype i = 0; i < points.size(); ++i) {
-    const qsizetype next = i + 1 < points.size() ? i + 1 : 0;
-    sum += windingTerm(pointFromString(points[i]), pointFromString(points[next]));
+std::vector<warp::Point> pointsFromStrings(const PointList& strings) {
+  std::vector<warp::Point> points;
+  points.reserve(size_t(strings.size()));
+  for (const QString& string : strings) {
+    const QPointF point = pointFromString(string);
+    points.push_back({point.x(), point.y()});
   }
-  return sum;
+  return points;
 }
 
-bool isClockwise(const PointList& points) { return !(windingSum(points) > 0); }
+PointList stringsFromPoints(std::span<const warp::Point> points) {
+  PointList strings;
+  for (const warp::Point& point : points) strings.append(stringFromPoint({point.x, point.y}));
+  return strings;
+}
+
+double windingTerm(const QPointF& p1, const QPointF& p2) {
+  return windingTerm(warp::Point{p1.x(), p1.y()}, warp::Point{p2.x(), p2.y()});
+}
+
+double windingSum(const PointList& points) { return windingSum(pointsFromStrings(points)); }
+
+bool isClockwise(const PointList& points) { return isClockwise(pointsFromStrings(points)); }
 
 }  // namespace kelvar

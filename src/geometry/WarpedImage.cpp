@@ -1,8 +1,8 @@
 #include "geometry/WarpedImage.h"
 
 #include "geometry/PointList.h"
-#include "platform/ImageFile.h"
 #include "platform/Log.h"
+#include "platform/image/ImageFile.h"
 
 namespace kelvar {
 
@@ -11,7 +11,7 @@ QImage warpedImage(const QImage& source, double width, double height, const warp
   if (source.isNull() || !warp::Homography::fromRectangle(source.width(), source.height(), quad)) {
     return {};
   }
-  if (!isHoldable(width, height) || !isHoldable(source.width(), source.height())) {
+  if (!fitsImageLimits(width, height) || !fitsImageLimits(source.width(), source.height())) {
     logLine(u"Warp: from %@ by %@ to %@ by %@ pixels is more than can be held",
             {stringFromNumber(source.width()), stringFromNumber(source.height()),
              stringFromNumber(width), stringFromNumber(height)});

@@ -2,13 +2,14 @@
 
 #include <QImage>
 
-#include "geometry/warp/Warp.h"
+#include "pixels/warp/Warp.h"
 
 namespace kelvar {
 
-/// A picture of `width` by `height` whole pixels with all of `source`, premultiplied, in
-/// perspective on `quad`, given in the result's pixels. Null without a source, for a quad that has
-/// no map and, with a line in the log, where source or result are beyond what can be held.
+/// An image of `width` by `height` pixels with all of `source`, premultiplied, in perspective on
+/// `quad`, whose corners are in pixels of the result. Null if there is no source or the quad is not
+/// a valid perspective quad; also, with a log line, if the source or the result exceeds the image
+/// limits.
 QImage warpedImage(const QImage& source, double width, double height, const warp::Quad& quad,
                    const warp::Options& options);
 

@@ -1,7 +1,7 @@
 #include "platform/Bundle.h"
 
 #include "InfoPlist.h"
-#include "platform/PropertyList.h"
+#include "platform/plist/PropertyList.h"
 
 namespace kelvar {
 namespace {
@@ -15,11 +15,10 @@ QVariantMap& hostInformationSlot() {
 
 QVariant Bundle::objectForInfoDictionaryKey(const QString& key) {
   static const QVariantMap kInformation = [] {
-    QString error;
     const QByteArray bytes = QByteArray::fromRawData(kInfoPlist, sizeof kInfoPlist - 1);
-    const QVariant information = PropertyList::read(bytes, nullptr, &error);
-    Q_ASSERT_X(information.isValid(), "Info.plist", qPrintable(error));
-    return information.toMap();
+    const Result<QVariant> information = PropertyList::read(bytes);
+    Q_ASSERT_X(information, "Info.plist", information.error().message.c_str());
+    return information->toMap();
   }();
   return kInformation.value(key);
 }

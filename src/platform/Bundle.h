@@ -6,8 +6,8 @@
 
 namespace kelvar {
 
-/// What is known about this plug-in, its Info.plist, which is built in, and about its host. Safe
-/// from any thread where nothing else is said.
+/// The plug-in's Info.plist, which is compiled in, and properties of its host application. Safe
+/// from any thread unless stated otherwise.
 class KELVAR_EXPORT Bundle {
  public:
   Bundle() = delete;
@@ -15,14 +15,14 @@ class KELVAR_EXPORT Bundle {
   /// Invalid when Info.plist has no such key.
   static QVariant objectForInfoDictionaryKey(const QString& key);
 
-  /// What is known about the program that hosts the plug-in, under the keys of its Info.plist.
-  /// Empty until `setHostInformation` was called. On the main thread.
+  /// Properties of the host application, under the keys of its Info.plist. Empty until
+  /// `setHostInformation` is called. Use on the main thread.
   static QVariantMap hostInformation();
   static void setHostInformation(const QVariantMap& information);
 
-  /// The address of a server that the plug-in talks to, such as "https://api.example.com", without
-  /// a slash at its end: what the environment variable says, otherwise what Info.plist has under
-  /// `key`. Null when there is none, as by default: then nothing is to be sent.
+  /// The URL of a server that the plug-in uses, such as "https://api.example.com", without a final
+  /// slash: the value of the environment variable, or else that of `key` in Info.plist. Null if
+  /// there is none, as by default: then nothing may be sent.
   static QString serverAddress(const char* variable, const QString& key);
 };
 

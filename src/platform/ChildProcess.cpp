@@ -8,12 +8,14 @@
 #include <cerrno>
 #include <vector>
 
-#include "platform/FileName.h"
+#include "platform/Permissions.h"
+#include "platform/QtError.h"
+#include "platform/files/FileName.h"
 
 namespace kelvar {
 namespace {
 
-/// A pipe whose ends no other program inherits.
+/// A pipe whose ends other programs do not inherit.
 struct Pipe {
   int ends[2] = {-1, -1};
 
@@ -33,7 +35,7 @@ struct Pipe {
   }
 };
 
-/// 0, or the system's number for what went wrong.
+/// Returns 0, or the system's error number.
 int launch(const QList<QByteArray>& words, const QByteArray& directory, int output, pid_t* child) {
   std::vector<char*> arguments;
   for (const QByteArray& word : words) arguments.push_back(const_cast<char*>(word.constData()));
@@ -62,8 +64,9 @@ QByteArray readToEnd(int file) {
 
 }  // namespace
 
-std::optional<QByteArray> ChildProcess::run(const QStringList& words, const QString& directory,
-                                            QString* error) {
+Result<QByteArray> ChildProcess::run(const QStringList& words, const QString& directory) {
+  const Result<void> may = Permissions::check(Permissions::Kind::Run, words.first());
+  if (!may) return tl::unexpected(may.error());
   QList<QByteArray> encoded;
   for (const QString& word : words) encoded.append(fileNameBytes(word));
   Pipe pipe;
@@ -71,9 +74,8 @@ std::optional<QByteArray> ChildProcess::run(const QStringList& words, const QStr
   const int problem =
       pipe.ends[1] < 0 ? errno : launch(encoded, fileNameBytes(directory), pipe.ends[1], &child);
   if (problem != 0) {
-    *error = QStringLiteral("cannot launch %1 in \"%2\": %3")
-                 .arg(words.first(), directory, qt_error_string(problem));
-    return std::nullopt;
+    return failure(Error::Kind::Io, QStringLiteral("cannot launch %1 in \"%2\": %3")
+                                        .arg(words.first(), directory, qt_error_string(problem)));
   }
   pipe.closeEnd(1);
   while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;

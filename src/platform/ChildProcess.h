@@ -2,7 +2,8 @@
 
 #include <QByteArray>
 #include <QStringList>
-#include <optional>
+
+#include "pixels/Result.h"
 
 namespace kelvar {
 
@@ -11,11 +12,11 @@ class ChildProcess {
  public:
   ChildProcess() = delete;
 
-  /// Runs the program at the path `words[0]` in `directory`, waits until it has ended, and then
-  /// reads what it wrote to its standard output and error, which are one pipe. Everything else it
-  /// inherits. Nothing, and `*error` says why, when it could not be launched.
-  static std::optional<QByteArray> run(const QStringList& words, const QString& directory,
-                                       QString* error);
+  /// Runs the program at the path `words[0]` in `directory`, waits until it has exited, and then
+  /// returns its standard output and standard error, which share one pipe. The program inherits
+  /// everything else. Its output must fit into the pipe, because it is read only after the program
+  /// has exited. Fails if it cannot be launched or `Permissions` does not allow it.
+  static Result<QByteArray> run(const QStringList& words, const QString& directory);
 };
 
 }  // namespace kelvar

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Marks what the shared library exports. Everything else is hidden.
+/// Exports a symbol from the shared library. All others are hidden.
 #if defined(_WIN32) && defined(KELVAR_BUILDING)
 #define KELVAR_EXPORT __declspec(dllexport)
 #elif defined(_WIN32)

@@ -4,8 +4,8 @@
 
 namespace kelvar {
 
-/// `format` with the next of `arguments` for each "%@": "(null)" for a null one, and when they run
-/// out.
+/// Replaces each "%@" in `format` with the next of `arguments`; with "(null)" if that is null or
+/// there are no more.
 QString formatted(QStringView format, const QStringList& arguments);
 
 }  // namespace kelvar

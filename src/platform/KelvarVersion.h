@@ -7,6 +7,7 @@ extern "C" {
 /// The library's version as a number.
 KELVAR_EXPORT extern const double KelvarVersionNumber;
 
-/// The library's version in the form that `what` finds in a binary, ending in a line feed.
+/// The library's version, in the format that the `what` command finds in binaries, with a final
+/// line feed.
 KELVAR_EXPORT extern const unsigned char KelvarVersionString[];
 }

@@ -2,8 +2,8 @@
 
 #include <QLoggingCategory>
 
-#include "platform/FileName.h"
 #include "platform/Format.h"
+#include "platform/files/FileName.h"
 
 namespace kelvar {
 namespace {

@@ -6,19 +6,19 @@
 
 namespace kelvar {
 
-/// Writes one diagnostic line to the Qt logging category "kelvar": each "%@" in `format` stands
-/// for the next of `arguments`, "(null)" for a null one and when they run out.
+/// Writes one diagnostic line to the Qt logging category "kelvar": each "%@" in `format` is
+/// replaced with the next of `arguments`, or with "(null)" if that is null or there are no more.
 ///
-/// The category is silent until its info lines are switched on, e.g. with the filter rule
-/// "kelvar.info=true". Safe from any thread.
+/// The category prints nothing unless its info messages are enabled, for example with the filter
+/// rule "kelvar.info=true". Safe from any thread.
 KELVAR_EXPORT void logLine(QStringView format, const QStringList& arguments = {});
 
-/// Writes a sentence for the user, who is told nowhere else, as a warning of the same category. It
-/// is seen on standard error unless the program does something else with what Qt logs. Safe from
-/// any thread.
+/// Warns the user, through the same category, of something that is not reported anywhere else.
+/// Printed to standard error unless the program handles Qt's messages differently. Safe from any
+/// thread.
 KELVAR_EXPORT void warnUser(const QString& sentence);
 
-/// Whether lines are written at all, for those that take long to put together.
+/// Whether `logLine` writes anything. For lines that are expensive to build.
 KELVAR_EXPORT bool isLogging();
 
 }  // namespace kelvar

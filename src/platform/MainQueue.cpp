@@ -6,11 +6,11 @@
 
 namespace kelvar {
 
-void MainQueue::async(std::function<void()> work, PendingWork::Kind kind) {
+void MainQueue::async(std::function<void()> work, PendingTasks::Kind kind) {
   QCoreApplication* const application = QCoreApplication::instance();
   if (!application) return logLine(u"MainQueue: there is no QCoreApplication: work is dropped");
   QMetaObject::invokeMethod(
-      application, [work = std::move(work), pending = PendingWork::begin(kind)] { work(); },
+      application, [work = std::move(work), pending = PendingTasks::acquire(kind)] { work(); },
       Qt::QueuedConnection);
 }
 

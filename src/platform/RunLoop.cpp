@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "platform/Log.h"
-#include "platform/PendingWork.h"
+#include "platform/PendingTasks.h"
 
 namespace kelvar {
 namespace {
@@ -22,10 +22,10 @@ void perform(const std::function<void()>& work) {
   }
 }
 
-/// Pending until it is done or dropped: Qt keeps what is dropped until it would have been due.
+/// Pending until it is done or canceled: Qt keeps a canceled timer until it would have been due.
 struct PutOff {
   QObject context;
-  std::shared_ptr<void> pending = PendingWork::begin();
+  std::shared_ptr<void> pending = PendingTasks::acquire();
 };
 
 class QtRunLoop : public RunLoop {

@@ -10,23 +10,24 @@ namespace kelvar {
 class RunLoop;
 using RunLoopRef = std::shared_ptr<RunLoop>;
 
-/// A thread's event loop as a clock that work can be put off by. Tests bring one of their own.
+/// A thread's event loop as a clock and timer. Tests provide their own.
 class KELVAR_EXPORT RunLoop {
  public:
-  /// Work that is put off. Dropped, also while it runs, it is not done any more.
+  /// A handle to delayed work. Releasing it cancels the work; this is safe even while the work
+  /// runs.
   using Delayed = std::shared_ptr<void>;
 
-  /// That of the thread that calls, over Qt's event loop: what is put off is done only while that
-  /// runs, and counts as `PendingWork`. An exception that comes out of it ends there, in a log
-  /// line.
+  /// The run loop of the calling thread, based on Qt's event loop: delayed work runs only while
+  /// that loop runs, and counts as `PendingTasks`. Exceptions from the work are logged and not
+  /// propagated.
   static RunLoopRef current();
 
   virtual ~RunLoop();
 
-  /// In seconds since some moment, never set back.
+  /// Seconds since an arbitrary point in time. Monotonic.
   virtual double mediaTime() const = 0;
 
-  /// On the thread that calls.
+  /// Runs `work` on the calling thread after the delay.
   virtual Delayed performAfterDelay(double seconds, std::function<void()> work) = 0;
 };
 

@@ -4,11 +4,12 @@
 #include <QUrlQuery>
 
 #include "platform/Log.h"
+#include "platform/Permissions.h"
 
 namespace kelvar {
 namespace {
 
-/// Some mail programs take the name of a file from here.
+/// Some mail programs read the name of a file to attach from these.
 bool attachesFiles(const QUrl& mail) {
   for (const auto& [name, value] : QUrlQuery(mail).queryItems(QUrl::FullyDecoded)) {
     if (name.startsWith(u"attach", Qt::CaseInsensitive)) return true;
@@ -25,7 +26,10 @@ bool isAllowed(const QUrl& url) {
 }  // namespace
 
 bool Workspace::openURL(const QUrl& url) {
-  if (isAllowed(url)) return QDesktopServices::openUrl(url);
+  if (isAllowed(url)) {
+    return Permissions::check(Permissions::Kind::Open, url.toString()) &&
+           QDesktopServices::openUrl(url);
+  }
   logLine(u"Workspace: %@ is not opened", {url.toString()});
   return false;
 }

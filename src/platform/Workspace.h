@@ -11,11 +11,11 @@ class KELVAR_EXPORT Workspace {
  public:
   Workspace() = delete;
 
-  /// Opens an address with the user's default program for it, and says whether one was asked.
+  /// Opens a URL with the user's default program for it. Returns whether there was one.
   ///
-  /// Addresses come from servers, so only http, https and mailto are opened, and no mail that
-  /// brings files along; the rest is refused with a log line. Wants a QGuiApplication and its
-  /// thread.
+  /// URLs come from servers, so only http, https and mailto are opened, and mailto only without
+  /// attachments; others are refused with a log line, as is what `Permissions` does not allow.
+  /// Requires a QGuiApplication; call on its thread.
   static bool openURL(const QUrl& url);
 };
 

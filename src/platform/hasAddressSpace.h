@@ -6,8 +6,8 @@
 
 namespace kelvar {
 
-/// Whether the process may have so many bytes of address space more: to be asked before what breaks
-/// off, or waits forever, where it gets less than it takes.
+/// Whether the process can map this many more bytes. Check this before calling code that aborts or
+/// waits forever if it cannot.
 inline bool hasAddressSpace(size_t bytes) {
   constexpr int kNothingYet = MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE;
   void* const space = mmap(nullptr, bytes, PROT_NONE, kNothingYet, -1, 0);

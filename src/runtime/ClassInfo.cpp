@@ -6,12 +6,12 @@
 namespace kelvar {
 namespace {
 
-using TheClass = const ClassInfo& (*)();
+using StaticClassInfo = const ClassInfo& (*)();
 
-/// The functions, not what they return: descriptions are made when the first look-up wants them.
+/// Holds functions rather than descriptions, so that descriptions are built at the first lookup.
 struct Registry {
   std::mutex mutex;
-  std::vector<TheClass> classes;
+  std::vector<StaticClassInfo> classes;
 };
 
 Registry& registry() {
@@ -27,20 +27,22 @@ auto* firstOf(const List& list, Matches matches) {
 
 }  // namespace
 
-ClassInfo::Registration::Registration(TheClass theClass) : theClass_(theClass) {
+ClassInfo::Registration::Registration(StaticClassInfo staticClassInfo)
+    : staticClassInfo_(staticClassInfo) {
   const std::lock_guard lock(registry().mutex);
-  registry().classes.push_back(theClass);
+  registry().classes.push_back(staticClassInfo);
 }
 
 ClassInfo::Registration::~Registration() {
   const std::lock_guard lock(registry().mutex);
-  std::erase(registry().classes, theClass_);
+  std::erase(registry().classes, staticClassInfo_);
 }
 
 const ClassInfo* ClassInfo::find(const QString& name) {
   const std::lock_guard lock(registry().mutex);
-  const TheClass* const found =
-      firstOf(registry().classes, [&](TheClass theClass) { return theClass().name() == name; });
+  const StaticClassInfo* const found =
+      firstOf(registry().classes,
+              [&](StaticClassInfo staticClassInfo) { return staticClassInfo().name() == name; });
   return found ? &(*found)() : nullptr;
 }
 
@@ -68,10 +70,10 @@ std::optional<QVariant> ClassInfo::callClass(const QString& selector,
   return found ? found->call(nullptr, arguments) : std::nullopt;
 }
 
-ObjectRef ClassInfo::create(const QString& initialiser, const QVariantList& arguments) const {
-  // Those of a base would make one of the base.
+ObjectRef ClassInfo::create(const QString& initializer, const QVariantList& arguments) const {
+  // An inherited initializer would create an instance of the base.
   const Operation* const found = firstOf(operations_, [&](const Operation& each) {
-    return each.kind == Kind::Initialiser && each.selector == initialiser;
+    return each.kind == Kind::Initializer && each.selector == initializer;
   });
   return found ? found->call(nullptr, arguments).value_or(QVariant()).value<ObjectRef>() : nullptr;
 }

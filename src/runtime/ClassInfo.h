@@ -9,107 +9,135 @@
 #include <vector>
 
 #include "runtime/Conversion.h"
+#include "runtime/Implementation.h"
 #include "runtime/Object.h"
+#include "runtime/Sentence.h"
 #include "runtime/ValueType.h"
 
 namespace kelvar {
 
-/// What scripts, archives and key paths know of a class: its name, how one is made, what can be
-/// read and written by key, and what can be called by selector.
+// clang-format off
+/// What scripts, archives and key paths know about a class: its name, how to create an instance,
+/// which properties it has by key, and which operations it has by selector.
 ///
-/// A class is described once, beside its code, and registered there, so that it is found by name:
+/// A class is described once, beside its code, and registered there so that it is found by name:
 ///
-///     const ClassInfo& KVRect::theClass() {
-///       static const ClassInfo kClass = Description<KVRect>("KVRect")
-///                                           .initialiser("init", [] { return
-///                                           make_shared<KVRect>(); }) .property("x", &KVRect::x,
-///                                           &KVRect::setX) .operation("CGRect", &KVRect::CGRect);
+///     const ClassInfo& KVRect::staticClassInfo() {
+///       static const ClassInfo kClass =
+///           ClassInfoBuilder<KVRect>("KVRect")
+///               .initializer("init", [] { return std::make_shared<KVRect>(); },
+///                            "Creates a rectangle of size zero at the origin.")
+///               .property("x", &KVRect::x, &KVRect::setX, "Left edge.")
+///               .operation("CGRect", &KVRect::CGRect, "Returns the rectangle as a structure.");
 ///       return kClass;
 ///     }
-///     const ClassInfo::Registration kRegistered(&KVRect::theClass);
+///     const ClassInfo::Registration kRegistered(&KVRect::staticClassInfo);
 ///
-/// A selector is the operation's name with a colon for each argument. Arguments and results are
-/// converted as `fromVariant` and `toVariant` say.
+/// A selector is the operation's name with a colon for each argument. `fromVariant` and `toVariant`
+/// convert arguments and results. The sentences go into the scripting reference.
+// clang-format on
 class KELVAR_EXPORT ClassInfo {
  public:
   struct Property {
     QString key;
     std::function<QVariant(const Object&)> get;
-    /// Empty when it is only read. False when the value does not fit.
+    /// Empty for a read-only property. Returns false for a value of the wrong type.
     std::function<bool(Object&, const QVariant&)> set;
     ValueType type;
+    /// One sentence of documentation.
+    const char* sentence;
   };
 
-  /// Nothing when the arguments are too few, too many or do not fit. `self` is null for operations
-  /// of the class.
+  /// Returns nothing for a wrong number of arguments or arguments of the wrong types. `self` is
+  /// null for class operations.
   using Call = std::function<std::optional<QVariant>(Object* self, const QVariantList& arguments)>;
 
-  enum class Kind { Initialiser, ClassOperation, Operation };
+  enum class Kind { Initializer, ClassOperation, Operation };
   struct Operation {
     Kind kind;
     QString selector;
     Call call;
     std::vector<ValueType> parameters;
     ValueType result;
+    /// One sentence of documentation; an accessor has its property's.
+    const char* sentence;
   };
 
-  /// Links a class into what `find` looks through, for as long as it lives.
+  /// What a script's object needs in order to stand for an object of the class.
+  struct Protocol {
+    /// The selectors that it must implement; it may implement others of the class.
+    QStringList required;
+    /// Makes the object that forwards to the implementation.
+    ObjectRef (*adapt)(const ImplementationRef& implementation);
+  };
+
+  /// Makes a class known to `find` for as long as this object lives.
   class KELVAR_EXPORT Registration {
    public:
-    explicit Registration(const ClassInfo& (*theClass)());
+    explicit Registration(const ClassInfo& (*staticClassInfo)());
     ~Registration();
     Registration(const Registration&) = delete;
     Registration& operator=(const Registration&) = delete;
 
    private:
-    const ClassInfo& (*theClass_)();
+    const ClassInfo& (*staticClassInfo_)();
   };
 
-  /// Null when no class of that name is described. Safe from any thread.
+  /// Null for an unknown name. Safe from any thread.
   static const ClassInfo* find(const QString& name);
 
   const QString& name() const { return name_; }
-  /// The class whose properties and operations this one has too; null for none.
+  /// The class that this one inherits properties and operations from; null for none.
   const ClassInfo* base() const { return base_; }
 
-  /// The selector that sets the property `key`.
+  /// The selector that sets the property `key`: "setKey:".
   static QString setterOf(const QString& key) {
     return QStringLiteral("set%1%2:").arg(key.first(1).toUpper(), key.sliced(1));
   }
 
-  /// Of the class or its bases; null when there is none.
+  /// Searches the class, then its bases; null if there is none.
   const Property* property(const QString& key) const;
   const Operation* operation(Kind kind, const QString& selector) const;
 
-  /// What the class itself adds to its base, in the order in which it is described. A property's
-  /// accessors are among the operations.
+  /// Without those of the base, in the order of the description. A property's accessors are among
+  /// the operations.
   const std::vector<Property>& properties() const { return properties_; }
   const std::vector<Operation>& operations() const { return operations_; }
 
-  /// Nothing when there is no such operation or the arguments do not fit it; else its result,
-  /// which is invalid for none.
+  /// Returns nothing for an unknown selector or arguments that do not match it; otherwise the
+  /// result, which is invalid for none.
   std::optional<QVariant> call(Object& self, const QString& selector,
                                const QVariantList& arguments = {}) const;
   std::optional<QVariant> callClass(const QString& selector,
                                     const QVariantList& arguments = {}) const;
-  /// A new object; null when there is no such initialiser or the arguments do not fit it. Those of
-  /// the bases are not inherited.
-  ObjectRef create(const QString& initialiser, const QVariantList& arguments = {}) const;
+  /// A new object; null for an unknown initializer or arguments that do not match it. Initializers
+  /// are not inherited.
+  ObjectRef create(const QString& initializer, const QVariantList& arguments = {}) const;
 
-  /// Whether an archive may make one by the class's name.
+  /// Null if only the library implements the class's operations. Not inherited.
+  const Protocol* protocol() const { return protocol_ ? &*protocol_ : nullptr; }
+  /// The object that a parameter of this class takes for a plain value, such as a dictionary; null
+  /// for a value that has none.
+  ObjectRef fromValue(const QVariant& value) const {
+    return fromValue_ ? fromValue_(value) : nullptr;
+  }
+
+  /// Whether an archive may create instances by the class's name.
   bool isDecodable() const { return bool(decode_); }
-  /// Reads one from what `encodeWithCoder` has written; none when it cannot be read.
+  /// Decodes an instance that `encodeWithCoder` wrote; invalid if that fails.
   QVariant decode(Coder& coder) const { return decode_ ? decode_(coder) : QVariant(); }
 
  private:
   template <class T, class Base>
-  friend class Description;
+  friend class ClassInfoBuilder;
 
   QString name_;
   const ClassInfo* base_ = nullptr;
   std::vector<Property> properties_;
   std::vector<Operation> operations_;
   std::function<QVariant(Coder&)> decode_;
+  std::optional<Protocol> protocol_;
+  ObjectRef (*fromValue_)(const QVariant& value) = nullptr;
 };
 
 /// The argument types and the result of anything that can be called.
@@ -125,78 +153,104 @@ struct Signature<R (C::*)(A...)> : Signature<R (*)(A...)> {};
 template <class R, class C, class... A>
 struct Signature<R (C::*)(A...) const> : Signature<R (*)(A...)> {};
 
-/// Writes a `ClassInfo` down. `T` need not be an `Object` when it has class operations alone.
+/// Builds a `ClassInfo`. `T` need not be an `Object` if it has class operations only.
 template <class T, class Base = Object>
-class Description {
+class ClassInfoBuilder {
  public:
-  explicit Description(const char* name) {
+  explicit ClassInfoBuilder(const char* name) {
     info_.name_ = QString::fromLatin1(name);
     if constexpr (std::is_base_of_v<Base, T> && !std::is_same_v<Base, T>) {
-      info_.base_ = &Base::theClass();
+      info_.base_ = &Base::staticClassInfo();
     }
+  }
+  /// For one of several classes whose instances are all of type `T`.
+  ClassInfoBuilder(const char* name, const ClassInfo& base) {
+    info_.name_ = QString::fromLatin1(name);
+    info_.base_ = &base;
   }
 
   operator ClassInfo() && { return std::move(info_); }
 
   /// `make` returns a reference to a new object, or null.
   template <class F>
-  Description&& initialiser(const char* selector, F make) && {
-    return add<F, 0>(ClassInfo::Kind::Initialiser, selector, ofClass(make));
+  ClassInfoBuilder&& initializer(const char* selector, F make, Sentence sentence) && {
+    return add<F, 0>(ClassInfo::Kind::Initializer, selector, ofClass(make), sentence);
   }
 
   template <class F>
-  Description&& classOperation(const char* selector, F function) && {
-    return add<F, 0>(ClassInfo::Kind::ClassOperation, selector, ofClass(function));
+  ClassInfoBuilder&& classOperation(const char* selector, F function, Sentence sentence) && {
+    return add<F, 0>(ClassInfo::Kind::ClassOperation, selector, ofClass(function), sentence);
   }
 
-  /// A member function, or a function whose first parameter is the object.
+  /// `function` is a member function, or a function whose first parameter is the object.
   template <class F>
-  Description&& operation(const char* selector, F function) && {
-    return add<F, kSelf<F>>(ClassInfo::Kind::Operation, selector, ofObject(function));
+  ClassInfoBuilder&& operation(const char* selector, F function, Sentence sentence) && {
+    return add<F, kSelf<F>>(ClassInfo::Kind::Operation, selector, ofObject(function), sentence);
   }
 
-  /// Also describes the accessor `key`.
+  /// Also adds the accessor `key`.
   template <class Get>
-  Description&& property(const char* key, Get get) && {
+  ClassInfoBuilder&& property(const char* key, Get get, Sentence sentence) && {
+    const auto read = [get](const Object& self) {
+      return toVariant(std::invoke(get, static_cast<const T&>(self)));
+    };
     info_.properties_.push_back({QString::fromLatin1(key),
-                                 [get](const Object& self) {
-                                   return toVariant(std::invoke(get, static_cast<const T&>(self)));
-                                 },
+                                 read,
                                  {},
-                                 valueType<typename Signature<Get>::Result>()});
-    return std::move(*this).operation(key, get);
+                                 valueType<typename Signature<Get>::Result>(),
+                                 sentence.text()});
+    return std::move(*this).operation(key, get, sentence);
   }
 
-  /// Also describes the accessors `key` and `setKey:`.
+  /// Also adds the accessors `key` and `setKey:`.
   template <class Get, class Set>
-  Description&& property(const char* key, Get get, Set set) && {
-    std::move(*this).property(key, get);
+  ClassInfoBuilder&& property(const char* key, Get get, Set set, Sentence sentence) && {
+    std::move(*this).property(key, get, sentence);
     const auto call = ofObject(set);
     info_.properties_.back().set = [call](Object& self, const QVariant& value) {
       return call(&self, {value}).has_value();
     };
     const QByteArray selector = ClassInfo::setterOf(QString::fromLatin1(key)).toLatin1();
-    return add<Set, kSelf<Set>>(ClassInfo::Kind::Operation, selector, call);
+    return add<Set, kSelf<Set>>(ClassInfo::Kind::Operation, selector, call, sentence);
   }
 
-  /// Archives may make one with `T::initWithCoder(Coder&)`, which returns a reference or null.
-  Description&& decodable() && {
+  /// Lets archives create instances with `T::initWithCoder(Coder&)`, which returns a reference or
+  /// null.
+  ClassInfoBuilder&& decodable() && {
     return std::move(*this).decodable(
         [](Coder& coder) { return toVariant(ObjectRef(T::initWithCoder(coder))); });
   }
-  Description&& decodable(std::function<QVariant(Coder&)> decode) && {
+  ClassInfoBuilder&& decodable(std::function<QVariant(Coder&)> decode) && {
     info_.decode_ = std::move(decode);
     return std::move(*this);
   }
 
+  /// Lets a script's object with these operations stand for an object of the class. `Adapter`
+  /// derives from `T` and from `Implemented`.
+  template <class Adapter>
+  ClassInfoBuilder&& implementable(const QStringList& required) && {
+    info_.protocol_ = {required, [](const ImplementationRef& implementation) -> ObjectRef {
+                         return std::make_shared<Adapter>(implementation);
+                       }};
+    return std::move(*this);
+  }
+
+  /// Lets plain values be passed as objects of the class. The function returns null for a value
+  /// that does not fit.
+  ClassInfoBuilder&& convertible(ObjectRef (*fromValue)(const QVariant& value)) && {
+    info_.fromValue_ = fromValue;
+    return std::move(*this);
+  }
+
  private:
-  /// How many of the parameters stand for the object.
+  /// How many leading parameters are the object itself.
   template <class F>
   static constexpr size_t kSelf = std::is_member_function_pointer_v<F> ? 0 : 1;
 
-  /// `skipped` parameters of `F` are none of the operation's.
+  /// The first `skipped` parameters of `F` do not belong to the selector.
   template <class F, size_t skipped>
-  Description&& add(ClassInfo::Kind kind, const char* selector, ClassInfo::Call call) {
+  ClassInfoBuilder&& add(ClassInfo::Kind kind, const char* selector, ClassInfo::Call call,
+                         Sentence sentence) {
     using Parameters = typename Signature<F>::Arguments;
     std::vector<ValueType> parameters;
     [&]<size_t... i>(std::index_sequence<i...>) {
@@ -204,12 +258,12 @@ class Description {
     }
     (std::make_index_sequence<std::tuple_size_v<Parameters> - skipped>());
     info_.operations_.push_back({kind, QString::fromLatin1(selector), std::move(call),
-                                 std::move(parameters),
-                                 valueType<typename Signature<F>::Result>()});
+                                 std::move(parameters), valueType<typename Signature<F>::Result>(),
+                                 sentence.text()});
     return std::move(*this);
   }
 
-  /// Converts the arguments from the `skipped`th parameter on and calls.
+  /// Converts the arguments to the parameters after the first `skipped` and calls.
   template <size_t skipped, class F, class... Self, size_t... i>
   static std::optional<QVariant> convertAndCall(const F& function, const QVariantList& arguments,
                                                 std::index_sequence<i...>, Self&... self) {

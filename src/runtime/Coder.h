@@ -8,17 +8,17 @@
 
 namespace kelvar {
 
-/// What an object writes itself to and reads itself from, by key. Dynamic values are as everywhere:
-/// an invalid `QVariant` is none, objects are `ObjectRef`.
+/// Objects write themselves to a coder and read themselves from one, by key. As everywhere, an
+/// invalid `QVariant` means no value, and objects are `ObjectRef`s.
 class KELVAR_EXPORT Coder {
  public:
   virtual ~Coder();
 
   virtual bool allowsKeyedCoding() const = 0;
 
-  /// None writes nothing.
+  /// An invalid value writes nothing.
   virtual void encodeObject(const QVariant& object, const QString& key) = 0;
-  /// Writes only what has been written before, as a reference to it.
+  /// Writes a reference to an object that was written before; any other object is not written.
   virtual void encodeConditionalObject(const QVariant& object, const QString& key) = 0;
   virtual void encodeBool(bool value, const QString& key) = 0;
   virtual void encodeInt(int32_t value, const QString& key) = 0;
@@ -29,7 +29,7 @@ class KELVAR_EXPORT Coder {
   virtual void encodeBytes(const QByteArray& bytes, const QString& key) = 0;
 
   virtual bool containsValueForKey(const QString& key) const = 0;
-  /// None for a missing key. The scalars then are zero and the bytes empty.
+  /// Invalid for a missing key. Scalars are then zero and bytes empty.
   virtual QVariant decodeObject(const QString& key) = 0;
   virtual bool decodeBool(const QString& key) = 0;
   virtual int32_t decodeInt(const QString& key) = 0;

@@ -12,13 +12,13 @@
 
 namespace kelvar {
 
-/// Between `QVariant` and the types that described classes speak.
+/// Conversion between `QVariant` and the types that described classes use.
 ///
-/// None and null become the type's empty value: zero, false, a null string, a null reference, an
-/// optional without a value.
-/// Numbers and booleans become one another as in C, clamped where a real is too large. Objects
-/// cross as `ObjectRef` and must be of the wanted class. Weak references cross as shared ones,
-/// which whoever passes them keeps alive. Everything else must be of the very type.
+/// Invalid and null values become the type's empty value: zero, false, a null string, a null
+/// reference, an empty optional or list. Numbers and booleans convert to one another as in C; large
+/// reals are clamped. Objects are passed as `ObjectRef` and must be of the right class. Weak
+/// references are passed as shared ones, which the caller keeps alive. A list of objects has none
+/// that is null. Everything else must be of the exact type.
 
 template <class T>
 struct Shared : std::false_type {};
@@ -37,6 +37,14 @@ struct Optional : std::false_type {};
 template <class T>
 struct Optional<std::optional<T>> : std::true_type {
   using Value = T;
+};
+
+/// A list of references to objects.
+template <class T>
+struct ObjectList : std::false_type {};
+template <class T>
+struct ObjectList<QList<std::shared_ptr<T>>> : std::is_base_of<Object, T> {
+  using Class = T;
 };
 
 inline bool isNothing(const QVariant& value) {
@@ -69,14 +77,14 @@ inline bool isReal(const QVariant& value) {
   return value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float;
 }
 
-/// The real without its fraction, as near as 64 signed bits allow; 0 for what is no number.
+/// The real truncated toward zero and clamped to 64 signed bits; 0 for NaN.
 inline int64_t integerFromReal(double real) {
   if (std::isnan(real)) return 0;
   if (real >= 0x1p63) return std::numeric_limits<int64_t>::max();
   return real < -0x1p63 ? std::numeric_limits<int64_t>::min() : int64_t(real);
 }
 
-/// Of what `isNumber`.
+/// For values that satisfy `isNumber`.
 template <class T>
 T numberFrom(const QVariant& value) {
   if constexpr (std::is_same_v<T, bool>) {
@@ -101,7 +109,7 @@ T numberFrom(const QVariant& value) {
   }
 }
 
-/// Nothing when the value does not fit.
+/// Empty when the value cannot be converted.
 template <class T>
 std::optional<T> fromVariant(const QVariant& value) {
   if constexpr (std::is_same_v<T, QVariant>) {
@@ -122,6 +130,15 @@ std::optional<T> fromVariant(const QVariant& value) {
       strings.append(element.toString());
     }
     return strings;
+  } else if constexpr (ObjectList<T>::value) {
+    if (value.typeId() != QMetaType::QVariantList) return std::nullopt;
+    T objects;
+    for (const QVariant& element : value.toList()) {
+      const auto object = fromVariant<typename T::value_type>(element);
+      if (!object || !*object) return std::nullopt;
+      objects.append(*object);
+    }
+    return objects;
   } else if constexpr (Weak<T>::value) {
     const auto shared = fromVariant<std::shared_ptr<typename T::element_type>>(value);
     return shared ? std::optional<T>(*shared) : std::nullopt;
@@ -140,7 +157,8 @@ std::optional<T> fromVariant(const QVariant& value) {
   }
 }
 
-/// Null strings and references become none. Whole numbers are `int`, `qlonglong` or `qulonglong`.
+/// Null strings and references become invalid. Whole numbers are `int`, `qlonglong` or
+/// `qulonglong`.
 template <class T>
 QVariant toVariant(const T& value) {
   if constexpr (std::is_same_v<T, QVariant>) {
@@ -153,6 +171,10 @@ QVariant toVariant(const T& value) {
     return qlonglong(value);
   } else if constexpr (std::is_same_v<T, QString>) {
     return value.isNull() ? QVariant() : QVariant(value);
+  } else if constexpr (ObjectList<T>::value) {
+    QVariantList objects;
+    for (const auto& object : value) objects.append(toVariant(object));
+    return objects;
   } else if constexpr (Weak<T>::value) {
     return toVariant(value.lock());
   } else {
@@ -163,6 +185,18 @@ QVariant toVariant(const T& value) {
       }
     }
     return QVariant::fromValue(value);
+  }
+}
+
+/// The argument of a delegate's or a protocol's operation as a value. An object that is not shared
+/// becomes none.
+template <class T>
+QVariant argumentToVariant(const T& argument) {
+  if constexpr (std::is_base_of_v<Object, T>) {
+    return toVariant(std::const_pointer_cast<Object>(
+        static_cast<const Object&>(argument).weak_from_this().lock()));
+  } else {
+    return toVariant(argument);
   }
 }
 

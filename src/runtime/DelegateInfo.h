@@ -7,62 +7,78 @@
 #include <utility>
 #include <vector>
 
+#include "runtime/DelegateFunction.h"
+#include "runtime/Sentence.h"
 #include "runtime/ValueType.h"
 
 namespace kelvar {
 
-/// What scripts know of a delegate, a struct of `std::function` members: its name and, by selector,
-/// the operations that it may implement.
+// clang-format off
+/// What scripts know about a delegate, a struct of `DelegateFunction` members: its name and, by
+/// selector, the operations that it may implement.
 ///
-/// Described once, beside the struct's own code, and found through the properties that take it:
+/// A delegate is described once, beside the struct's own code, and found through the properties
+/// that take it. Each operation says when it is called and, if it returns something, what the
+/// answer means:
 ///
-///     const DelegateInfo& KVVersionCheckerDelegate::theDelegate() {
-///       using Self = KVVersionCheckerDelegate;
+///     const DelegateInfo& DoorDelegate::staticDelegateInfo() {
 ///       static const DelegateInfo kDelegate =
-///       DelegateDescription<Self>("KVVersionCheckerDelegate")
-///                                                 .operation("checkerDidFinish:",
-///                                                            &Self::checkerDidFinish);
+///           DelegateInfoBuilder<DoorDelegate>("DoorDelegate")
+///               .operation("doorDidClose:", &DoorDelegate::doorDidClose,
+///                          "Called after the door has closed.")
+///               .operation("doorShouldOpen:", &DoorDelegate::doorShouldOpen,
+///                          "Called before the door opens.", "False keeps the door closed.");
 ///       return kDelegate;
 ///     }
 ///
-/// The sender's class then describes `property("delegate", &Self::delegate, &Self::setDelegate)`,
-/// where the delegate is a `std::weak_ptr`.
+/// The sender's class then describes a property "delegate" of type `std::weak_ptr<DoorDelegate>`.
+// clang-format on
 class KELVAR_EXPORT DelegateInfo {
  public:
-  /// Stands behind one operation. Objects among the arguments come as `ObjectRef`.
+  /// Implements one operation. Objects among the arguments arrive as `ObjectRef`.
   using Handler = std::function<QVariant(const QVariantList& arguments)>;
+  /// Whether the delegate implements an operation at the moment.
+  using Condition = std::function<bool()>;
 
   struct Operation {
     QString selector;
     std::vector<ValueType> parameters;
     ValueType result;
-    /// Has the member of `delegate` call the handler; an empty one empties the member. A result
-    /// that does not fit becomes the type's empty value.
-    std::function<void(void* delegate, const Handler& handler)> implement;
+    /// Makes the member of `delegate` call the handler; an empty handler clears the member. A
+    /// result of the wrong type becomes a default-constructed one. Without a condition, the
+    /// operation is always implemented.
+    void implement(void* delegate, const Handler& handler,
+                   const Condition& isImplemented = {}) const {
+      setMember(delegate, handler, isImplemented);
+    }
+    std::function<void(void*, const Handler&, const Condition&)> setMember;
+    /// When the operation is called.
+    const char* when;
+    /// What the result means; empty for operations without one.
+    const char* answer;
   };
 
   const QString& name() const { return name_; }
-  /// In the order in which they are described.
+  /// In the order of the description.
   const std::vector<Operation>& operations() const { return operations_; }
 
   /// A delegate that implements nothing yet.
   std::shared_ptr<void> make() const { return make_(); }
-  /// One that `make` has made, in the form in which properties take it. It does not live on by
-  /// being set: delegates are weak.
+  /// Wraps a delegate from `make` for use as a property's value. Properties hold it weakly.
   QVariant toVariant(const std::shared_ptr<void>& delegate) const { return toVariant_(delegate); }
-  /// The delegate that properties give; null for none.
+  /// The delegate in a property's value; null for none.
   std::shared_ptr<void> fromVariant(const QVariant& delegate) const {
     return fromVariant_(delegate);
   }
 
-  /// An object that is such a delegate by its class, in the form in which properties take it;
-  /// invalid for any other. And the object that is the delegate; null when it is none.
+  /// Wraps an object whose class implements the delegate's interface; invalid for any other.
   QVariant fromObject(const ObjectRef& object) const { return fromObject_(object); }
+  /// The object that a property's value holds as its delegate; null if it is not an object.
   ObjectRef toObject(const QVariant& delegate) const { return toObject_(delegate); }
 
  private:
   template <class D, class Interface>
-  friend class DelegateDescription;
+  friend class DelegateInfoBuilder;
 
   QString name_;
   std::vector<Operation> operations_;
@@ -73,23 +89,12 @@ class KELVAR_EXPORT DelegateInfo {
   ObjectRef (*toObject_)(const QVariant& delegate) = nullptr;
 };
 
-/// What a delegate is told, as a value. An object that nobody shares comes as none.
-template <class T>
-QVariant argumentToVariant(const T& argument) {
-  if constexpr (std::is_base_of_v<Object, T>) {
-    return toVariant(std::const_pointer_cast<Object>(
-        static_cast<const Object&>(argument).weak_from_this().lock()));
-  } else {
-    return toVariant(argument);
-  }
-}
-
-/// Writes a `DelegateInfo` down. Where properties take an `Interface` that objects may implement,
-/// `D` implements it by its members.
+/// Builds a `DelegateInfo`. Where properties take an `Interface` that objects may implement, `D` is
+/// the implementation of it that calls its `DelegateFunction` members.
 template <class D, class Interface = D>
-class DelegateDescription {
+class DelegateInfoBuilder {
  public:
-  explicit DelegateDescription(const char* name) {
+  explicit DelegateInfoBuilder(const char* name) {
     info_.name_ = QString::fromLatin1(name);
     info_.make_ = []() -> std::shared_ptr<void> { return std::make_shared<D>(); };
     info_.toVariant_ = [](const std::shared_ptr<void>& delegate) {
@@ -109,7 +114,7 @@ class DelegateDescription {
     };
     info_.toObject_ = []([[maybe_unused]] const QVariant& delegate) {
       if constexpr (kIsInterface) {
-        // Who is its own delegate is held there without being owned.
+        // An object that is its own delegate is referenced there without being owned.
         const auto held = delegate.value<std::shared_ptr<Interface>>();
         if (auto* const object = dynamic_cast<Object*>(held.get()))
           return object->weak_from_this().lock();
@@ -120,28 +125,45 @@ class DelegateDescription {
 
   operator DelegateInfo() && { return std::move(info_); }
 
+  template <class... A>
+  DelegateInfoBuilder&& operation(const char* selector, DelegateFunction<void(A...)> D::*member,
+                                  Sentence when) && {
+    return add(selector, member, when.text(), "");
+  }
+
   template <class R, class... A>
-  DelegateDescription&& operation(const char* selector, std::function<R(A...)> D::*member) && {
-    const auto implement = [member](void* delegate, const DelegateInfo::Handler& handler) {
-      std::function<R(A...)>& function = static_cast<D*>(delegate)->*member;
-      function = nullptr;
+  DelegateInfoBuilder&& operation(const char* selector, DelegateFunction<R(A...)> D::*member,
+                                  Sentence when, Sentence answer) && {
+    return add(selector, member, when.text(), answer.text());
+  }
+
+ private:
+  static constexpr bool kIsInterface = !std::is_same_v<D, Interface>;
+
+  template <class R, class... A>
+  DelegateInfoBuilder&& add(const char* selector, DelegateFunction<R(A...)> D::*member,
+                            const char* when, const char* answer) {
+    const auto setMember = [member](void* delegate, const DelegateInfo::Handler& handler,
+                                    const DelegateInfo::Condition& isImplemented) {
+      DelegateFunction<R(A...)>& function = static_cast<D*>(delegate)->*member;
+      function = {};
       if (!handler) return;
-      function = [handler](A... arguments) -> R {
+      const auto call = [handler](A... arguments) -> R {
         const QVariant result = handler({argumentToVariant(arguments)...});
         if constexpr (!std::is_void_v<R>) {
           return fromVariant<std::decay_t<R>>(result).value_or(std::decay_t<R>{});
         }
       };
+      function = DelegateFunction<R(A...)>(call, isImplemented);
     };
     info_.operations_.push_back({QString::fromLatin1(selector),
                                  {valueType<std::decay_t<A>>()...},
                                  valueType<std::decay_t<R>>(),
-                                 implement});
+                                 setMember,
+                                 when,
+                                 answer});
     return std::move(*this);
   }
-
- private:
-  static constexpr bool kIsInterface = !std::is_same_v<D, Interface>;
 
   DelegateInfo info_;
 };

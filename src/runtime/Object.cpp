@@ -20,24 +20,31 @@ QVariant valueForKey(const QVariant& value, const QString& key) {
   return values;
 }
 
-const ClassInfo::Registration kRegistered(&Object::theClass);
+const ClassInfo::Registration kRegistered(&Object::staticClassInfo);
 
 }  // namespace
 
 Object::~Object() = default;
 
-const ClassInfo& Object::theClass() {
+const ClassInfo& Object::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<Object>("NSObject")
-          .initialiser("init", [] { return std::make_shared<Object>(); })
-          .operation("description", &Object::description)
-          .operation("valueForKey:", &Object::valueForKey)
-          .operation("valueForKeyPath:", &Object::valueForKeyPath)
-          .operation("setValue:forKey:", &Object::setValueForKey);
+      ClassInfoBuilder<Object>("NSObject")
+          .initializer(
+              "init", [] { return std::make_shared<Object>(); }, "Creates a plain object.")
+          .operation("description", &Object::description,
+                     "Returns one line of text about the object, for logs and people.")
+          .operation("valueForKey:", &Object::valueForKey,
+                     "Returns the value of the property with this key, or nil if there is none.")
+          .operation("valueForKeyPath:", &Object::valueForKeyPath,
+                     "Follows keys joined by dots, each in the value of the one before; a list "
+                     "returns the values of its elements.")
+          .operation("setValue:forKey:", &Object::setValueForKey,
+                     "Sets the property with this key; false if there is no such property or the "
+                     "value has the wrong type.");
   return kClass;
 }
 
-const ClassInfo& Object::classInfo() const { return theClass(); }
+const ClassInfo& Object::classInfo() const { return staticClassInfo(); }
 
 QVariant Object::valueForKey(const QString& key) const {
   const ClassInfo::Property* const property = classInfo().property(key);

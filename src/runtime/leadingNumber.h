@@ -7,8 +7,8 @@
 
 namespace kelvar {
 
-/// As much of the start of the text, blanks aside, as is a number; 0 where it begins with none.
-/// Integers that are too large are clamped.
+/// The number at the start of the text, after leading white space; 0 if there is none. Integers out
+/// of range are clamped.
 template <class T>
 T leadingNumber(const QString& text) {
   const QByteArray bytes = text.trimmed().toLatin1();

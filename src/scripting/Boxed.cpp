@@ -2,22 +2,24 @@
 
 #include <QColor>
 #include <QImage>
+#include <algorithm>
 
-#include "platform/BezierPath.h"
 #include "runtime/ClassInfo.h"
+#include "scripting/NSBezierPath.h"
 #include "scripting/NSImage.h"
 #include "scripting/NSURL.h"
+#include "scripting/NSURLRequest.h"
 
 namespace kelvar {
 namespace {
 
-/// A value that scripts only hand on.
+/// A value that scripts only pass on.
 template <class T>
 class Handle : public Boxed {
  public:
   explicit Handle(const QVariant& value) : value_(value) {}
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
   QVariant value() const override { return value_; }
 
  private:
@@ -29,46 +31,94 @@ double component(const Handle<QColor>& self) {
   return double((self.value().value<QColor>().*part)());
 }
 
+QColor gray(float white, float alpha) { return QColor::fromRgbF(white, white, white, alpha); }
+
+template <Qt::GlobalColor color>
+QColor named() {
+  return color == Qt::gray ? QColor::fromRgbF(0.5f, 0.5f, 0.5f) : QColor(color);
+}
+
 template <>
-const ClassInfo& Handle<BezierPath>::theClass() {
-  static const ClassInfo kClass = Description<Handle>("NSBezierPath");
+const ClassInfo& Handle<QImage>::staticClassInfo() {
+  static const ClassInfo kClass = ClassInfoBuilder<Handle>("CGImage");
   return kClass;
 }
 template <>
-const ClassInfo& Handle<QImage>::theClass() {
-  static const ClassInfo kClass = Description<Handle>("CGImage");
-  return kClass;
-}
-template <>
-const ClassInfo& Handle<QColor>::theClass() {
+const ClassInfo& Handle<QColor>::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<Handle>("NSColor")
-          .classOperation("colorWithRed:green:blue:alpha:", &QColor::fromRgbF)
-          .property("redComponent", component<&QColor::redF>)
-          .property("greenComponent", component<&QColor::greenF>)
-          .property("blueComponent", component<&QColor::blueF>)
-          .property("alphaComponent", component<&QColor::alphaF>);
+      ClassInfoBuilder<Handle>("NSColor")
+          .classOperation("colorWithRed:green:blue:alpha:", &QColor::fromRgbF,
+                          "Creates a color from components between 0 and 1.")
+          .classOperation("colorWithCalibratedRed:green:blue:alpha:", &QColor::fromRgbF,
+                          "Creates a color from components between 0 and 1.")
+          .classOperation("colorWithDeviceRed:green:blue:alpha:", &QColor::fromRgbF,
+                          "Creates a color from components between 0 and 1.")
+          .classOperation("colorWithSRGBRed:green:blue:alpha:", &QColor::fromRgbF,
+                          "Creates a color from components between 0 and 1.")
+          .classOperation("colorWithWhite:alpha:", gray,
+                          "Creates a gray from components between 0 and 1.")
+          .classOperation("colorWithCalibratedWhite:alpha:", gray,
+                          "Creates a gray from components between 0 and 1.")
+          .classOperation("colorWithHue:saturation:brightness:alpha:", &QColor::fromHsvF,
+                          "Creates a color from components between 0 and 1.")
+          .classOperation("clearColor", named<Qt::transparent>, "Transparent black.")
+          .classOperation("blackColor", named<Qt::black>, "Black.")
+          .classOperation("whiteColor", named<Qt::white>, "White.")
+          .classOperation("grayColor", named<Qt::gray>, "Gray.")
+          .classOperation("redColor", named<Qt::red>, "Red.")
+          .classOperation("greenColor", named<Qt::green>, "Green.")
+          .classOperation("blueColor", named<Qt::blue>, "Blue.")
+          .classOperation("cyanColor", named<Qt::cyan>, "Cyan.")
+          .classOperation("magentaColor", named<Qt::magenta>, "Magenta.")
+          .classOperation("yellowColor", named<Qt::yellow>, "Yellow.")
+          .operation(
+              "colorWithAlphaComponent:",
+              [](const Handle<QColor>& self, float alpha) {
+                QColor color = self.value().value<QColor>();
+                color.setAlphaF(std::clamp(alpha, 0.0f, 1.0f));
+                return color;
+              },
+              "Returns the color with another opacity.")
+          .property("hueComponent", component<&QColor::hueF>, "Hue, between 0 and 1.")
+          .property("saturationComponent", component<&QColor::saturationF>,
+                    "Saturation, between 0 and 1.")
+          .property("brightnessComponent", component<&QColor::valueF>,
+                    "Brightness, between 0 and 1.")
+          .property("redComponent", component<&QColor::redF>, "Red, between 0 and 1.")
+          .property("greenComponent", component<&QColor::greenF>, "Green, between 0 and 1.")
+          .property("blueComponent", component<&QColor::blueF>, "Blue, between 0 and 1.")
+          .property("alphaComponent", component<&QColor::alphaF>, "Opacity, between 0 and 1.");
   return kClass;
 }
 
 template <class Class>
-ObjectRef make(const QVariant& value) {
+std::shared_ptr<Boxed> make(const QVariant& value) {
   return std::make_shared<Class>(value);
+}
+
+size_t imageIdentity(const QVariant& value) { return qHash(value.value<ImageRef>().get()); }
+size_t urlIdentity(const QVariant& value) { return qHash(value.toUrl()); }
+size_t colorIdentity(const QVariant& value) {
+  return qHash(quint64(value.value<QColor>().rgba64()));
 }
 
 struct Row {
   QMetaType type;
-  const ClassInfo& (*theClass)();
-  ObjectRef (*box)(const QVariant& value);
+  const ClassInfo& (*staticClassInfo)();
+  std::shared_ptr<Boxed> (*box)(const QVariant& value);
+  /// Null where equal values are different objects.
+  size_t (*identity)(const QVariant& value) = nullptr;
 };
 
 const Row* rowFor(QMetaType type) {
   static const Row kRows[] = {
-      {QMetaType::fromType<ImageRef>(), &NSImage::theClass, make<NSImage>},
-      {QMetaType::fromType<QUrl>(), &NSURL::theClass, make<NSURL>},
-      {QMetaType::fromType<BezierPath>(), &Handle<BezierPath>::theClass, make<Handle<BezierPath>>},
-      {QMetaType::fromType<QImage>(), &Handle<QImage>::theClass, make<Handle<QImage>>},
-      {QMetaType::fromType<QColor>(), &Handle<QColor>::theClass, make<Handle<QColor>>}};
+      {QMetaType::fromType<ImageRef>(), &NSImage::staticClassInfo, make<NSImage>, imageIdentity},
+      {QMetaType::fromType<QUrl>(), &NSURL::staticClassInfo, make<NSURL>, urlIdentity},
+      {QMetaType::fromType<URLRequest>(), &NSURLRequest::staticClassInfo, make<NSURLRequest>},
+      {QMetaType::fromType<BezierPath>(), &NSBezierPath::staticClassInfo, make<NSBezierPath>},
+      {QMetaType::fromType<QImage>(), &Handle<QImage>::staticClassInfo, make<Handle<QImage>>},
+      {QMetaType::fromType<QColor>(), &Handle<QColor>::staticClassInfo, make<Handle<QColor>>,
+       colorIdentity}};
   for (const Row& row : kRows) {
     if (row.type == type) return &row;
   }
@@ -77,14 +127,19 @@ const Row* rowFor(QMetaType type) {
 
 }  // namespace
 
-ObjectRef Boxed::box(const QVariant& value) {
+std::shared_ptr<Boxed> Boxed::box(const QVariant& value) {
   const Row* const row = rowFor(value.metaType());
   return row ? row->box(value) : nullptr;
 }
 
+std::optional<size_t> Boxed::identityOf(const QVariant& value) {
+  const Row* const row = rowFor(value.metaType());
+  return row && row->identity ? std::optional(row->identity(value)) : std::nullopt;
+}
+
 const ClassInfo* Boxed::classFor(QMetaType type) {
   const Row* const row = rowFor(type);
-  return row ? &row->theClass() : nullptr;
+  return row ? &row->staticClassInfo() : nullptr;
 }
 
 }  // namespace kelvar

@@ -1,20 +1,24 @@
 #pragma once
 
+#include <optional>
+
 #include "runtime/Object.h"
 
 namespace kelvar {
 
-/// A plain value that scripts see as an object of a class: a picture, an address, a path.
+/// A plain value that scripts see as an object of a class: an image, a URL, a path.
 class Boxed : public Object {
  public:
-  /// What operations take in the object's place.
+  /// The value that operations take instead of the object.
   virtual QVariant value() const = 0;
-  /// What it takes in memory, so that the script's garbage is collected in time.
+  /// The memory that the value uses, so that the engine collects garbage in time.
   virtual size_t bytes() const { return 0; }
 
-  /// The value as an object; null when it is of no type that scripts know as a class.
-  static ObjectRef box(const QVariant& value);
-  /// The class as which scripts see values of this type; null for none.
+  /// The value as a new object; null for a type that is not boxed.
+  static std::shared_ptr<Boxed> box(const QVariant& value);
+  /// The same for equal values, if scripts can tell that they are the same: a hash.
+  static std::optional<size_t> identityOf(const QVariant& value);
+  /// The class of boxed values of this type; null for a type that is not boxed.
   static const ClassInfo* classFor(QMetaType type);
 };
 

@@ -1,38 +1,61 @@
 #include "scripting/NSImage.h"
 
-#include "platform/ImageFile.h"
+#include <QUrl>
+
 #include "platform/Log.h"
+#include "platform/Permissions.h"
+#include "platform/QtError.h"
+#include "platform/image/ImageFile.h"
 #include "runtime/ClassInfo.h"
+#include "runtime/raise.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&NSImage::theClass);
+const ClassInfo::Registration kRegistered(&NSImage::staticClassInfo);
+
+std::shared_ptr<NSImage> initWithContentsOfURL(const QUrl& url) {
+  if (!url.isLocalFile()) raise(QStringLiteral("an image is read from the URL of a file alone"));
+  return NSImage::initWithContentsOfFile(url.toLocalFile());
+}
 
 }  // namespace
 
-const ClassInfo& NSImage::theClass() {
+const ClassInfo& NSImage::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<NSImage>("NSImage")
-          .initialiser("initWithContentsOfFile:", &NSImage::initWithContentsOfFile)
-          .property("size", &NSImage::size, &NSImage::setSize)
-          .property("isValid", &NSImage::isValid)
-          .operation("writeToFile:", &NSImage::writeToFile);
+      ClassInfoBuilder<NSImage>("NSImage")
+          .initializer("initWithContentsOfFile:", &NSImage::initWithContentsOfFile,
+                       "Reads an image from a PNG, JPEG or WebP file; nil if that fails.")
+          .initializer("initByReferencingFile:", &NSImage::initWithContentsOfFile,
+                       "Reads an image from a PNG, JPEG or WebP file; nil if that fails.")
+          .initializer("initWithContentsOfURL:", initWithContentsOfURL,
+                       "Reads an image from the URL of a file; nil if that fails.")
+          .initializer("initByReferencingURL:", initWithContentsOfURL,
+                       "Reads an image from the URL of a file; nil if that fails.")
+          .property("size", &NSImage::size, &NSImage::setSize,
+                    "The nominal size in points, which may differ from the size in pixels.")
+          .property("isValid", &NSImage::isValid, "Whether the image has pixels.")
+          .operation("writeToFile:", &NSImage::writeToFile,
+                     "Writes a PNG, JPEG or WebP file, by the path's extension, and returns "
+                     "whether that succeeded.");
   return kClass;
 }
 
 std::shared_ptr<NSImage> NSImage::initWithContentsOfFile(const QString& path) {
-  QString error;
-  const ImageRef image = ImageFile::read(path, {}, &error);
-  if (image) return std::make_shared<NSImage>(QVariant::fromValue(image));
-  logLine(u"NSImage: %@", {error});
+  const auto image = Permissions::check(Permissions::Kind::Read, path).and_then([&] {
+    return ImageFile::read(path, {});
+  });
+  if (image) return std::make_shared<NSImage>(QVariant::fromValue(*image));
+  logLine(u"NSImage: %@", {messageOf(image.error())});
   return nullptr;
 }
 
 bool NSImage::writeToFile(const QString& path) const {
-  QString error;
-  if (ImageFile::write(*image_, path, &error)) return true;
-  logLine(u"NSImage: %@", {error});
+  const auto written = Permissions::check(Permissions::Kind::Write, path).and_then([&] {
+    return ImageFile::write(*image_, path);
+  });
+  if (written) return true;
+  logLine(u"NSImage: %@", {messageOf(written.error())});
   return false;
 }
 

@@ -1,19 +1,19 @@
 #pragma once
 
-#include "platform/Image.h"
+#include "platform/image/Image.h"
 #include "scripting/Boxed.h"
 
 namespace kelvar {
 
-/// A picture, for scripts: read from a file, measured, written to a file.
+/// An image as scripts see it: read from a file, measured, written to a file.
 class NSImage : public Boxed {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// `image` is an `ImageRef` that is not null.
+  /// `image` holds an `ImageRef` that is not null.
   explicit NSImage(const QVariant& image) : image_(image.value<ImageRef>()) {}
-  /// Null, and a line in the log, when the file cannot be read.
+  /// Null, with a line in the log, if the file cannot be read.
   static std::shared_ptr<NSImage> initWithContentsOfFile(const QString& path);
 
   QVariant value() const override { return QVariant::fromValue(image_); }
@@ -21,7 +21,8 @@ class NSImage : public Boxed {
   QSizeF size() const { return image_->size(); }
   void setSize(const QSizeF& size) { image_->setSize(size); }
   bool isValid() const { return image_->isValid(); }
-  /// PNG, JPEG or WebP by the path's ending. False, and a line in the log, when that fails.
+  /// Writes PNG, JPEG or WebP by the path's extension. False, with a line in the log, if that
+  /// fails.
   bool writeToFile(const QString& path) const;
 
  private:

@@ -6,15 +6,16 @@
 
 namespace kelvar {
 
-/// An address, for scripts.
+/// A URL as scripts see it.
 class NSURL : public Boxed {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// `url` is a `QUrl`.
+  /// `url` holds a `QUrl`.
   explicit NSURL(const QVariant& url) : url_(url.toUrl()) {}
 
+  const QUrl& url() const { return url_; }
   QVariant value() const override { return url_; }
   QString description() const override { return url_.toString(QUrl::FullyEncoded); }
 

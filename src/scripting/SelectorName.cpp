@@ -7,7 +7,7 @@
 namespace kelvar {
 namespace {
 
-/// Levenshtein's, with two for a step and one for a change of case.
+/// Levenshtein distance where an edit costs two and a change of case one.
 int distance(const QString& a, const QString& b) {
   std::vector<int> row(size_t(b.size()) + 1);
   for (size_t j = 0; j < row.size(); ++j) row[j] = int(2 * j);

@@ -6,10 +6,13 @@
 
 #include "runtime/ClassInfo.h"
 #include "runtime/DelegateInfo.h"
+#include "runtime/ObjectGraph.h"
 #include "scripting/Boxed.h"
 
 namespace kelvar {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 struct Name {
   QMetaType type;
@@ -21,6 +24,7 @@ const Name* nameOf(QMetaType type) {
   static const Name kNames[] = {
       {QMetaType::fromType<void>(), "nothing", "void"},
       {QMetaType::fromType<QVariant>(), "anything", "any"},
+      {QMetaType::fromType<ObjectGraph>(), "anything", "any"},
       {QMetaType::fromType<bool>(), "boolean", "boolean"},
       {QMetaType::fromType<QString>(), "string", "string"},
       {QMetaType::fromType<QStringList>(), "list of strings", "string[]"},
@@ -38,8 +42,8 @@ const Name* nameOf(QMetaType type) {
 }
 
 QString nameIn(const ValueType& type, const char* Name::*language, const char* otherwise) {
-  if (type.theClass) return type.theClass().name();
-  if (type.theDelegate) return type.theDelegate().name();
+  if (type.staticClassInfo) return type.staticClassInfo().name();
+  if (type.staticDelegateInfo) return type.staticDelegateInfo().name();
   if (const Name* const name = nameOf(type.type)) return QString::fromLatin1(name->*language);
   if (const ClassInfo* const boxed = Boxed::classFor(type.type)) return boxed->name();
   const QVariant zero(type.type);
@@ -48,8 +52,14 @@ QString nameIn(const ValueType& type, const char* Name::*language, const char* o
 
 }  // namespace
 
-QString scriptTypeName(const ValueType& type) { return nameIn(type, &Name::script, "value"); }
+QString scriptTypeName(const ValueType& type) {
+  if (type.staticElementInfo) return u"list of "_s + type.staticElementInfo().name();
+  return nameIn(type, &Name::script, "value");
+}
 
-QString typeScriptName(const ValueType& type) { return nameIn(type, &Name::typeScript, "any"); }
+QString typeScriptName(const ValueType& type) {
+  if (type.staticElementInfo) return type.staticElementInfo().name() + u"[]"_s;
+  return nameIn(type, &Name::typeScript, "any");
+}
 
 }  // namespace kelvar

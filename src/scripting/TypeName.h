@@ -6,11 +6,11 @@
 
 namespace kelvar {
 
-/// How scripts call the type: "number", "string", "list", "KVRect", …; "nothing" for `void` and
+/// What scripts call the type: "number", "string", "list", "KVRect", …; "nothing" for `void` and
 /// "anything" for `QVariant`.
 QString scriptTypeName(const ValueType& type);
 
-/// The same in TypeScript.
+/// The type in TypeScript.
 QString typeScriptName(const ValueType& type);
 
 }  // namespace kelvar

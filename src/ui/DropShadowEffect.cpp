@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "platform/Canvas.h"
+#include "platform/image/Canvas.h"
 
 namespace kelvar {
 

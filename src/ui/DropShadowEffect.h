@@ -6,8 +6,8 @@
 
 namespace kelvar {
 
-/// Draws a widget, its children included, with a shadow behind it. The shadow is read at each
-/// drawing, so that a change of it needs no further word.
+/// Draws a widget and its children with a shadow behind them. The shadow is read each time, so
+/// changes to it show with the next paint.
 class DropShadowEffect : public QGraphicsEffect {
   Q_OBJECT
 

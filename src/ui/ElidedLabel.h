@@ -6,8 +6,7 @@
 
 namespace kelvar {
 
-/// One line of plain text that ends in an ellipsis where it does not fit. The tool tip then has
-/// the whole.
+/// One line of plain text, elided at the end if it does not fit. The tool tip then shows all of it.
 class KELVAR_EXPORT ElidedLabel : public QLabel {
   Q_OBJECT
 

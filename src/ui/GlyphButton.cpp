@@ -30,14 +30,14 @@ void GlyphButton::paintEvent(QPaintEvent*) {
   QStylePainter painter(this);
   QStyleOptionToolButton option;
   initStyleOption(&option);
-  // Named for both modes, or the style would make it paler still where it is disabled.
-  const QPixmap picture =
+  // Set for both modes; otherwise the style would dim the disabled icon a second time.
+  const QPixmap icon =
       tinted(option.palette.color(QPalette::ButtonText), painter.deviceTransform().m11());
-  option.icon = QIcon(picture);
-  option.icon.addPixmap(picture, QIcon::Disabled);
+  option.icon = QIcon(icon);
+  option.icon.addPixmap(icon, QIcon::Disabled);
   painter.drawComplexControl(QStyle::CC_ToolButton, option);
   if (!hasFocus()) return;
-  // Styles leave the focus of a button without a bezel unmarked.
+  // Styles do not draw a focus frame for buttons without a bezel.
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(option.palette.color(QPalette::Highlight), 1.5));
   painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);

@@ -4,11 +4,11 @@
 
 namespace kelvar {
 
-/// A tool button whose picture is an SVG in one colour: the palette's colour for text, so that it
-/// serves light and dark palettes.
+/// A tool button whose icon is an SVG drawn in the palette's text color, so that it works with
+/// light and dark palettes.
 class GlyphButton : public QToolButton {
   Q_OBJECT
-  /// The SVG's file or resource.
+  /// The SVG's file name or resource path.
   Q_PROPERTY(QString glyph READ glyph WRITE setGlyph)
 
  public:

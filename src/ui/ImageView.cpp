@@ -25,7 +25,7 @@ void ImageView::paintEvent(QPaintEvent*) {
     scaled_ = QPixmap::fromImage(
         image_->pixels().scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
   }
-  // On whole pixels, which keeps the picture sharp.
+  // On whole pixels, to keep the image sharp.
   const QPointF corner((width() * pixelsPerPoint - pixels.width()) / 2,
                        (height() * pixelsPerPoint - pixels.height()) / 2);
   painter.drawPixmap(

@@ -3,11 +3,11 @@
 #include <QPixmap>
 #include <QWidget>
 
-#include "platform/Image.h"
+#include "platform/image/Image.h"
 
 namespace kelvar {
 
-/// Shows a picture in proportion, as large as it fits and no larger than it is in points, centred.
+/// Shows an image, centered and scaled down to fit. It is not magnified beyond its nominal size.
 class KELVAR_EXPORT ImageView : public QWidget {
   Q_OBJECT
 
@@ -23,7 +23,7 @@ class KELVAR_EXPORT ImageView : public QWidget {
 
  private:
   ImageRef image_;
-  /// The picture in the pixels in which it was painted last.
+  /// The image at the size in which it was last painted.
   QPixmap scaled_;
 };
 

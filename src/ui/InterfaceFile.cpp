@@ -22,7 +22,7 @@ QWidget* make(QWidget* parent) {
   return new W(parent);
 }
 
-/// The classes that forms may use beside Qt's own.
+/// The classes that forms may use besides Qt's own.
 const struct {
   QLatin1StringView name;
   QWidget* (*make)(QWidget* parent);
@@ -54,7 +54,7 @@ class Loader : public QUiLoader {
   }
 };
 
-/// Where a form may lie, the first first.
+/// The places to search for a form, in order.
 QStringList places(const QString& name, const QString& folder) {
   QStringList places;
   for (const QString& each : {folder, qEnvironmentVariable("KELVAR_INTERFACE_DIR")}) {

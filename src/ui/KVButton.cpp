@@ -6,33 +6,47 @@
 #include <QStylePainter>
 
 #include "runtime/ClassInfo.h"
-#include "ui/View.h"
+#include "ui/NSButton.h"
 #include "ui/showWholeText.h"
 
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVButton::theClass);
+const ClassInfo::Registration kRegistered(&KVButton::staticClassInfo);
 
-constexpr int kLeastWidth = 64;
-constexpr int kLeastHeight = 26;
-/// Free at either side of the title, beyond what styles leave.
+class StyledButton : public NSButton {
+ public:
+  using NSButton::NSButton;
+  const ClassInfo& classInfo() const override { return KVButton::staticClassInfo(); }
+};
+
+constexpr int kMinWidth = 64;
+constexpr int kMinHeight = 26;
+/// On each side of the title, in addition to the style's own margin.
 constexpr int kTitleMargin = 6;
 
 }  // namespace
 
-const ClassInfo& KVButton::theClass() {
+const ClassInfo& KVButton::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<View>("KVButton")
-          .initialiser("init", [] { return View::adopt(new KVButton); })
-          .property("hidden", &View::isHidden, &View::setHidden)
-          .operation("awakeFromNib", onWidget(&KVButton::awakeFromNib))
-          .property("title", onWidget(&KVButton::text), onWidget(&KVButton::setText))
+      ClassInfoBuilder<StyledButton, NSButton>("KVButton")
+          .initializer(
+              "init", [] { return View::adopt(new KVButton); }, "Creates a button without a title.")
+          .initializer(
+              "initWithFrame:",
+              [](const QRectF& frame) { return View::adopt(new KVButton, frame); },
+              "Creates a button without a title.")
+          .operation("awakeFromNib", onWidget(&KVButton::awakeFromNib),
+                     "Gives the title its color; called once when the form has loaded.")
           .property("backgroundColor", onWidget(&KVButton::backgroundColor),
-                    onWidget(&KVButton::setBackgroundColor))
-          .property("textColor", onWidget(&KVButton::textColor), onWidget(&KVButton::setTextColor));
+                    onWidget(&KVButton::setBackgroundColor),
+                    "The color behind the button, or nil for none.")
+          .property("textColor", onWidget(&KVButton::textColor), onWidget(&KVButton::setTextColor),
+                    "The color that `awakeFromNib` gives the title, or nil for the palette's.");
   return kClass;
 }
+
+ViewRef KVButton::makeView(QWidget* widget) { return std::make_shared<StyledButton>(widget); }
 
 KVButton::KVButton(QWidget* parent) : QPushButton(parent) {}
 
@@ -41,12 +55,12 @@ void KVButton::awakeFromNib() {
 }
 
 QSize KVButton::sizeHint() const {
-  return (QPushButton::sizeHint() + QSize(2 * kTitleMargin, 0)).expandedTo({0, kLeastHeight});
+  return (QPushButton::sizeHint() + QSize(2 * kTitleMargin, 0)).expandedTo({0, kMinHeight});
 }
 
 QSize KVButton::minimumSizeHint() const {
   const QSize whole = QPushButton::minimumSizeHint();
-  return {std::min(whole.width(), kLeastWidth), std::max(whole.height(), kLeastHeight)};
+  return {std::min(whole.width(), kMinWidth), std::max(whole.height(), kMinHeight)};
 }
 
 void KVButton::paintEvent(QPaintEvent* event) {

@@ -3,35 +3,37 @@
 #include <QColor>
 #include <QPushButton>
 
-#include "runtime/Object.h"
+#include "ui/View.h"
 
 namespace kelvar {
 
-/// A push button that can have a flat colour behind it and a title in a colour of its own.
+/// A push button with an optional background color and title color.
 ///
-/// Made in a form, its properties set there. The bezel is painted over the background, so a button
-/// with a background is usually flat. A title that does not fit ends in an ellipsis; the tool tip
-/// then has the whole.
+/// Created by a form, which sets its properties. The bezel is painted over the background, so a
+/// button with a background is usually flat. A title that does not fit is elided; the tool tip then
+/// shows all of it.
 class KELVAR_EXPORT KVButton : public QPushButton {
   Q_OBJECT
   Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor)
   Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor)
 
  public:
-  static const ClassInfo& theClass();
+  static const ClassInfo& staticClassInfo();
+  /// The view of a widget that is a `KVButton`.
+  static ViewRef makeView(QWidget* widget);
 
   explicit KVButton(QWidget* parent = nullptr);
 
-  /// Replaces what is to be painted behind the button; not valid for nothing.
+  /// Replaces what was painted behind the button; invalid for none.
   QColor backgroundColor() const { return backgroundColor_; }
   void setBackgroundColor(const QColor& color) { backgroundColor_ = color; }
 
-  /// Of the title that the button has in `awakeFromNib`; not valid for the palette's colour.
+  /// The color of the title that the button has in `awakeFromNib`; invalid for the palette's color.
   QColor textColor() const { return textColor_; }
   void setTextColor(const QColor& color) { textColor_ = color; }
 
-  /// Gives the title its colour. Called once, when the form has been loaded: a colour or a title
-  /// that is set later has the palette's colour.
+  /// Applies the color to the title. Called once, after the form is loaded: a title that is set
+  /// later has the palette's color.
   void awakeFromNib();
 
   QSize sizeHint() const override;
@@ -42,7 +44,7 @@ class KELVAR_EXPORT KVButton : public QPushButton {
   bool event(QEvent* event) override;
 
  private:
-  /// The title as it was styled. Centred, in the button's font of that time.
+  /// The title when it was styled, with the button's font at that time.
   struct StyledTitle {
     QString text;
     QColor color;
@@ -50,7 +52,7 @@ class KELVAR_EXPORT KVButton : public QPushButton {
   };
 
   bool isStyled() const { return styledTitle_.color.isValid() && styledTitle_.text == text(); }
-  /// The title as it fits.
+  /// The title, elided to fit.
   QString elided() const;
 
   QColor backgroundColor_;

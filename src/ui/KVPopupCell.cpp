@@ -7,7 +7,7 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVPopupCell::theClass);
+const ClassInfo::Registration kRegistered(&KVPopupCell::staticClassInfo);
 
 /// Invalid for an item without one.
 QVariant identifierOf(const MenuItem& item) {
@@ -16,40 +16,59 @@ QVariant identifierOf(const MenuItem& item) {
 
 }  // namespace
 
-const ClassInfo& KVPopupCell::theClass() {
+const ClassInfo& KVPopupCell::staticClassInfo() {
   using Cell = KVPopupCell;
   static const ClassInfo kClass =
-      Description<Cell>("KVPopupCell")
-          .initialiser("init", [] { return Cell::initWithNibName(); })
-          .initialiser("initWithNibName:bundle:", &Cell::initWithNibName)
-          .operation("nibName", &Cell::nibName)
-          .operation("view", &Cell::viewObject)
-          .operation("viewDidLoad", &Cell::viewDidLoad)
-          .operation("reloadData", &Cell::reloadData)
-          .operation("selectedItem", &Cell::selectedItem)
-          .operation("representedObject", &Cell::representedObject)
-          .operation("popupButtonDidPop:", &Cell::popupButtonDidPop)
-          .operation("itemDidSelect:", &Cell::itemDidSelect)
+      ClassInfoBuilder<Cell>("KVPopupCell")
+          .initializer(
+              "init", [] { return Cell::initWithNibName(); }, "Creates a chooser.")
+          .initializer("initWithNibName:bundle:", &Cell::initWithNibName,
+                       "Creates a chooser for a form; nil if there is no such form.")
+          .operation("nibName", &Cell::nibName, "Returns the name of the form.")
+          .operation("view", &Cell::viewObject,
+                     "Returns the chooser's view, loading the form on first use.")
+          .operation("viewDidLoad", &Cell::viewDidLoad,
+                     "Called when the form has loaded; shows the properties.")
+          .operation("reloadData", &Cell::reloadData, "Shows the current properties.")
+          .operation("selectedItem", &Cell::selectedItem,
+                     "Returns the first item of the menu with the selected identifier, or nil.")
+          .operation("representedObject", &Cell::representedObject,
+                     "Returns the dictionary of the selected item, or nil.")
+          .operation("popupButtonDidPop:", &Cell::popupButtonDidPop,
+                     "Called when a pop-up button is about to open; if it is this chooser's, the "
+                     "chooser reloads and becomes its target.")
+          .operation(
+              "itemDidSelect:", &Cell::itemDidSelect,
+              "Action of the menu's items: selects the item, reloads and tells the delegate.")
           .property("popupButton", outletGetter(&Cell::popupButton),
-                    outletSetter(&Cell::setPopupButton))
+                    outletSetter(&Cell::setPopupButton), "The pop-up button of the form.")
           .property("titleField", outletGetter(&Cell::titleField),
-                    outletSetter(&Cell::setTitleField))
-          .property("imageView", outletGetter(&Cell::imageView), outletSetter(&Cell::setImageView))
-          .property("reuseIdentifier", &Cell::reuseIdentifier, &Cell::setReuseIdentifier)
-          .property("image", &Cell::image, &Cell::setImage)
-          .property("name", &Cell::name, &Cell::setName)
-          .property("selectedIdentifier", &Cell::selectedIdentifier, &Cell::setSelectedIdentifier)
-          .property("layerID", &Cell::layerID, &Cell::setLayerID)
-          .property("popupMenu", &Cell::popupMenu, &Cell::setPopupMenu)
-          .property("delegate", &Cell::delegate, &Cell::setDelegate);
+                    outletSetter(&Cell::setTitleField), "The title's label of the form.")
+          .property("imageView", outletGetter(&Cell::imageView), outletSetter(&Cell::setImageView),
+                    "The image view of the form.")
+          .property("reuseIdentifier", &Cell::reuseIdentifier, &Cell::setReuseIdentifier,
+                    "An identifier for the owner's use.")
+          .property("image", &Cell::image, &Cell::setImage,
+                    "The image beside the title; the chooser keeps a copy.")
+          .property("name", &Cell::name, &Cell::setName, "The title.")
+          .property("selectedIdentifier", &Cell::selectedIdentifier, &Cell::setSelectedIdentifier,
+                    "The identifier of the selected item, or nil for no selection.")
+          .property("layerID", &Cell::layerID, &Cell::setLayerID,
+                    "A layer's identifier, for the owner's use.")
+          .property("popupMenu", &Cell::popupMenu, &Cell::setPopupMenu,
+                    "The menu of the pop-up button.")
+          .property("delegate", &Cell::delegate, &Cell::setDelegate,
+                    "Told when the user chooses an item; held weakly.");
   return kClass;
 }
 
-const DelegateInfo& KVPopupCellDelegate::theDelegate() {
+const DelegateInfo& KVPopupCellDelegate::staticDelegateInfo() {
   using Self = KVPopupCellDelegate;
   static const DelegateInfo kDelegate =
-      DelegateDescription<Self>("KVPopupCellDelegate")
-          .operation("popupCellSelectedDidChange:", &Self::popupCellSelectedDidChange);
+      DelegateInfoBuilder<Self>("KVPopupCellDelegate")
+          .operation("popupCellSelectedDidChange:", &Self::popupCellSelectedDidChange,
+                     "Called after the user has chosen an item, even if it was already selected; "
+                     "the chooser already shows it.");
   return kDelegate;
 }
 

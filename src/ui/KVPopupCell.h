@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-#include "platform/Image.h"
+#include "platform/image/Image.h"
 #include "ui/ImageView.h"
 #include "ui/KVPopupCellDelegate.h"
 #include "ui/PopUpButton.h"
@@ -13,16 +13,16 @@ namespace kelvar {
 class KVPopupCell;
 using KVPopupCellRef = std::shared_ptr<KVPopupCell>;
 
-/// A chooser: a title, a picture, and a pop-up button whose menu lists what can be chosen.
+/// A chooser: a title, an image, and a pop-up button with a menu of choices.
 ///
-/// Items are known by the "identifier" in their maps, not by position. After changing a property,
-/// call `reloadData`. Main thread only.
+/// Items are identified by the "identifier" in their maps, not by position. After changing
+/// properties, call `reloadData`. Main thread only.
 class KELVAR_EXPORT KVPopupCell : public Object, public ViewController {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// Null when there is no such form. See `ViewController` for what stands for none.
+  /// Null if there is no such form. See `ViewController` for the defaults.
   static KVPopupCellRef initWithNibName(const QString& nibName = {}, const QString& bundle = {});
 
   /// Use `initWithNibName`.
@@ -33,15 +33,15 @@ class KELVAR_EXPORT KVPopupCell : public Object, public ViewController {
   /// Shows the properties.
   void reloadData();
 
-  /// The first item of the menu with the selected identifier; null when there is none.
+  /// The first item of the menu with the selected identifier; null if there is none.
   MenuItemRef selectedItem() const;
-  /// The map of the selected item; invalid when nothing is selected.
+  /// The map of the selected item; invalid if nothing is selected.
   QVariant representedObject() const;
 
-  /// Some pop-up button is about to open. When it is this cell's, the cell becomes the one that it
-  /// reports to, and reloads.
+  /// Called when any pop-up button is about to open. If it is this cell's, the cell becomes its
+  /// target and reloads.
   void popupButtonDidPop(const ViewRef& button);
-  /// Takes over what was chosen, reloads, and tells the delegate.
+  /// Selects what the user chose, reloads, and calls the delegate.
   void itemDidSelect(const ViewRef& sender);
 
   PopUpButton* popupButton() const { return popupButton_; }
@@ -51,11 +51,11 @@ class KELVAR_EXPORT KVPopupCell : public Object, public ViewController {
   ImageView* imageView() const { return imageView_; }
   void setImageView(ImageView* view) { imageView_ = view; }
 
-  /// Kept for the owner, as is the layer's.
+  /// Not used here, as is `layerID`: they are for the owner.
   QString reuseIdentifier() const { return reuseIdentifier_; }
   void setReuseIdentifier(const QString& identifier) { reuseIdentifier_ = identifier; }
   ImageRef image() const { return image_; }
-  /// Keeps a copy, as everywhere in the panel.
+  /// Keeps a copy.
   void setImage(const ImageRef& image);
   QString name() const { return name_; }
   void setName(const QString& name) { name_ = name; }

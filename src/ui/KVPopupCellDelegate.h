@@ -1,20 +1,20 @@
 #pragma once
 
-#include <functional>
-
 #include "platform/Export.h"
+#include "runtime/DelegateFunction.h"
 
 namespace kelvar {
 
 class DelegateInfo;
 class KVPopupCell;
 
-/// What a chooser tells. An empty member is not called.
+/// What a chooser reports. An empty member is not called. All on the main thread.
 struct KELVAR_EXPORT KVPopupCellDelegate {
-  static const DelegateInfo& theDelegate();
+  static const DelegateInfo& staticDelegateInfo();
 
-  /// The user has chosen an item, perhaps the same one again.
-  std::function<void(KVPopupCell&)> popupCellSelectedDidChange;
+  /// Called after the user has chosen an item, even if it was already selected. The chooser
+  /// already shows it.
+  DelegateFunction<void(KVPopupCell&)> popupCellSelectedDidChange;
 };
 
 }  // namespace kelvar

@@ -6,15 +6,19 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVResizeViewController::theClass);
+const ClassInfo::Registration kRegistered(&KVResizeViewController::staticClassInfo);
 
 }  // namespace
 
-const ClassInfo& KVResizeViewController::theClass() {
+const ClassInfo& KVResizeViewController::staticClassInfo() {
   using C = KVResizeViewController;
-  static const ClassInfo kClass = Description<C, KVViewController>("KVResizeViewController")
-                                      .initialiser("init", [] { return C::initWithNibName(); })
-                                      .initialiser("initWithNibName:bundle:", &C::initWithNibName);
+  static const ClassInfo kClass =
+      ClassInfoBuilder<C, KVViewController>("KVResizeViewController")
+          .initializer(
+              "init", [] { return C::initWithNibName(); },
+              "Creates a controller for the wide row of a layer.")
+          .initializer("initWithNibName:bundle:", &C::initWithNibName,
+                       "Creates a controller for a form; nil if there is no such form.");
   return kClass;
 }
 

@@ -4,13 +4,13 @@
 
 namespace kelvar {
 
-/// The same row in a second layout, in one line: its form is "KVResizeViewController".
+/// The row of a layer in a wide layout, on one line: its form is "KVResizeViewController".
 class KELVAR_EXPORT KVResizeViewController : public KVViewController {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// Null when there is no such form.
+  /// Null if there is no such form.
   static std::shared_ptr<KVResizeViewController> initWithNibName(const QString& nibName = {},
                                                                  const QString& bundle = {});
 

@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "platform/Canvas.h"
+#include "platform/image/Canvas.h"
 #include "runtime/ClassInfo.h"
 #include "ui/DropShadowEffect.h"
 #include "ui/View.h"
@@ -10,38 +10,63 @@
 namespace kelvar {
 namespace {
 
-const ClassInfo::Registration kRegistered(&KVView::theClass);
+const ClassInfo::Registration kRegistered(&KVView::staticClassInfo);
+
+class StyledView : public View {
+ public:
+  using View::View;
+  const ClassInfo& classInfo() const override { return KVView::staticClassInfo(); }
+};
 
 }  // namespace
 
-const ClassInfo& KVView::theClass() {
+const ClassInfo& KVView::staticClassInfo() {
   static const ClassInfo kClass =
-      Description<View>("KVView")
-          .initialiser("init", [] { return View::adopt(new KVView); })
-          .initialiser("initWithCoder:",
-                       [](const QVariant&) { return View::adopt(KVView::initWithCoder(nullptr)); })
-          .property("hidden", &View::isHidden, &View::setHidden)
-          .operation("isOpaque", onWidget(&KVView::isOpaque))
-          .operation("refreshShadow", onWidget(&KVView::refreshShadow))
-          .property("dropShadow", onWidget(&KVView::dropShadow), onWidget(&KVView::setDropShadow))
+      ClassInfoBuilder<StyledView, View>("KVView")
+          .initializer(
+              "init", [] { return View::adopt(new KVView); },
+              "Creates a view without a drop shadow.")
+          .initializer(
+              "initWithFrame:", [](const QRectF& frame) { return View::adopt(new KVView, frame); },
+              "Creates a view without a drop shadow.")
+          .initializer(
+              "initWithCoder:",
+              [](const QVariant&) { return View::adopt(KVView::initWithCoder(nullptr)); },
+              "Creates a view as a form does, with a drop shadow that is invisible until it has a "
+              "color.")
+          .operation("isOpaque", onWidget(&KVView::isOpaque),
+                     "Returns false: what is behind the view shows through.")
+          .operation("refreshShadow", onWidget(&KVView::refreshShadow),
+                     "Copies `shadowSize`, `shadowBlur` and `shadowColor` to the drop shadow.")
+          .property("dropShadow", onWidget(&KVView::dropShadow), onWidget(&KVView::setDropShadow),
+                    "The shadow around the view and its contents, or nil.")
           .property("backgroundColor", onWidget(&KVView::backgroundColor),
-                    onWidget(&KVView::setBackgroundColor))
+                    onWidget(&KVView::setBackgroundColor), "The fill color; nil for black.")
           .property("borderColor", onWidget(&KVView::borderColor),
-                    onWidget(&KVView::setBorderColor))
+                    onWidget(&KVView::setBorderColor), "The border's color, or nil for no border.")
           .property("borderWidth", onWidget(&KVView::borderWidth),
-                    onWidget(&KVView::setBorderWidth))
-          .property("innerShadowSize", onWidget(&KVView::innerShadowSize),
-                    onWidget(&KVView::setInnerShadowSize))
+                    onWidget(&KVView::setBorderWidth),
+                    "The border's width in points, centered on the view's edge; 0 for no border.")
+          .property(
+              "innerShadowSize", onWidget(&KVView::innerShadowSize),
+              onWidget(&KVView::setInnerShadowSize),
+              "How far the shadow of fill and border is moved, in points: x to the right, y up.")
           .property("innerShadowBlur", onWidget(&KVView::innerShadowBlur),
-                    onWidget(&KVView::setInnerShadowBlur))
+                    onWidget(&KVView::setInnerShadowBlur),
+                    "The blur radius of the shadow of fill and border, in points.")
           .property("innerShadowColor", onWidget(&KVView::innerShadowColor),
-                    onWidget(&KVView::setInnerShadowColor))
-          .property("shadowSize", onWidget(&KVView::shadowSize), onWidget(&KVView::setShadowSize))
-          .property("shadowBlur", onWidget(&KVView::shadowBlur), onWidget(&KVView::setShadowBlur))
+                    onWidget(&KVView::setInnerShadowColor),
+                    "The color of the shadow of fill and border, or nil for none.")
+          .property("shadowSize", onWidget(&KVView::shadowSize), onWidget(&KVView::setShadowSize),
+                    "How far the drop shadow is moved, in points: x to the right, y up.")
+          .property("shadowBlur", onWidget(&KVView::shadowBlur), onWidget(&KVView::setShadowBlur),
+                    "The drop shadow's blur radius, in points.")
           .property("shadowColor", onWidget(&KVView::shadowColor),
-                    onWidget(&KVView::setShadowColor));
+                    onWidget(&KVView::setShadowColor), "The drop shadow's color, or nil for none.");
   return kClass;
 }
+
+ViewRef KVView::makeView(QWidget* widget) { return std::make_shared<StyledView>(widget); }
 
 KVView* KVView::initWithCoder(QWidget* parent) {
   auto* const view = new KVView(parent);

@@ -4,14 +4,15 @@
 #include <QWidget>
 
 #include "ui/Shadow.h"
+#include "ui/View.h"
 
 namespace kelvar {
 
-/// A container that paints its bounds: a fill, a border, a shadow under both, and a drop shadow
-/// around the whole view, its contents included.
+/// A container that paints a fill, a border, a shadow under both, and a drop shadow around the
+/// whole view with its contents.
 ///
-/// Made in a form, its properties set there. Lengths are points. No setter asks for a redraw: what
-/// changes is seen when the view is painted next.
+/// Created by a form, which sets its properties. Lengths are points. Setters do not request a
+/// repaint: changes show when the view is next painted.
 class KELVAR_EXPORT KVView : public QWidget {
   Q_OBJECT
   Q_PROPERTY(QColor backgroundColor READ backgroundColor WRITE setBackgroundColor)
@@ -25,31 +26,33 @@ class KELVAR_EXPORT KVView : public QWidget {
   Q_PROPERTY(QColor shadowColor READ shadowColor WRITE setShadowColor)
 
  public:
-  static const ClassInfo& theClass();
+  static const ClassInfo& staticClassInfo();
+  /// The view of a widget that is a `KVView`.
+  static ViewRef makeView(QWidget* widget);
 
-  /// As a form makes it: with a drop shadow that is invisible until it is given a colour.
+  /// As a form creates it: with a drop shadow that is invisible until it has a color.
   static KVView* initWithCoder(QWidget* parent);
   /// Without a drop shadow.
   explicit KVView(QWidget* parent = nullptr);
 
-  /// False: what lies behind is painted first.
+  /// False: what is behind the view shows through.
   bool isOpaque() const { return false; }
 
-  /// Null in a view that was not made by a form.
+  /// Null if the view was not created by a form.
   ShadowRef dropShadow() const { return dropShadow_; }
   void setDropShadow(ShadowRef shadow) { dropShadow_ = std::move(shadow); }
 
-  /// The fill; black where it is not valid.
+  /// The fill; black if invalid.
   QColor backgroundColor() const { return backgroundColor_; }
   void setBackgroundColor(const QColor& color) { backgroundColor_ = color; }
-  /// There is a border only with a valid colour and a width above 0. It is centred on the edge of
-  /// the bounds, so that half of it is cut off.
+  /// The border needs a valid color and a width above 0. It is centered on the edge of the bounds,
+  /// so half of it is clipped.
   QColor borderColor() const { return borderColor_; }
   void setBorderColor(const QColor& color) { borderColor_ = color; }
   double borderWidth() const { return borderWidth_; }
   void setBorderWidth(double width) { borderWidth_ = width; }
 
-  /// How far the shadow of fill and border is moved: x to the right, y up.
+  /// The offset of the shadow of fill and border: x to the right, y up.
   QPointF innerShadowSize() const { return innerShadowSize_; }
   void setInnerShadowSize(const QPointF& size) { innerShadowSize_ = size; }
   double innerShadowBlur() const { return innerShadowBlur_; }

@@ -6,9 +6,8 @@
 #include "core/ServerMessages.h"
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
+#include "platform/QtError.h"
 #include "platform/Workspace.h"
-#include "runtime/ClassInfo.h"
-#include "runtime/DelegateInfo.h"
 #include "ui/InterfaceFile.h"
 #include "ui/WrappedText.h"
 
@@ -17,8 +16,6 @@ namespace {
 
 using Delegate = KVViewControllerDelegate;
 
-const ClassInfo::Registration kRegistered(&KVViewController::theClass);
-
 constexpr int kMixed = -1;
 
 // The banner's measures, in points.
@@ -26,7 +23,7 @@ constexpr double kTextInset = 10;
 constexpr double kMaxTextHeight = 10000;
 constexpr double kVerticalMargin = 20;
 
-/// 0 for none and for what is no number.
+/// 0 for none and for values that are not numbers.
 int64_t integerValue(const QVariant& number) {
   return isNumber(number) ? numberFrom<int64_t>(number) : number.toString().toLongLong();
 }
@@ -41,87 +38,13 @@ int stateOf(const QCheckBox* box) {
   return box->checkState() == Qt::Checked ? 1 : kMixed;
 }
 
-/// As high as the text is in the label, at the width that it has now.
+/// The height of the text at the label's current width.
 double measuredHeight(const QLabel& label, const QString& text) {
   const double height = WrappedText(text, label.font(), label.width() - kTextInset).height();
   return std::min(height, kMaxTextHeight);
 }
 
 }  // namespace
-
-const ClassInfo& KVViewController::theClass() {
-  using C = KVViewController;
-  static const ClassInfo kClass =
-      Description<C, KVPersister>("KVViewController")
-          .initialiser("init", [] { return C::initWithNibName(); })
-          .initialiser("initWithNibName:bundle:", &C::initWithNibName)
-          .operation("nibName", &C::nibName)
-          .operation("view", &C::viewObject)
-          .operation("viewDidLoad", &C::viewDidLoad)
-          .operation("reloadData", &C::reloadData)
-          .operation("enableLayerButton", &C::enableLayerButton)
-          .operation("disableLayerButton", &C::disableLayerButton)
-          .operation("includeInArtboardButtonDidChange:", &C::includeInArtboardButtonDidChange)
-          .operation("refreshButtonDidPress:", &C::refreshButtonDidPress)
-          .operation("flipButtonDidPress:", &C::flipButtonDidPress)
-          .operation("rotateButtonDidPress:", &C::rotateButtonDidPress)
-          .operation("imageQualityPopupButtonDidChange:", &C::imageQualityPopupButtonDidChange)
-          .operation("activateButtonDidPress:", &C::activateButtonDidPress)
-          .operation("softBannerMessageAction:", &C::softBannerMessageAction)
-          .operation("readSoftMessage:", &C::readSoftMessage)
-          .operation("showSoftMessage:action:messageId:", &C::showSoftMessage)
-          .operation("setMessageRead", &C::setMessageRead)
-          .property("persister", &C::persister, &C::setPersister)
-          .property("reuseIdentifier", &C::reuseIdentifier, &C::setReuseIdentifier)
-          .property("imageQualityPopupButton", outletGetter(&C::imageQualityPopupButton),
-                    outletSetter(&C::setImageQualityPopupButton))
-          .property("layerRotateButton", outletGetter(&C::layerRotateButton),
-                    outletSetter(&C::setLayerRotateButton))
-          .property("layerFlipButton", outletGetter(&C::layerFlipButton),
-                    outletSetter(&C::setLayerFlipButton))
-          .property("includeInArtboardButton", outletGetter(&C::includeInArtboardButton),
-                    outletSetter(&C::setIncludeInArtboardButton))
-          .property("imageView", outletGetter(&C::imageView), outletSetter(&C::setImageView))
-          .property("imageQuality", &C::imageQuality, &C::setImageQuality)
-          .property("includeInArtboards", &C::includeInArtboards, &C::setIncludeInArtboards)
-          .property("previewImage", &C::previewImage, &C::setPreviewImage)
-          .property("referenceID", &C::referenceID, &C::setReferenceID)
-          .property("messageLabel", outletGetter(&C::messageLabel),
-                    outletSetter(&C::setMessageLabel))
-          .property("actionButton", outletGetter(&C::actionButton),
-                    outletSetter(&C::setActionButton))
-          .property("message", &C::message, &C::setMessage)
-          .property("actionTitle", &C::actionTitle, &C::setActionTitle)
-          .property("actionURL", &C::actionURL, &C::setActionURL)
-          .property("action", &C::action, &C::setAction)
-          .property("softMessageLabel", outletGetter(&C::softMessageLabel),
-                    outletSetter(&C::setSoftMessageLabel))
-          .property("softCloseButton", outletGetter(&C::softCloseButton),
-                    outletSetter(&C::setSoftCloseButton))
-          .property("messageId", &C::messageId, &C::setMessageId)
-          .property("softActionUrlString", &C::softActionUrlString, &C::setSoftActionUrlString)
-          .property("delegate", &C::delegate, &C::setDelegate);
-  return kClass;
-}
-
-const DelegateInfo& KVViewControllerDelegate::theDelegate() {
-  using Self = KVViewControllerDelegate;
-  static const DelegateInfo kDelegate =
-      DelegateDescription<Self>("KVViewControllerDelegate")
-          .operation("controller:didToggleIncludeInArtboards:",
-                     &Self::controllerDidToggleIncludeInArtboards)
-          .operation("controllerDidPressRefreshLayer:", &Self::controllerDidPressRefreshLayer)
-          .operation("controllerDidPressFlipLayer:", &Self::controllerDidPressFlipLayer)
-          .operation("controllerDidPressRotateLayer:", &Self::controllerDidPressRotateLayer)
-          .operation("controller:didSelectImageQuality:", &Self::controllerDidSelectImageQuality)
-          .operation("controllerDidPressActionButton:", &Self::controllerDidPressActionButton)
-          .operation("controllerNeedToUpdateLayout:", &Self::controllerNeedToUpdateLayout)
-          .operation("controllerDidPressSoftBannerActionButton:messageId:",
-                     &Self::controllerDidPressSoftBannerActionButton)
-          .operation("controllerDidPressReadMessageButton:messageId:",
-                     &Self::controllerDidPressReadMessageButton);
-  return kDelegate;
-}
 
 KVViewControllerRef KVViewController::initWithNibName(const QString& nibName,
                                                       const QString& bundle) {
@@ -182,34 +105,34 @@ bool KVViewController::delegateHas(Operation Delegate::*operation) const {
 }
 
 template <class Operation, class... Arguments>
-void KVViewController::tellDelegate(Operation Delegate::*operation, const Arguments&... arguments) {
+void KVViewController::callDelegate(Operation Delegate::*operation, const Arguments&... arguments) {
   if (!delegateHas(operation)) return;
   const auto delegate = delegate_.lock();
   if (!delegate) return;
-  // The delegate may drop its operation while it runs.
-  if (const Operation told = (*delegate).*operation) told(*this, arguments...);
+  // A copy, as the delegate may remove its operation while it runs.
+  if (const Operation copy = (*delegate).*operation) copy(*this, arguments...);
 }
 
 void KVViewController::includeInArtboardButtonDidChange(const ViewRef& sender) {
-  tellDelegate(&Delegate::controllerDidToggleIncludeInArtboards,
+  callDelegate(&Delegate::controllerDidToggleIncludeInArtboards,
                QVariant(stateOf(widgetOf<QCheckBox>(sender))));
 }
 
 void KVViewController::refreshButtonDidPress(const ViewRef&) {
-  tellDelegate(&Delegate::controllerDidPressRefreshLayer);
+  callDelegate(&Delegate::controllerDidPressRefreshLayer);
 }
 
 void KVViewController::flipButtonDidPress(const ViewRef&) {
-  tellDelegate(&Delegate::controllerDidPressFlipLayer);
+  callDelegate(&Delegate::controllerDidPressFlipLayer);
 }
 
 void KVViewController::rotateButtonDidPress(const ViewRef&) {
-  tellDelegate(&Delegate::controllerDidPressRotateLayer);
+  callDelegate(&Delegate::controllerDidPressRotateLayer);
 }
 
 void KVViewController::imageQualityPopupButtonDidChange(const ViewRef&) {
   const int index = imageQualityPopupButton_ ? imageQualityPopupButton_->indexOfSelectedItem() : 0;
-  tellDelegate(&Delegate::controllerDidSelectImageQuality, QVariant(index));
+  callDelegate(&Delegate::controllerDidSelectImageQuality, QVariant(index));
 }
 
 void KVViewController::activateButtonDidPress(const ViewRef&) {
@@ -222,22 +145,22 @@ void KVViewController::activateButtonDidPress(const ViewRef&) {
   }
   if (actionURL_.isEmpty()) return;
   Workspace::openURL(actionURL_);
-  tellDelegate(&Delegate::controllerDidPressActionButton);
+  callDelegate(&Delegate::controllerDidPressActionButton);
 }
 
 void KVViewController::softBannerMessageAction(const ViewRef&) {
   if (!delegateHas(&Delegate::controllerDidPressSoftBannerActionButton)) return;
-  setMessageRead();
+  if (!markMessageRead()) return;
   if (!softActionUrlString_.isEmpty()) {
     Workspace::openURL(QUrl(softActionUrlString_, QUrl::StrictMode));
   }
-  tellDelegate(&Delegate::controllerDidPressSoftBannerActionButton, messageId_);
+  callDelegate(&Delegate::controllerDidPressSoftBannerActionButton, messageId_);
 }
 
 void KVViewController::readSoftMessage(const ViewRef&) {
   if (!delegateHas(&Delegate::controllerDidPressReadMessageButton)) return;
-  setMessageRead();
-  tellDelegate(&Delegate::controllerDidPressReadMessageButton, messageId_);
+  if (!markMessageRead()) return;
+  callDelegate(&Delegate::controllerDidPressReadMessageButton, messageId_);
   if (QWidget* const banner = view()) banner->hide();
 }
 
@@ -255,20 +178,27 @@ void KVViewController::showBanner(const QString& message, const QString& action,
   messageId_ = qlonglong(messageId);
   softActionUrlString_ = action;
   if (!banner) return;
-  // While it is hidden, its parts do not follow its size by themselves.
+  // The layout of a hidden widget is not updated automatically.
   if (banner->layout()) banner->layout()->activate();
   const double height = softMessageLabel_ ? measuredHeight(*softMessageLabel_, message) : 0;
-  banner->resize(banner->width(), int(std::ceil(height + kVerticalMargin)));
-  tellDelegate(&Delegate::controllerNeedToUpdateLayout);
+  viewObject()->setFrameSize({double(banner->width()), std::ceil(height + kVerticalMargin)});
+  callDelegate(&Delegate::controllerNeedToUpdateLayout);
   banner->show();
 }
 
-void KVViewController::setMessageRead() {
-  if (!persister_) return;
+void KVViewController::setMessageRead() { markMessageRead(); }
+
+bool KVViewController::markMessageRead() {
+  if (!persister_) return true;
   const QString key = QLatin1String(ServerMessages::kKey);
-  persister_->setObject(ServerMessages::withMessageRead(persister_->objectForKey(key).toList(),
-                                                        integerValue(messageId_)),
-                        key);
+  const Result<QVariantList> marked = ServerMessages::withMessageRead(
+      persister_->objectForKey(key).toList(), integerValue(messageId_));
+  if (!marked) {
+    logLine(u"KVViewController: %@", {messageOf(marked.error())});
+    return false;
+  }
+  persister_->setObject(*marked, key);
+  return true;
 }
 
 void KVViewController::setMessageLabel(QLabel* label) {

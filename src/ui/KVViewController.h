@@ -7,7 +7,7 @@
 
 #include "actions/KVAction.h"
 #include "core/KVPersister.h"
-#include "platform/Image.h"
+#include "platform/image/Image.h"
 #include "ui/ImageView.h"
 #include "ui/KVViewControllerDelegate.h"
 #include "ui/PopUpButton.h"
@@ -18,20 +18,20 @@ namespace kelvar {
 class KVViewController;
 using KVViewControllerRef = std::shared_ptr<KVViewController>;
 
-/// Controls one part of the panel: the row of a layer, a message line with an action, or the banner
-/// of a server's message; its form says which.
+/// Controls one part of the panel, depending on its form: the row of a layer, a message line with a
+/// button, or the banner of a server's message.
 ///
-/// It decides nothing: it shows what its owner puts into the properties, and reports what the user
-/// does to the delegate. After changing properties, call `reloadData`. The user's actions do not
-/// change them. Numbers are boxed, so that they can be none, which reads as 0. Main thread only,
-/// where nothing else is said. Forms: "KVViewController" and "KVResizeViewController" (the row,
+/// It shows the properties that its owner sets, and reports the user's actions to the delegate. It
+/// makes no decisions: the user's actions do not change the properties. After changing properties,
+/// call `reloadData`. Numbers are boxed so that they can be none, which reads as 0. Main thread
+/// only, unless noted. Forms: "KVViewController" and "KVResizeViewController" (the row,
 /// narrow and wide), "KVMessageLine", "KVSoftMessage" (the banner).
 class KELVAR_EXPORT KVViewController : public KVPersister, public ViewController {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// Null when there is no such form. See `ViewController` for what stands for none.
+  /// Null if there is no such form. See `ViewController` for the defaults.
   static KVViewControllerRef initWithNibName(const QString& nibName = {},
                                              const QString& bundle = {});
 
@@ -39,34 +39,34 @@ class KELVAR_EXPORT KVViewController : public KVPersister, public ViewController
   KVViewController(const QString& nibName, const QString& bundle);
 
   void viewDidLoad() override;
-  /// Shows the properties, and enables the layer's controls.
+  /// Shows the properties and enables the layer's controls.
   void reloadData();
   void enableLayerButton();
-  /// From any thread: disables image quality, flip and rotate when the main queue gets to it, which
-  /// is after a reload that follows at once.
+  /// Disables image quality, flip and rotate asynchronously on the main queue, and therefore after
+  /// a reload that follows immediately. Any thread.
   void disableLayerButton();
 
-  /// What the controls of a form call.
+  /// Actions of the form's controls.
   void includeInArtboardButtonDidChange(const ViewRef& sender);
   void refreshButtonDidPress(const ViewRef& sender);
   void flipButtonDidPress(const ViewRef& sender);
   void rotateButtonDidPress(const ViewRef& sender);
   void imageQualityPopupButtonDidChange(const ViewRef& sender);
-  /// Runs the action, or without one opens the address and tells the delegate.
+  /// Runs the action; without one, opens the URL and calls the delegate.
   void activateButtonDidPress(const ViewRef& sender);
-  /// Marks the banner's message read, opens its address, and tells the delegate.
+  /// Marks the banner's message as read, opens its URL, and calls the delegate.
   void softBannerMessageAction(const ViewRef& sender);
-  /// Marks the banner's message read, tells the delegate, and hides the banner.
+  /// Marks the banner's message as read, calls the delegate, and hides the banner.
   void readSoftMessage(const ViewRef& sender);
 
-  /// From any thread, done when the main queue gets to it: shows the banner with a message, as high
-  /// as the text needs at the width that the view has. `action` is an address, "" for none.
+  /// Shows the banner with a message, as high as the text needs at the view's width, asynchronously
+  /// on the main queue. `action` is a URL, "" for none. Any thread.
   void showSoftMessage(const QString& message, const QString& action, int64_t messageId);
-  /// Marks the banner's message read in the settings. Throws `std::invalid_argument` for a stored
-  /// message without its texts.
+  /// Marks the banner's message as read in the settings. A stored message without its texts is left
+  /// as it is, with a log line.
   void setMessageRead();
 
-  /// Texts of labels are never read as rich text: some come from servers.
+  /// Outlets. Labels show plain text only, as some texts come from servers.
   PopUpButton* imageQualityPopupButton() const { return imageQualityPopupButton_; }
   void setImageQualityPopupButton(PopUpButton* button) { imageQualityPopupButton_ = button; }
   QAbstractButton* layerRotateButton() const { return layerRotateButton_; }
@@ -86,31 +86,31 @@ class KELVAR_EXPORT KVViewController : public KVPersister, public ViewController
   QAbstractButton* softCloseButton() const { return softCloseButton_; }
   void setSoftCloseButton(QAbstractButton* button) { softCloseButton_ = button; }
 
-  /// Where `setMessageRead` reads and writes; there is one from `viewDidLoad` on.
+  /// The settings that `setMessageRead` changes; set by `viewDidLoad`.
   KVPersisterRef persister() const { return persister_; }
   void setPersister(KVPersisterRef persister) { persister_ = std::move(persister); }
-  /// Kept for the owner, as is the reference.
+  /// Not used here, as is `referenceID`: they are for the owner.
   QString reuseIdentifier() const { return reuseIdentifier_; }
   void setReuseIdentifier(const QString& identifier) { reuseIdentifier_ = identifier; }
   QString referenceID() const { return referenceID_; }
   void setReferenceID(const QString& referenceID) { referenceID_ = referenceID; }
 
-  /// Index of the item in the pop-up button; -1 when the row's layers differ.
+  /// The index of the item in the pop-up button; -1 if the row's layers differ.
   QVariant imageQuality() const { return imageQuality_; }
   void setImageQuality(const QVariant& number) { imageQuality_ = number; }
   /// 0 off, 1 on, -1 mixed.
   QVariant includeInArtboards() const { return includeInArtboards_; }
   void setIncludeInArtboards(const QVariant& number) { includeInArtboards_ = number; }
   ImageRef previewImage() const { return previewImage_; }
-  /// Keeps a copy, as everywhere in the panel.
+  /// Keeps a copy.
   void setPreviewImage(const ImageRef& image);
 
-  /// Null leaves the label as it is; so does the title with the button.
+  /// Null leaves the label as it is; likewise the title and the button.
   QString message() const { return message_; }
   void setMessage(const QString& message) { message_ = message; }
   QString actionTitle() const { return actionTitle_; }
   void setActionTitle(const QString& title) { actionTitle_ = title; }
-  /// Opened by the action button when there is no action. Empty for none.
+  /// Opened by the action button if there is no action. Empty for none.
   QUrl actionURL() const { return actionURL_; }
   void setActionURL(const QUrl& url) { actionURL_ = url; }
   KVActionRef action() const { return action_; }
@@ -119,7 +119,7 @@ class KELVAR_EXPORT KVViewController : public KVPersister, public ViewController
   QVariant messageId() const { return messageId_; }
   void setMessageId(const QVariant& number) { messageId_ = number; }
   QString softActionUrlString() const { return softActionUrlString_; }
-  void setSoftActionUrlString(const QString& address) { softActionUrlString_ = address; }
+  void setSoftActionUrlString(const QString& url) { softActionUrlString_ = url; }
 
   std::weak_ptr<KVViewControllerDelegate> delegate() const { return delegate_; }
   void setDelegate(std::weak_ptr<KVViewControllerDelegate> delegate) {
@@ -127,10 +127,12 @@ class KELVAR_EXPORT KVViewController : public KVPersister, public ViewController
   }
 
  private:
+  /// False, with a log line, for a damaged message.
+  bool markMessageRead();
   template <class Operation>
   bool delegateHas(Operation KVViewControllerDelegate::*operation) const;
   template <class Operation, class... Arguments>
-  void tellDelegate(Operation KVViewControllerDelegate::*operation, const Arguments&... arguments);
+  void callDelegate(Operation KVViewControllerDelegate::*operation, const Arguments&... arguments);
   void showBanner(const QString& message, const QString& action, int64_t messageId);
 
   QPointer<PopUpButton> imageQualityPopupButton_;

@@ -2,16 +2,16 @@
 
 #include <QVariantMap>
 
-#include "platform/Image.h"
+#include "platform/image/Image.h"
 #include "runtime/Object.h"
 
 namespace kelvar {
 
-/// One line of a menu.
+/// An item of a menu.
 class KELVAR_EXPORT MenuItem : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   static std::shared_ptr<MenuItem> separatorItem();
 
@@ -24,7 +24,10 @@ class KELVAR_EXPORT MenuItem : public Object {
   /// The map that the item was made from; invalid for a separator.
   QVariant representedObject() const { return representedObject_; }
   void setRepresentedObject(const QVariant& object) { representedObject_ = object; }
-  /// 1 when the open menu shows a check mark beside the item, else 0.
+  /// Not used here: it is for the owner.
+  int tag() const { return tag_; }
+  void setTag(int tag) { tag_ = tag; }
+  /// 1 if the open menu shows a check mark beside the item, else 0.
   int state() const { return state_; }
   void setState(int state) { state_ = state; }
 
@@ -33,6 +36,7 @@ class KELVAR_EXPORT MenuItem : public Object {
   QString title_;
   ImageRef image_;
   QVariant representedObject_;
+  int tag_ = 0;
   int state_ = 0;
 };
 

@@ -2,8 +2,10 @@
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QStylePainter>
+#include <algorithm>
 
 #include "ui/PopUpItemDelegate.h"
 #include "ui/Thumbnail.h"
@@ -13,8 +15,8 @@ namespace kelvar {
 namespace {
 
 constexpr int kMaxMenuWidth = 480;
-/// As high as the buttons beside it, or higher where its font is.
-constexpr int kLeastHeight = 28;
+/// The height of the buttons beside it, unless the font needs more.
+constexpr int kMinHeight = 28;
 
 bool opensMenu(const QKeyEvent& event) {
   switch (event.key()) {
@@ -49,26 +51,60 @@ PopUpButton::PopUpButton(QWidget* parent) : QComboBox(parent) {
     freeTitle_.clear();
     markSelection();
     faceChanged();
-    // The action may set another.
+    // A copy, as the action may replace itself.
+    const QPointer<PopUpButton> self(this);
     if (const Action action = action_) action(*this);
+    if (self) Q_EMIT itemWasChosen();
   });
 }
 
+PopUpButton::~PopUpButton() { setMenu(nullptr); }
+
 void PopUpButton::setMenu(KVMenuRef menu) {
-  const QSignalBlocker blocker(this);
+  if (menu_ && menu_->owner() == this) menu_->setOwner(nullptr);
   menu_ = std::move(menu);
+  if (menu_) menu_->setOwner(this);
+  showItems();
+}
+
+void PopUpButton::showItems() {
+  const QSignalBlocker blocker(this);
   clear();
   if (menu_) {
-    for (const MenuItemRef& item : menu_->items()) {
-      if (item->isSeparatorItem()) {
-        insertSeparator(count());
-      } else {
-        addItem(thumbnail(item->image(), iconSize()), item->title());
-      }
-    }
+    for (const MenuItemRef& item : menu_->items()) showItem(*item);
   }
   setCurrentIndex(-1);
   faceChanged();
+}
+
+void PopUpButton::showItem(const MenuItem& item) {
+  if (item.isSeparatorItem()) {
+    insertSeparator(count());
+  } else {
+    addItem(thumbnail(item.image(), iconSize()), item.title());
+  }
+}
+
+void PopUpButton::menuDidGrow() {
+  const QSignalBlocker blocker(this);
+  const int selected = currentIndex();
+  showItem(*menu_->items().last());
+  // A combo box selects its first item by itself.
+  setCurrentIndex(selected);
+}
+
+void PopUpButton::menuDidChange() {
+  const auto isMarked = [](const MenuItemRef& item) { return item->state() != 0; };
+  const auto marked = std::find_if(menu_->items().begin(), menu_->items().end(), isMarked);
+  showItems();
+  if (marked != menu_->items().end()) selectItemAtIndex(int(marked - menu_->items().begin()));
+}
+
+void PopUpButton::chooseItem(int index) {
+  if (!isEnabled()) return;
+  Q_EMIT PopUpNotifications::shared().willPopUp(this);
+  selectItemAtIndex(index);
+  Q_EMIT activated(index);
 }
 
 void PopUpButton::selectItemAtIndex(int index) {
@@ -112,10 +148,10 @@ bool PopUpButton::isMarked(int index) const {
   return item && item->state() != 0;
 }
 
-QSize PopUpButton::sizeHint() const { return QComboBox::sizeHint().expandedTo({0, kLeastHeight}); }
+QSize PopUpButton::sizeHint() const { return QComboBox::sizeHint().expandedTo({0, kMinHeight}); }
 
 QSize PopUpButton::minimumSizeHint() const {
-  return QComboBox::minimumSizeHint().expandedTo({0, kLeastHeight});
+  return QComboBox::minimumSizeHint().expandedTo({0, kMinHeight});
 }
 
 void PopUpButton::showPopup() {
@@ -138,7 +174,7 @@ void PopUpButton::paintEvent(QPaintEvent*) {
 QString PopUpButton::elided() const {
   QStyleOptionComboBox option;
   initStyleOption(&option);
-  // The icon and the style's margins beside it.
+  // The icon and the style's margins around it.
   const int taken = faceIcon().isNull() ? 4 : option.iconSize.width() + 8;
   const QRect field =
       style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
@@ -162,7 +198,7 @@ bool PopUpButton::eventFilter(QObject* watched, QEvent* event) {
   if (watched != view()->viewport() || event->type() != QEvent::MouseButtonRelease) {
     return QComboBox::eventFilter(watched, event);
   }
-  // A click on a separator would choose what the pointer was on before.
+  // A click on a separator would choose the item that the pointer was on before.
   const QModelIndex index = view()->indexAt(static_cast<QMouseEvent*>(event)->pos());
   return index.isValid() && !(index.flags() & Qt::ItemIsSelectable);
 }
@@ -174,7 +210,7 @@ void PopUpButton::markSelection() {
 }
 
 void PopUpButton::faceChanged() {
-  // Assistive technology reads the selection, which a face of its own is not.
+  // Assistive technology reads the selection, which may differ from the face.
   const QString face = title();
   setAccessibleDescription(face == currentText() ? QString() : face);
   update();

@@ -9,39 +9,41 @@ namespace kelvar {
 
 /// A pop-up button: a face, and a menu that opens over it.
 ///
-/// Its items come from a `KVMenu`, or are those that a form gives to a combo box. What the face
-/// shows can be set apart from the selection: an item, a free title, or nothing. A choice by the
-/// user runs the action, also when the same item is chosen again; what the program selects does
-/// not. There is no choice without the menu: keys that would change a combo box open it, and the
-/// wheel is left to whatever scrolls the button. A title that does not fit is cut in its middle;
-/// the tool tip then has the whole.
-class KELVAR_EXPORT PopUpButton : public QComboBox {
+/// Its items come from a `KVMenu`, or are those that a form gives to a combo box. The face can show
+/// something other than the selection: an item, a free title, or nothing. When the user chooses an
+/// item, even the same one again, the action runs; selecting by program does not run it. Items can
+/// only be chosen in the menu: keys that would change a combo box open it, and the wheel is left to
+/// the scroll area around the button. A title that does not fit is elided in the middle; the tool
+/// tip then shows all of it.
+class KELVAR_EXPORT PopUpButton : public QComboBox, private KVMenu::Owner {
   Q_OBJECT
 
  public:
   explicit PopUpButton(QWidget* parent = nullptr);
+  ~PopUpButton() override;
 
   KVMenuRef menu() const { return menu_; }
   /// Replaces the items and selects none. Null for no items.
   void setMenu(KVMenuRef menu);
 
-  /// -1 when none is selected. Of items that cannot be selected, none is.
+  /// -1 if none is selected.
   int indexOfSelectedItem() const { return currentIndex(); }
-  /// Also marks the item in the menu, and no other. The face shows it.
+  /// Shows the item on the face and marks it, and no other, in the menu. Selects none if the item
+  /// cannot be selected.
   void selectItemAtIndex(int index);
-  /// Null when none is selected, or the items are a form's.
+  /// Null if none is selected, or if the items are a form's.
   MenuItemRef selectedItem() const;
 
-  /// Whether the face follows the selection; at first it does. Else it shows `faceItem`.
+  /// Whether the face shows the selection, which is the default, or `faceItem`.
   bool usesItemFromMenu() const { return usesItemFromMenu_; }
   void setUsesItemFromMenu(bool uses);
   /// Null for an empty face.
   MenuItemRef faceItem() const { return faceItem_; }
   void setFaceItem(MenuItemRef item);
 
-  /// Shows a title on the face, until an item is selected, and selects none.
+  /// Deselects all items, and shows a title on the face until one is selected.
   void setTitle(const QString& title);
-  /// What the face reads.
+  /// The text on the face.
   QString title() const;
 
   /// Whether the menu shows a check mark beside the item.
@@ -50,14 +52,18 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   bool allowsMixedState() const { return allowsMixedState_; }
   void setAllowsMixedState(bool allows) { allowsMixedState_ = allows; }
 
-  /// What a choice by the user runs; the one before is forgotten.
+  /// Does what the user's choosing the item does: announces that the menu will open, selects the
+  /// item and runs the action. Nothing if the button is disabled.
+  void chooseItem(int index) override;
+
+  /// Runs when the user chooses an item. Replaces the previous action.
   using Action = std::function<void(PopUpButton&)>;
   void setAction(Action action) { action_ = std::move(action); }
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
-  /// Posts that the menu is about to open, then opens it.
+  /// Announces through `PopUpNotifications` that the menu will open, then opens it.
   void showPopup() override;
 
  protected:
@@ -67,11 +73,20 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   void wheelEvent(QWheelEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
+ Q_SIGNALS:
+  /// Emitted when the user has chosen an item, after the action.
+  void itemWasChosen();
+
  private:
+  /// Shows the items as they are now, with the same selection.
+  void menuDidChange() override;
+  void menuDidGrow() override;
+  void showItems();
+  void showItem(const MenuItem& item);
   void markSelection();
   void faceChanged();
   QIcon faceIcon() const;
-  /// The title as it fits.
+  /// The title, elided to fit.
   QString elided() const;
 
   KVMenuRef menu_;
@@ -82,7 +97,7 @@ class KELVAR_EXPORT PopUpButton : public QComboBox {
   Action action_;
 };
 
-/// Tells every listener in the process that some pop-up button is about to open its menu.
+/// Signals that any pop-up button in the process is about to open its menu.
 class KELVAR_EXPORT PopUpNotifications : public QObject {
   Q_OBJECT
 

@@ -17,13 +17,13 @@ constexpr int kSeparatorHeight = 9;
 
 constexpr float kSeparatorAlpha = 0.35F;
 
-/// As combo boxes mark theirs.
+/// Combo boxes mark separators this way.
 bool isSeparator(const QModelIndex& index) {
   return index.data(Qt::AccessibleDescriptionRole) == QStringLiteral("separator");
 }
 
 void drawSeparator(QPainter& painter, const QStyleOptionViewItem& option) {
-  // A separator counts as disabled, whose color is too pale for a line.
+  // Separators are disabled items, and the disabled color is too pale for a line.
   QColor color = option.palette.color(QPalette::Active, QPalette::Text);
   color.setAlphaF(kSeparatorAlpha);
   const QRect line(option.rect.left() + kRowPadding, option.rect.center().y(),
@@ -78,10 +78,10 @@ QSize PopUpItemDelegate::sizeHint(const QStyleOptionViewItem& option,
   if (isSeparator(index)) return {0, kSeparatorHeight};
   QStyleOptionViewItem item = option;
   initStyleOption(&item, index);
-  const int picture = item.icon.isNull() ? 0 : item.decorationSize.width() + kRowPadding;
+  const int image = item.icon.isNull() ? 0 : item.decorationSize.width() + kRowPadding;
   const int height = std::max({kRowHeight, item.fontMetrics.height() + kRowPadding,
                                item.icon.isNull() ? 0 : item.decorationSize.height() + 6});
-  return {kMarkColumn + picture + item.fontMetrics.horizontalAdvance(item.text) + 4 * kRowPadding,
+  return {kMarkColumn + image + item.fontMetrics.horizontalAdvance(item.text) + 4 * kRowPadding,
           height};
 }
 

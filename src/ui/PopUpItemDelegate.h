@@ -6,7 +6,7 @@ namespace kelvar {
 
 class PopUpButton;
 
-/// Draws the open menu of a pop-up button: a column for check marks, then picture and title, and
+/// Draws the open menu of a pop-up button: a column for check marks, then image and title, and
 /// lines for separators.
 class PopUpItemDelegate : public QStyledItemDelegate {
   Q_OBJECT

@@ -7,12 +7,12 @@
 
 namespace kelvar {
 
-/// How a shadow falls. Lengths are points; a positive height moves it up; a colour that is not
-/// valid casts none.
+/// A drop shadow's parameters. Lengths are points; a positive height moves it up; with an invalid
+/// color there is no shadow.
 class KELVAR_EXPORT Shadow : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   QSizeF offset() const { return offset_; }
   void setOffset(const QSizeF& offset) { offset_ = offset; }

@@ -8,10 +8,10 @@ namespace {
 
 constexpr int kPixelsPerPoint = 2;
 
-/// As large as `size`, the picture in its middle.
-QPixmap fitted(const QImage& picture, const QSize& size) {
-  const QImage scaled = picture.scaled(picture.size().scaled(size, Qt::KeepAspectRatio),
-                                       Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+/// A pixmap of that size, with the image centered in it.
+QPixmap fitted(const QImage& image, const QSize& size) {
+  const QImage scaled = image.scaled(image.size().scaled(size, Qt::KeepAspectRatio),
+                                     Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   QPixmap pixmap(size);
   pixmap.fill(Qt::transparent);
   QPainter painter(&pixmap);

@@ -2,12 +2,12 @@
 
 #include <QIcon>
 
-#include "platform/Image.h"
+#include "platform/image/Image.h"
 
 namespace kelvar {
 
-/// A picture in proportion at a size in points that icons have, sharp up to two pixels a point.
-/// Empty for null. What was made lately is kept.
+/// The image scaled to fit an icon of `size` points, sharp up to two pixels per point. Empty for
+/// null. Recent icons are cached.
 QIcon thumbnail(const ImageRef& image, const QSize& size);
 
 }  // namespace kelvar

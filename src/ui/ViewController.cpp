@@ -17,8 +17,10 @@ QWidget* ViewController::view() {
 
 ViewRef ViewController::viewObject() {
   if (view_) return view_;
-  view_ = InterfaceFile::load(nibName_, bundle_, dynamic_cast<Object&>(*this));
+  auto& self = dynamic_cast<Object&>(*this);
+  view_ = InterfaceFile::load(nibName_, bundle_, self);
   if (view_) {
+    view_->setController(self.weak_from_this());
     viewDidLoad();
   } else {
     logLine(u"ViewController: there is no form %@", {nibName_});

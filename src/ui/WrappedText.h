@@ -6,13 +6,12 @@
 
 namespace kelvar {
 
-/// Plain text in lines of a given width in points, broken between words, and within a word that
-/// is wider than a line. Lines are as far apart as the font wants.
+/// Plain text wrapped to a width in points, at words, or inside a word that is wider than a line.
 class WrappedText {
  public:
   WrappedText(const QString& text, const QFont& font, double width);
 
-  /// Of all lines; that of one line for the empty text.
+  /// In points. The height of one line for an empty text.
   double height() const { return height_; }
   void draw(QPainter* painter, const QPointF& topLeft) const { layout_.draw(painter, topLeft); }
 

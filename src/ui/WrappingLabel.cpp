@@ -8,8 +8,8 @@
 namespace kelvar {
 namespace {
 
-constexpr int kUsualWidth = 300;
-constexpr int kLeastWidth = 60;
+constexpr int kDefaultWidth = 300;
+constexpr int kMinWidth = 60;
 
 }  // namespace
 
@@ -31,10 +31,10 @@ int WrappingLabel::heightForWidth(int width) const {
   return int(std::ceil(wrapped.height())) + margins().height();
 }
 
-QSize WrappingLabel::sizeHint() const { return {kUsualWidth, heightForWidth(kUsualWidth)}; }
+QSize WrappingLabel::sizeHint() const { return {kDefaultWidth, heightForWidth(kDefaultWidth)}; }
 
 QSize WrappingLabel::minimumSizeHint() const {
-  return {kLeastWidth, fontMetrics().height() + margins().height()};
+  return {kMinWidth, fontMetrics().height() + margins().height()};
 }
 
 void WrappingLabel::paintEvent(QPaintEvent*) {

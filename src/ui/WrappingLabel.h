@@ -6,8 +6,8 @@
 
 namespace kelvar {
 
-/// Plain text in as many lines as it needs, with its `margin` free on all sides, and its contents
-/// margins beside it. It can become narrower than its words.
+/// Plain text wrapped to the label's width, inside its `margin` and contents margins. It can become
+/// narrower than its longest word.
 class KELVAR_EXPORT WrappingLabel : public QLabel {
   Q_OBJECT
 
@@ -23,7 +23,7 @@ class KELVAR_EXPORT WrappingLabel : public QLabel {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  /// Free at either side, and above and below.
+  /// The sum of both sides' margins.
   QSize margins() const;
 };
 

@@ -6,9 +6,9 @@
 
 namespace kelvar {
 
-/// Answers the event that asks for a tool tip with the whole of a text that is shown cut short.
+/// Handles a tool tip event by showing the whole of a text that is elided.
 inline bool showWholeText(QWidget* widget, const QEvent* event, const QString& text) {
-  // As HTML, whose lines are broken where the tool tip is too wide.
+  // HTML wraps where plain text would make the tool tip too wide.
   const QString whole = QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
   QToolTip::showText(static_cast<const QHelpEvent*>(event)->globalPos(), whole, widget);
   return true;

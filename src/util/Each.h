@@ -11,21 +11,21 @@
 
 namespace kelvar {
 
-/// What a broadcast ends in that nobody understands.
+/// Thrown when no element implements the operation.
 class KELVAR_EXPORT UnrecognizedOperation : public std::logic_error {
  public:
   UnrecognizedOperation();
   ~UnrecognizedOperation() override;
 };
 
-/// Sends one call to every element of a list that understands it, in the list's order:
+/// Calls one operation on every element of a list that implements it, in the list's order:
 ///
 ///   each(trackers)(&Tracker::track, name, properties);
 ///
-/// An element understands an operation when its type implements the class that declares it; the
-/// others are skipped, null ones too. The call is made on a copy of the list, so a receiver may
-/// change its owner's. Arguments reach every element unmoved, results are dropped, and what a
-/// receiver throws ends the broadcast. `Element` needs a virtual function.
+/// An element implements an operation if its type derives from the class that declares it. Other
+/// elements and null are skipped. The call iterates over a copy, so receivers may change the list.
+/// Arguments are passed unmoved to every element and results are dropped; an exception from a
+/// receiver ends the broadcast. `Element` must have a virtual function.
 template <class Element>
 class Each {
  public:
@@ -36,21 +36,21 @@ class Each {
   const Array& array() const { return array_; }
   void setArray(Array array) { array_ = std::move(array); }
 
-  /// Whether some element understands the operation, or it is the proxy's own.
+  /// Whether any element, or the proxy itself, implements the operation.
   template <class Interface, class Operation>
   bool respondsTo(Operation Interface::*) const {
     return std::is_same_v<Interface, Each> || firstResponder<Interface>() != nullptr;
   }
 
-  /// Throws `UnrecognizedOperation` when nobody understands the operation, so that no call to an
-  /// empty list passes for done.
+  /// Throws `UnrecognizedOperation` if no element implements the operation, so that a call on an
+  /// empty list does not go unnoticed.
   template <class Interface, class Operation, class... Arguments>
   void operator()(Operation Interface::*operation, const Arguments&... arguments) const {
     if (!firstResponder<Interface>()) throw UnrecognizedOperation();
     forward(operation, arguments...);
   }
 
-  /// The same, but nobody at all is no error.
+  /// The same, but it is not an error if no element implements the operation.
   template <class Interface, class Operation, class... Arguments>
   void forward(Operation Interface::*operation, const Arguments&... arguments) const {
     const Array receivers = array_;

@@ -8,7 +8,7 @@
 namespace kelvar {
 namespace {
 
-// Both texts are what people search their logs for, "32" and all.
+// Users search their logs for these texts, including the "32".
 constexpr QStringView kDecodingFailed = u"WARNING: error occured while decoding base 32 string: %@";
 constexpr QStringView kEncodingFailed =
     u"WARNING: error occured while tring to encode base 32 data: %@";

@@ -5,8 +5,8 @@
 
 namespace kelvar {
 
-/// Puts a list's elements into a random order in place, every order being as likely as any other,
-/// and returns the list. `List` has a size and an index, like `QList`.
+/// Shuffles a list in place, with every order equally likely, and returns it. `List` needs a size
+/// and an index operator, like `QList`.
 template <class List>
 List& shuffle(List& list) {
   using Distance = std::uniform_int_distribution<qsizetype>;

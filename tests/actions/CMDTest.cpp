@@ -13,7 +13,7 @@
 namespace kelvar {
 namespace {
 
-class Command : public testing::Test {
+class CMDTest : public testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(dir_.isValid() && other_.isValid()); }
 
@@ -36,7 +36,7 @@ class Command : public testing::Test {
   QTemporaryDir other_;
 };
 
-TEST_F(Command, RunsAProgramInItsDirectory) {
+TEST_F(CMDTest, RunsProgramInItsDirectory) {
   write(dir_, QStringLiteral("a file"), "");
   write(dir_, QStringLiteral("ls"), "#!/bin/sh\necho the wrong one\n");
   EXPECT_EQ(command().exec(QStringLiteral("ls -1")), QStringLiteral("a file\nls\n"));
@@ -45,7 +45,7 @@ TEST_F(Command, RunsAProgramInItsDirectory) {
   EXPECT_EQ(CMD().exports(), QStringLiteral("/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin"));
 }
 
-TEST_F(Command, WordsStandBetweenSingleBlanks) {
+TEST_F(CMDTest, SplitsWordsAtSingleSpaces) {
   write(dir_, QStringLiteral("words"), "#!/bin/sh\nprintf '<%s>' \"$@\"\n");
   const std::pair<const char16_t*, const char16_t*> cases[] = {
       {u"words", u"<>"},  // What printf makes of no argument.
@@ -59,14 +59,14 @@ TEST_F(Command, WordsStandBetweenSingleBlanks) {
   }
 }
 
-TEST_F(Command, BothStreamsAreOneAsWritten) {
+TEST_F(CMDTest, MergesBothStreamsInOrder) {
   write(dir_, QStringLiteral("both"),
         "#!/bin/sh\necho 1\necho 2 >&2\necho 3\nprintf %s \"$PATH\"\nexit 7\n");
   EXPECT_EQ(command().exec(QStringLiteral("both")),
             QStringLiteral("1\n2\n3\n") + qEnvironmentVariable("PATH"));
 }
 
-TEST_F(Command, TheFirstFileOfTheNameIsTheProgram) {
+TEST_F(CMDTest, FirstFileOfThatNameIsTheProgram) {
   write(dir_, QStringLiteral("tool"), "#!/bin/sh\necho cd\n");
   write(other_, QStringLiteral("tool"), "#!/bin/sh\necho exports\n");
   CMD cmd = command();
@@ -75,43 +75,41 @@ TEST_F(Command, TheFirstFileOfTheNameIsTheProgram) {
   EXPECT_EQ(cmd.exec(QStringLiteral("tool")), QStringLiteral("exports\n"));
   cmd.setExports(QString());
   EXPECT_EQ(cmd.exec(QStringLiteral("tool")), QStringLiteral("cd\n"));
-  // Whether it can be run is not asked while searching.
+  // The search does not check whether the file is executable.
   write(other_, QStringLiteral("tool"), "text", false);
   cmd.setExports(other_.path());
-  QString error;
-  EXPECT_TRUE(cmd.exec(QStringLiteral("tool"), &error).isNull());
-  EXPECT_FALSE(error.isNull());
-  // The directory of the caller's that `cd` is relative to is not the program's.
+  EXPECT_FALSE(cmd.run(QStringLiteral("tool")));
+  EXPECT_TRUE(cmd.exec(QStringLiteral("tool")).isNull());
+  // `cd` is relative to the caller's working directory, not to the program's.
   cmd.setExports(QStringLiteral("/nowhere"));
   cmd.setCd(QDir::current().relativeFilePath(dir_.path()));
   EXPECT_EQ(cmd.exec(QStringLiteral("tool")), QStringLiteral("cd\n"));
 }
 
-TEST_F(Command, TellsWhatWasNotLaunched) {
-  QString error;
+TEST_F(CMDTest, ReportsWhatWasNotLaunched) {
   const LogCapture log;
   for (const char* line : {"no-such-program a", "", " ls", "/bin/ls"}) {
-    error.clear();
-    EXPECT_TRUE(command().exec(QLatin1String(line), &error).isNull()) << line;
-    EXPECT_FALSE(error.isNull()) << line;
+    EXPECT_TRUE(command().exec(QLatin1String(line)).isNull()) << line;
   }
+  EXPECT_EQ(log.lines().size(), 4);
   EXPECT_TRUE(log.lines().contains(QStringLiteral("CMD: there is no program \"no-such-program\"")));
   CMD nowhere;
   nowhere.setCd(QStringLiteral("/nowhere"));
-  EXPECT_TRUE(nowhere.exec(QStringLiteral("ls"), &error).isNull());
-  EXPECT_TRUE(error.contains(QStringLiteral("/nowhere"))) << qPrintable(error);
+  const Result<QString> output = nowhere.run(QStringLiteral("ls"));
+  ASSERT_FALSE(output);
+  EXPECT_NE(output.error().message.find("/nowhere"), std::string::npos) << output.error().message;
 }
 
-TEST_F(Command, OutputIsUtf8) {
+TEST_F(CMDTest, OutputIsUtf8) {
   write(dir_, QStringLiteral("latin1"), "#!/bin/sh\nprintf '\\344'\n");
-  QString error;
-  EXPECT_TRUE(command().exec(QStringLiteral("latin1"), &error).isNull());
-  EXPECT_TRUE(error.isNull()) << "it was launched: " << qPrintable(error);
+  const Result<QString> output = command().run(QStringLiteral("latin1"));
+  ASSERT_FALSE(output);
+  EXPECT_EQ(output.error().kind, Error::Kind::Damaged) << "it was launched";
   const QString nothing = command().exec(QStringLiteral("true"));
   EXPECT_TRUE(nothing.isEmpty() && !nothing.isNull());
 }
 
-TEST_F(Command, BashActionsLookForTheHostsWords) {
+TEST_F(CMDTest, BashActionsLookForHostOutput) {
   EXPECT_EQ(KVBashAction::nothing()->command(), QStringLiteral("echo please restart manually"));
   EXPECT_FALSE(KVBashAction::nothing()->exec());
   EXPECT_EQ(KVBashAction::restart()->command(),
@@ -125,7 +123,7 @@ TEST_F(Command, BashActionsLookForTheHostsWords) {
   }
 }
 
-TEST_F(Command, IsReachedBySelector) {
+TEST_F(CMDTest, IsCallableBySelector) {
   const ClassInfo* const cmd = ClassInfo::find(QStringLiteral("CMD"));
   ASSERT_TRUE(cmd);
   const auto runner = cmd->create(QStringLiteral("init"));

@@ -10,14 +10,14 @@
 #include "platform/Browser.h"
 #include "platform/Bundle.h"
 #include "platform/LogCapture.h"
-#include "platform/SystemFacts.h"
-#include "platform/UserDefaults.h"
+#include "platform/SystemInfo.h"
+#include "platform/store/UserDefaults.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
 namespace {
 
-class ExternalActions : public testing::Test {
+class KVExternalActionsHandlerTest : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(dir_.isValid());
@@ -49,7 +49,7 @@ class ExternalActions : public testing::Test {
   std::shared_ptr<CounterTracker> counter_ = std::make_shared<CounterTracker>();
 };
 
-TEST_F(ExternalActions, ButtonsLogCountAndOpen) {
+TEST_F(KVExternalActionsHandlerTest, ButtonsLogTrackAndOpen) {
   const struct {
     const char* button;
     const char* event;
@@ -74,7 +74,7 @@ TEST_F(ExternalActions, ButtonsLogCountAndOpen) {
   EXPECT_EQ(browser_.opened.size(), qsizetype(std::size(cases)));
 }
 
-TEST_F(ExternalActions, TheSiteIsAHostOrAnAddress) {
+TEST_F(KVExternalActionsHandlerTest, SiteIsHostOrUrl) {
   const std::pair<const char*, const char*> cases[] = {
       {"vendor.example:8080", "http://vendor.example:8080/kelvar/support"},
       {"http://vendor.example", "http://vendor.example/kelvar/support"},
@@ -88,7 +88,7 @@ TEST_F(ExternalActions, TheSiteIsAHostOrAnAddress) {
   }
 }
 
-TEST_F(ExternalActions, NobodyWhoCountsAndNoSiteAreNoFailures) {
+TEST_F(KVExternalActionsHandlerTest, WorksWithoutTrackerOrSite) {
   share({});
   press("supportButtonDidPress");
   EXPECT_EQ(browser_.opened.size(), 1);
@@ -97,7 +97,7 @@ TEST_F(ExternalActions, NobodyWhoCountsAndNoSiteAreNoFailures) {
   EXPECT_EQ(browser_.opened.size(), 1);
 }
 
-TEST_F(ExternalActions, AddressesTellTheSetup) {
+TEST_F(KVExternalActionsHandlerTest, UrlsDescribeSetup) {
   Bundle::setHostInformation(
       {{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("52.1")},
        {QStringLiteral("CFBundleVersion"), QStringLiteral("8&2=#%1")}});
@@ -107,7 +107,7 @@ TEST_F(ExternalActions, AddressesTellTheSetup) {
       QStringLiteral("http://vendor.example/kelvar/support?old=1"));
   EXPECT_EQ(url.path(), QStringLiteral("/kelvar/support"));
   const QByteArray system =
-      QUrl::toPercentEncoding(SystemFacts::operatingSystemVersionString(), "!$&'*+,/:;=?@");
+      QUrl::toPercentEncoding(SystemInfo::operatingSystemVersionString(), "!$&'*+,/:;=?@");
   EXPECT_TRUE(system.startsWith("Version%20") && system.endsWith("%29")) << system.constData();
   EXPECT_EQ(url.query(QUrl::FullyEncoded).toLatin1(),
             "code=kelvar&osVersion=" + system +
@@ -115,7 +115,7 @@ TEST_F(ExternalActions, AddressesTellTheSetup) {
                 "&pluginBuild=1&pluginEnv=production&email=a+b@user.example");
 }
 
-TEST_F(ExternalActions, WhatIsNotKnownIsNull) {
+TEST_F(KVExternalActionsHandlerTest, UnknownValuesAreNull) {
   const KVExternalActionsHandler handler;
   const QString key = QStringLiteral("io.kelvarlabs.kelvar.email");
   for (const QVariant& email : {QVariant(), QVariant(QStringLiteral("")), QVariant(5)}) {

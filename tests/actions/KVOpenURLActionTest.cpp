@@ -9,7 +9,7 @@
 namespace kelvar {
 namespace {
 
-TEST(OpenURLAction, OpensWebPagesAndMailsAlone) {
+TEST(KVOpenURLActionTest, OpensOnlyWebAndMailUrls) {
   Browser browser({"http", "https", "mailto", "file", "ftp", "javascript"});
   const std::pair<const char*, bool> cases[] = {
       {"http://vendor.example/a?b=c#d", true},
@@ -34,14 +34,14 @@ TEST(OpenURLAction, OpensWebPagesAndMailsAlone) {
   EXPECT_FALSE(KVOpenURLAction().exec());
 }
 
-TEST(OpenURLAction, TellsTheLogWhatItRefuses) {
+TEST(KVOpenURLActionTest, LogsRejectedUrls) {
   const LogCapture log;
   EXPECT_FALSE(KVOpenURLAction::openURL(QStringLiteral("file:///etc/passwd"))->exec());
   EXPECT_EQ(log.lines(),
             QStringList(QStringLiteral("Workspace: file:///etc/passwd is not opened")));
 }
 
-TEST(OpenURLAction, IsAnActionToScripts) {
+TEST(KVOpenURLActionTest, IsActionForScripts) {
   Browser browser({"https"});
   const ClassInfo* const info = ClassInfo::find(QStringLiteral("KVOpenURLAction"));
   ASSERT_TRUE(info);

@@ -11,7 +11,7 @@ namespace {
 const QString kA = QStringLiteral("a");
 const QVariantMap kOne{{kA, 1}};
 
-TEST(Event, IsEqualToOneWithTheSameContents) {
+TEST(EventTest, ComparesContents) {
   const std::tuple<EventRef, EventRef, bool> cases[] = {
       {Event::eventWithName(kA, kOne), Event::eventWithName(kA, kOne), true},
       {Event::eventWithName(kA, kOne), Event::eventWithName(kA, QVariantMap()), false},
@@ -25,14 +25,14 @@ TEST(Event, IsEqualToOneWithTheSameContents) {
   }
 }
 
-TEST(Event, IsDescribedInALine) {
+TEST(EventTest, DescribesItselfInOneLine) {
   EXPECT_EQ(Event::eventWithName(kA, kOne)->description(), QStringLiteral("<Event: a, {\"a\":1}>"));
   EXPECT_EQ(Event::eventWithName({}, {})->description(), QStringLiteral("<Event: (null), (null)>"));
   EXPECT_EQ(Event::eventWithName(QStringLiteral("%2"), kOne)->description(),
             QStringLiteral("<Event: %2, {\"a\":1}>"));
 }
 
-TEST(MutableTimedEvent, CountsInFloats) {
+TEST(MutableTimedEventTest, AddsInFloats) {
   const std::tuple<QVariant, QVariant, float> cases[] = {{{}, 1, 1},
                                                          {2, 1, 3},
                                                          {true, 0.5, 1.5},
@@ -53,7 +53,7 @@ TEST(MutableTimedEvent, CountsInFloats) {
   }
 }
 
-TEST(MutableTimedEvent, MergesPropertiesWithoutTouchingTheOldOnes) {
+TEST(MutableTimedEventTest, MergesPropertiesIntoNewMap) {
   const auto event = MutableTimedEvent::timedEventWithName(kA, {}, 0);
   event->appendProperties({});
   EXPECT_EQ(event->properties(), QVariantMap());
@@ -65,7 +65,7 @@ TEST(MutableTimedEvent, MergesPropertiesWithoutTouchingTheOldOnes) {
   EXPECT_EQ(event->properties(), (QVariantMap{{kA, 3.0f}, {QStringLiteral("b"), 3}}));
 }
 
-TEST(Events, AreReachedByNameAndKey) {
+TEST(EventTest, ClassesAreAccessibleByNameAndKey) {
   const ClassInfo* const info = ClassInfo::find(QStringLiteral("MutableTimedEvent"));
   ASSERT_TRUE(info);
   const auto made = info->callClass(QStringLiteral("timedEventWithName:properties:sessionLength:"),

@@ -10,7 +10,7 @@
 
 namespace kelvar {
 
-/// A run loop whose time the test moves.
+/// A run loop whose clock the test advances.
 class ManualRunLoop : public RunLoop {
  public:
   double mediaTime() const override { return now_; }
@@ -21,7 +21,7 @@ class ManualRunLoop : public RunLoop {
     return token;
   }
 
-  /// Does what is due meanwhile, in its order.
+  /// Runs the tasks that become due meanwhile, in order.
   void advance(double seconds) {
     const double end = now_ + seconds;
     const auto isEarlier = [](const Due& a, const Due& b) { return a.time < b.time; };

@@ -12,7 +12,8 @@
 #include "analytics/SegmentServer.h"
 #include "analytics/finishReporting.h"
 #include "platform/LogCapture.h"
-#include "platform/URLSession.h"
+#include "platform/QtError.h"
+#include "platform/network/URLSession.h"
 #include "util/MF_Base64Codec.h"
 
 namespace kelvar {
@@ -36,7 +37,7 @@ QByteArray gzip(QByteArray bytes) {
   return packed.first(qsizetype(stream.total_out));
 }
 
-class Segment : public SegmentServer {
+class SegmentIOTrackerTest : public SegmentServer {
  protected:
   static std::shared_ptr<SegmentIOTracker> tracker() {
     const auto tracker = std::make_shared<SegmentIOTracker>(kKey);
@@ -44,7 +45,7 @@ class Segment : public SegmentServer {
     return tracker;
   }
 
-  /// An address that nobody listens at.
+  /// A URL that nothing listens on.
   static QByteArray nobody() {
     QTcpServer server;
     server.listen(QHostAddress::LocalHost);
@@ -66,7 +67,7 @@ class Segment : public SegmentServer {
   const QString b_ = QStringLiteral("b");
 };
 
-TEST_F(Segment, LooksThePlaceUpOnceAndSendsWhatWaited) {
+TEST_F(SegmentIOTrackerTest, LocatesOnceAndSendsQueuedEvents) {
   const Server events({Server::http("{}")});
   const Server places({Server::http(kPlace)});
   use(events, places);
@@ -81,7 +82,7 @@ TEST_F(Segment, LooksThePlaceUpOnceAndSendsWhatWaited) {
   ASSERT_TRUE(runUntilReceived(events, 2));
   EXPECT_TRUE(segment->pendingEvents().isEmpty());
   segment->addSuperProperties({{a_, 3}});
-  EXPECT_EQ(super->value(a_), 3) << "shared with whoever set them";
+  EXPECT_EQ(super->value(a_), 3) << "shared with the caller";
   segment->track(QStringLiteral("third"), {});
   ASSERT_TRUE(runUntilReceived(events, 3));
 
@@ -102,7 +103,7 @@ TEST_F(Segment, LooksThePlaceUpOnceAndSendsWhatWaited) {
       << "when it was tracked, not when it was sent";
 }
 
-TEST_F(Segment, WhatComesOfTheLookup) {
+TEST_F(SegmentIOTrackerTest, HandlesEveryLookupResult) {
   const struct {
     const char* what;
     QByteArray answer;
@@ -134,7 +135,7 @@ TEST_F(Segment, WhatComesOfTheLookup) {
   }
 }
 
-TEST_F(Segment, ThousandsOfEventsArriveInOrderOnce) {
+TEST_F(SegmentIOTrackerTest, ThousandsOfEventsArriveInOrderOnce) {
   const auto trackAndReceive = [this](int count) {
     const Server events({Server::http("{}", "200 OK", "keep-alive")});
     const Server places({Server::http(kPlace)});
@@ -153,12 +154,12 @@ TEST_F(Segment, ThousandsOfEventsArriveInOrderOnce) {
   trackAndReceive(10);  // What is made once is made.
   const size_t before = mallinfo2().uordblks;
   trackAndReceive(2'000);
-  // An event of its own takes more than a kilobyte while it waits.
+  // A waiting event on its own takes more than a kilobyte.
   EXPECT_TRUE(runUntil([&] { return mallinfo2().uordblks < before + 1'000'000; }))
       << before << " bytes before, " << mallinfo2().uordblks << " after";
 }
 
-TEST_F(Segment, IsAliveUntilTheLookupIsAnswered) {
+TEST_F(SegmentIOTrackerTest, LivesUntilLookupIsAnswered) {
   const Server events({Server::http("{}")});
   const Server places({Server::http(kPlace)});
   use(events, places);
@@ -173,7 +174,7 @@ TEST_F(Segment, IsAliveUntilTheLookupIsAnswered) {
   EXPECT_TRUE(runUntil([&] { return watched.expired(); }));
 }
 
-TEST_F(Segment, FailuresAreLoggedAndNothingIsRetried) {
+TEST_F(SegmentIOTrackerTest, LogsFailuresAndNeverRetries) {
   const struct {
     QByteArray answer;
     QStringList lines;
@@ -210,7 +211,7 @@ TEST_F(Segment, FailuresAreLoggedAndNothingIsRetried) {
   }
 }
 
-TEST_F(Segment, SilentAndAbsentServersAreLoggedAndNotAskedAgain) {
+TEST_F(SegmentIOTrackerTest, LogsSilentAndAbsentServersAndNeverRetries) {
   const std::pair<bool, const char*> cases[] = {
       {true, "Segment: response (null) error the server did not answer in time"},
       {false, "Segment: response (null) error Connection refused"}};
@@ -232,8 +233,8 @@ TEST_F(Segment, SilentAndAbsentServersAreLoggedAndNotAskedAgain) {
   URLSession::shared()->setTimeout(std::chrono::seconds(30));
 }
 
-/// A silent location service is given up early enough, and so is none.
-TEST_F(Segment, WhatWaitsAtTheEndIsSentWithoutALocation) {
+/// A silent location service is abandoned early enough, and so is a missing one.
+TEST_F(SegmentIOTrackerTest, QueuedEventsAreSentWithoutLocationAtExit) {
   for (const bool hasService : {true, false}) {
     const Server events({Server::http("{}")});
     const Server places({QByteArray()});
@@ -248,7 +249,7 @@ TEST_F(Segment, WhatWaitsAtTheEndIsSentWithoutALocation) {
   }
 }
 
-TEST_F(Segment, AnEventThatWaitsNeedsNameAndProperties) {
+TEST_F(SegmentIOTrackerTest, QueuedEventRequiresNameAndProperties) {
   const auto segment = tracker();
   EXPECT_THROW(segment->track({}, QVariantMap()), std::invalid_argument);
   EXPECT_TRUE(segment->isObtainingLocation());
@@ -267,7 +268,7 @@ TEST_F(Segment, AnEventThatWaitsNeedsNameAndProperties) {
   EXPECT_TRUE(segment->pendingEvents().isEmpty()) << "what waited goes first";
 }
 
-TEST_F(Segment, IdentifiesAndAliases) {
+TEST_F(SegmentIOTrackerTest, IdentifiesAndAliases) {
   const Server events({Server::http("{}")});
   use(events, events);
   const auto segment = tracker();
@@ -298,7 +299,7 @@ TEST_F(Segment, IdentifiesAndAliases) {
   }
 }
 
-TEST_F(Segment, NothingLeavesTheMachineUnlessConfiguredAndNeverIfNotToTrack) {
+TEST_F(SegmentIOTrackerTest, SendsNothingUnlessConfiguredAndAllowed) {
   const struct {
     const char* doNotTrack;
     bool hasServers;
@@ -324,7 +325,7 @@ TEST_F(Segment, NothingLeavesTheMachineUnlessConfiguredAndNeverIfNotToTrack) {
   }
 }
 
-TEST_F(Segment, TheCredentialIsNeverLogged) {
+TEST_F(SegmentIOTrackerTest, NeverLogsCredential) {
   const QByteArray credential = base64String(QString(kKey + u':')).toLatin1();
   const QByteArray told =
       "{\"key\": \"" + kKey.toLatin1() + "\", \"auth\": \"" + credential + "\"}";
@@ -340,7 +341,7 @@ TEST_F(Segment, TheCredentialIsNeverLogged) {
   qputenv("KELVAR_ANALYTICS_SERVER", "http://key:" + credential + "@server.example");
   segment->aliasId(a_, b_);
   ASSERT_TRUE(runUntil(
-      [&] { return !log.lines().filter(QStringLiteral("is no HTTPS address")).isEmpty(); }));
+      [&] { return !log.lines().filter(QStringLiteral("is not an HTTPS URL")).isEmpty(); }));
   const QString all = log.lines().join(u'\n');
   EXPECT_TRUE(all.contains(QStringLiteral("data {\"key\": \"***\", \"auth\": \"***\"}")));
   for (const QString& secret :
@@ -349,19 +350,18 @@ TEST_F(Segment, TheCredentialIsNeverLogged) {
   }
 }
 
-TEST_F(Segment, AnswersAreReadAsTheyAreWhateverTheCredential) {
+TEST_F(SegmentIOTrackerTest, MasksCredentialInLogButNotInAnswer) {
   const Server server({Server::http(R"({"success": true})")});
   use(server, server);
   const LogCapture log;
   std::promise<QVariant> answer;
-  SegmentIOTracker::sendRequest(
-      SegmentIOTracker::aliasWithId(a_, b_, QStringLiteral("s")),
-      [&](const QVariant& came, const QString&) { answer.set_value(came); });
+  SegmentIOTracker::sendRequest(SegmentIOTracker::aliasWithId(a_, b_, QStringLiteral("s")),
+                                [&](const QVariant& came, const auto&) { answer.set_value(came); });
   EXPECT_EQ(answer.get_future().get(), (QVariantMap{{QStringLiteral("success"), true}}));
   EXPECT_EQ(log.lines()[0], QStringLiteral("data {\"***ucce******\": true}"));
 }
 
-TEST_F(Segment, UnpacksWhatItHasAskedFor) {
+TEST_F(SegmentIOTrackerTest, DecompressesGzipResponses) {
   const QByteArray packed = gzip("{\"ok\": 1}");
   const struct {
     const char* what;
@@ -385,8 +385,8 @@ TEST_F(Segment, UnpacksWhatItHasAskedFor) {
     use(server, server);
     std::promise<std::pair<QVariant, QString>> answer;
     SegmentIOTracker::sendRequest(SegmentIOTracker::aliasWithId(a_, b_, kKey),
-                                  [&](const QVariant& came, const QString& problem) {
-                                    answer.set_value({came, problem});
+                                  [&](const QVariant& came, const std::optional<Error>& problem) {
+                                    answer.set_value({came, messageOf(problem)});
                                   });
     const auto [came, problem] = answer.get_future().get();
     EXPECT_EQ(came, response) << what;
@@ -394,7 +394,7 @@ TEST_F(Segment, UnpacksWhatItHasAskedFor) {
   }
 }
 
-TEST_F(Segment, TheLastPayloadIsKept) {
+TEST_F(SegmentIOTrackerTest, KeepsLastPayload) {
   const Server events({Server::http("{}")});
   use(events, events);
   const auto segment = tracker();
@@ -406,7 +406,7 @@ TEST_F(Segment, TheLastPayloadIsKept) {
   EXPECT_EQ(LastPayload::path(), QStringLiteral("/v1/alias"));
   EXPECT_EQ(LastPayload::body(), R"~({"previousId":"new","userId":"(not kept)"})~");
 
-  // Who the user is and where stays out of it, wherever it is said.
+  // The user's identity and location are left out, wherever they occur.
   const QString email = QStringLiteral("me@example.com");
   segment->setContext(QVariantMap{{QStringLiteral("city"), QStringLiteral("Ulm")},
                                   {QStringLiteral("query"), QStringLiteral("192.0.2.1")}});
@@ -422,8 +422,7 @@ TEST_F(Segment, TheLastPayloadIsKept) {
     EXPECT_FALSE(kept.contains(personal)) << kept.constData();
   }
   EXPECT_TRUE(kept.contains(R"("n":7)") && kept.contains(R"("event":"a")")) << kept.constData();
-  QString error;
-  EXPECT_TRUE(LastPayload::forget(&error));
+  EXPECT_TRUE(LastPayload::forget());
   EXPECT_TRUE(LastPayload::body().isEmpty());
 }
 

@@ -4,7 +4,7 @@
 
 #include "analytics/SegmentIOTracker.h"
 #include "platform/Bundle.h"
-#include "platform/SystemFacts.h"
+#include "platform/SystemInfo.h"
 
 namespace kelvar {
 namespace {
@@ -12,7 +12,7 @@ namespace {
 const QString kA = QStringLiteral("a");
 const QString kKey = QStringLiteral("Qx4mT8vLr2NcW9pZa6HsK1dYe3UbJ7fG");
 
-class Requests : public testing::Test {
+class SegmentRequestTest : public testing::Test {
  protected:
   void SetUp() override {
     zone_ = qgetenv("TZ");
@@ -35,7 +35,7 @@ class Requests : public testing::Test {
   QByteArray zone_;
 };
 
-TEST_F(Requests, AreTheseBytes) {
+TEST_F(SegmentRequestTest, MatchesExpectedBytes) {
   Bundle::setHostInformation(
       {{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("52.1")},
        {QStringLiteral("CFBundleVersion"), QStringLiteral("812")},
@@ -51,16 +51,16 @@ TEST_F(Requests, AreTheseBytes) {
       Bundle::objectForInfoDictionaryKey(QStringLiteral("CFBundleShortVersionString"))
           .toByteArray();
   const QByteArray common = R"("device":{"manufacturer":"","model":")" +
-                            SystemFacts::architecture().toUtf8() + R"(","name":")" +
-                            SystemFacts::machineModel().toUtf8() + "\"},";
+                            SystemInfo::architecture().toUtf8() + R"(","name":")" +
+                            SystemInfo::machineModel().toUtf8() + "\"},";
   const QByteArray rest = R"("mixpanelLibrary":"",)"
                           R"("network":{"bluetooth":"","carrier":"","cellular":"","wifi":""},)"
                           R"("os":{"name":"","version":")" +
-                          SystemFacts::operatingSystemVersionString().toUtf8() +
+                          SystemInfo::operatingSystemVersionString().toUtf8() +
                           R"("},"screen":{"density":0,"height":0,"width":0},)"
                           R"("timezone":"Europe/Berlin"},"event":"Started",)";
   const QByteArray library = R"("library":{"name":"Kelvar","version":")" + version +
-                             R"("},"locale":")" + SystemFacts::locale().toUtf8() + "\",";
+                             R"("},"locale":")" + SystemInfo::locale().toUtf8() + "\",";
   const QByteArray date = R"("timestamp":"2017-03-09T14:05:31.207+0100"})";
   EXPECT_EQ(
       bodyOf(place, properties),
@@ -75,7 +75,7 @@ TEST_F(Requests, AreTheseBytes) {
                                 library + rest + date);
 }
 
-TEST_F(Requests, ABuildThatIsNoneIsSentAsNone) {
+TEST_F(SegmentRequestTest, MissingBuildIsSentAsNull) {
   Bundle::setHostInformation(
       {{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("52.1")},
        {QStringLiteral("CFBundleVersion"), QString()},
@@ -85,12 +85,12 @@ TEST_F(Requests, ABuildThatIsNoneIsSentAsNone) {
       << body.constData();
 }
 
-TEST_F(Requests, AHostWithoutAVersionIsAnError) {
+TEST_F(SegmentRequestTest, HostWithoutVersionIsAnError) {
   Bundle::setHostInformation({{QStringLiteral("CFBundleName"), QStringLiteral("Sketch")}});
   EXPECT_THROW(bodyOf({}, {}), std::invalid_argument);
 }
 
-TEST_F(Requests, DatesAreLocalWithTheirOffset) {
+TEST_F(SegmentRequestTest, DatesAreLocalWithOffset) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
       {"UTC", "2020-07-01T00:00:00.000Z", "2020-07-01T00:00:00.000+0000"},
       {"America/St_Johns", "2020-01-01T00:00:00.050Z", "2019-12-31T20:30:00.050-0330"},
@@ -104,7 +104,7 @@ TEST_F(Requests, DatesAreLocalWithTheirOffset) {
   }
 }
 
-TEST_F(Requests, CredentialsAreBase64OfNameAndPassword) {
+TEST_F(SegmentRequestTest, CredentialsAreBase64OfNameAndPassword) {
   const std::tuple<QString, QString, const char*> cases[] = {
       {kKey, {}, "UXg0bVQ4dkxyMk5jVzlwWmE2SHNLMWRZZTNVYko3Zkc6"},
       {{}, {}, "Og=="},
@@ -115,7 +115,7 @@ TEST_F(Requests, CredentialsAreBase64OfNameAndPassword) {
   }
 }
 
-TEST_F(Requests, PropertiesMayReplaceTheAddress) {
+TEST_F(SegmentRequestTest, PropertiesMayReplaceEmail) {
   const URLRequest request = SegmentIOTracker::identifyRequestWithEmail(
       kA, kA, kKey, {{QStringLiteral("uuid"), 7}, {QStringLiteral("email"), QStringLiteral("X")}});
   EXPECT_EQ(request.body, R"({"anonymousId":7,"traits":{"email":"X","uuid":7},"userId":"a"})");

@@ -8,12 +8,12 @@
 #include <functional>
 
 #include "analytics/AnalyticsSettings.h"
-#include "platform/Json.h"
 #include "platform/LoopbackServer.h"
+#include "platform/plist/Json.h"
 
 namespace kelvar {
 
-/// A test with a main thread, settings of its own, and a server for events and one for locations.
+/// A fixture with a main thread, its own settings, and a server each for events and locations.
 class SegmentServer : public testing::Test {
  protected:
   using Server = LoopbackServer;
@@ -37,7 +37,7 @@ class SegmentServer : public testing::Test {
     qputenv("KELVAR_LOCATION_SERVER", locations.url(QString()).toEncoded());
   }
 
-  /// Runs the event loop until `done`; false when that takes a minute.
+  /// Runs the event loop until `done`; false if that takes a minute.
   static bool runUntil(const std::function<bool()>& done) {
     QElapsedTimer timer;
     timer.start();
@@ -47,7 +47,7 @@ class SegmentServer : public testing::Test {
     }
     return true;
   }
-  /// False when nothing more has come for a minute.
+  /// False if nothing more arrives for a minute.
   static bool runUntilReceived(const Server& server, qsizetype count) {
     qsizetype received = server.requestCount();
     while (received < count) {
@@ -59,8 +59,7 @@ class SegmentServer : public testing::Test {
   }
 
   static QVariantMap bodyOf(const QByteArray& request) {
-    QString error;
-    return Json::read(request.mid(request.indexOf("\r\n\r\n") + 4), &error).toMap();
+    return Json::read(request.mid(request.indexOf("\r\n\r\n") + 4)).value().toMap();
   }
 
   int count_ = 1;

@@ -10,12 +10,12 @@
 #include "analytics/ManualRunLoop.h"
 #include "analytics/Tracker.h"
 #include "platform/LogCapture.h"
-#include "platform/PendingWork.h"
+#include "platform/PendingTasks.h"
 
 namespace kelvar {
 namespace {
 
-/// Writes down what it is told.
+/// Records the calls that it gets.
 struct Recorder : TimedTrackerDelegate {
   void timedTrackerEventStarted(TimedTracker&, const QString& name) override {
     lines.append(QStringLiteral("started ") + name);
@@ -31,11 +31,11 @@ struct Recorder : TimedTrackerDelegate {
   bool wasStillGoingOn = false;
 };
 
-class Timed : public testing::Test {
+class TimedTrackerTest : public testing::Test {
  protected:
   void SetUp() override { tracker_->setDelegate(recorder_); }
 
-  /// What was told since the last call.
+  /// The calls since the last query.
   QStringList told() { return std::exchange(recorder_->lines, {}); }
 
   const QString a_ = QStringLiteral("a");
@@ -45,7 +45,7 @@ class Timed : public testing::Test {
   const QString started_ = QStringLiteral("started a");
 };
 
-TEST_F(Timed, CountsWholeSeconds) {
+TEST_F(TimedTrackerTest, CountsWholeSeconds) {
   const std::tuple<double, double, const char*> cases[] = {{0, 1, "finished a after 1"},
                                                            {0.1, 0.8, "finished a after 0"},
                                                            {0.6, 0.5, "finished a after 1"}};
@@ -61,7 +61,7 @@ TEST_F(Timed, CountsWholeSeconds) {
   }
 }
 
-TEST_F(Timed, StartedAgainWithinTheDelayItGoesOn) {
+TEST_F(TimedTrackerTest, RestartWithinDelayContinuesEvent) {
   const auto finish = [this](const char* key, double delay) {
     tracker_->track(a_, QVariantMap{{QLatin1String(key), 1}}, tracker_->currentTime(), delay);
   };
@@ -77,7 +77,8 @@ TEST_F(Timed, StartedAgainWithinTheDelayItGoesOn) {
   EXPECT_EQ(recorder_->properties.keys(),
             QStringList({QStringLiteral("first"), QStringLiteral("second")}));
 
-  // Finished twice, it waits for the second delay, and counts from the same start again.
+  // Finished twice, the event waits for the second delay, and its length counts from the same start
+  // again.
   tracker_->start(a_);
   loop_->advance(1);
   finish("first", 5);
@@ -96,14 +97,14 @@ TEST_F(Timed, StartedAgainWithinTheDelayItGoesOn) {
   const QString finished = QStringLiteral("finished a after 0");
   EXPECT_EQ(told(), QStringList({started_, finished, started_}));
 
-  // Flushed before its time, nothing is left to be told when the time comes.
+  // After an early flush, nothing is reported when the delay ends.
   finish("first", 5);
   tracker_->flushEvent(a_);
   loop_->advance(10);
   EXPECT_EQ(told(), QStringList(finished));
 }
 
-TEST_F(Timed, NamesDoNotMeddle) {
+TEST_F(TimedTrackerTest, NamesAreIndependent) {
   const QString b = QStringLiteral("b");
   tracker_->start(a_);
   tracker_->start(b);
@@ -119,7 +120,7 @@ TEST_F(Timed, NamesDoNotMeddle) {
   EXPECT_EQ(recorder_->properties[a_], 3.5f);
 }
 
-TEST_F(Timed, WhatWasNotStartedIsNotFinished) {
+TEST_F(TimedTrackerTest, EventThatWasNotStartedIsNotFinished) {
   EXPECT_FALSE(tracker_->track(a_, {}, tracker_->currentTime(), 2.5));
   EXPECT_EQ(tracker_->delay(), 2.5);
   loop_->advance(3);
@@ -130,7 +131,7 @@ TEST_F(Timed, WhatWasNotStartedIsNotFinished) {
   EXPECT_EQ(told(), QStringList({started_, started_, QStringLiteral("finished a after 2")}));
 }
 
-TEST_F(Timed, WithoutADelegateEventsEndAllTheSame) {
+TEST_F(TimedTrackerTest, EventsEndWithoutDelegate) {
   tracker_->setDelegate(std::make_shared<Recorder>());
   tracker_->start(a_);
   tracker_->track(a_, {}, tracker_->currentTime(), 1);
@@ -139,7 +140,7 @@ TEST_F(Timed, WithoutADelegateEventsEndAllTheSame) {
   EXPECT_TRUE(tracker_->timedEvents().isEmpty());
 }
 
-TEST(Tracker, IsItsTimedTrackersDelegateWhileItLives) {
+TEST(TrackerTest, IsDelegateOfItsTimedTrackerWhileAlive) {
   struct Loud : Tracker {
     void timedTrackerEventStarted(TimedTracker&, const QString& name) override { started = name; }
     void timedTrackerEventFinished(TimedTracker&, const TimedEventRef& event) override {
@@ -162,7 +163,7 @@ TEST(Tracker, IsItsTimedTrackersDelegateWhileItLives) {
   EXPECT_TRUE(timed->delegate().expired());
 }
 
-TEST(TimedTracker, LivesUntilItsLastFlush) {
+TEST_F(TimedTrackerTest, LivesUntilLastFlush) {
   const auto loop = std::make_shared<ManualRunLoop>();
   const auto recorder = std::make_shared<Recorder>();
   auto timed = std::make_shared<TimedTracker>(loop);
@@ -176,7 +177,7 @@ TEST(TimedTracker, LivesUntilItsLastFlush) {
   EXPECT_TRUE(weak.expired());
 }
 
-TEST(RunLoop, DoesWhatIsDueUnlessItWasDropped) {
+TEST(RunLoopTest, RunsDueTasksUnlessCanceled) {
   int count = 1;
   char name[] = "test";
   char* arguments[] = {name, nullptr};
@@ -193,17 +194,17 @@ TEST(RunLoop, DoesWhatIsDueUnlessItWasDropped) {
     second.reset();
     done.append(QStringLiteral("second"));
   });
-  const int before = PendingWork::count();
+  const int before = PendingTasks::count();
   loop->performAfterDelay(0, [&] { done.append(QStringLiteral("dropped")); });
-  EXPECT_EQ(PendingWork::count(), before) << "what is dropped is not waited for";
+  EXPECT_EQ(PendingTasks::count(), before) << "what is dropped is not waited for";
   auto never = loop->performAfterDelay(1e300, [&] { done.append(QStringLiteral("late")); });
   const auto last = loop->performAfterDelay(0.02, [] { QCoreApplication::quit(); });
   QCoreApplication::exec();
   EXPECT_EQ(done, QStringList({QStringLiteral("first"), QStringLiteral("second")}));
   EXPECT_EQ(log.lines(), QStringList(QStringLiteral("RunLoop: oops")));
-  EXPECT_EQ(PendingWork::count(), before - 1) << "only what is late is waited for";
+  EXPECT_EQ(PendingTasks::count(), before - 1) << "only what is late is waited for";
   never.reset();
-  EXPECT_EQ(PendingWork::count(), before - 2);
+  EXPECT_EQ(PendingTasks::count(), before - 2);
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ const QString kIdentifier = QStringLiteral("io.kelvarlabs.kelvar.tracker");
 const QString kEmailKey = QStringLiteral("io.kelvarlabs.tracker.email");
 const QString kA = QStringLiteral("a");
 
-/// A store in memory that counts what is written.
+/// An in-memory store that counts writes.
 struct Store : TrackerPersister {
   void setObject(const QVariant& value, const QString& key) override {
     values[key] = value;
@@ -34,7 +34,7 @@ struct Store : TrackerPersister {
   int writes = 0;
 };
 
-/// Writes down, in a list shared by several, what it is told.
+/// Records its calls in a list that several trackers share.
 struct Recorder : Tracker {
   explicit Recorder(QStringList* lines, const char* name)
       : lines(lines), name(QLatin1String(name)) {}
@@ -48,7 +48,7 @@ struct Recorder : Tracker {
   const QString name;
 };
 
-class Manager : public testing::Test {
+class TrackerManagerTest : public testing::Test {
  protected:
   std::shared_ptr<TrackerManager> manager(const TrackerList& trackers) {
     return std::make_shared<TrackerManager>(trackers, store_, kIdentifier);
@@ -56,7 +56,7 @@ class Manager : public testing::Test {
   const std::shared_ptr<Store> store_ = std::make_shared<Store>();
 };
 
-TEST_F(Manager, KeepsOneIdentity) {
+TEST_F(TrackerManagerTest, KeepsOneIdentity) {
   const QString uuid = manager({})->uuid();
   static const QRegularExpression kForm(
       QStringLiteral("^[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}$"));
@@ -67,7 +67,7 @@ TEST_F(Manager, KeepsOneIdentity) {
   EXPECT_NE(TrackerManager({}, std::make_shared<Store>(), kIdentifier).uuid(), uuid);
 }
 
-TEST_F(Manager, ReadsTheAddressUnderOneKeyAndWritesItUnderAnother) {
+TEST_F(TrackerManagerTest, ReadsAndWritesEmailUnderDifferentKeys) {
   const auto first = manager({});
   first->setEmail({});
   EXPECT_FALSE(store_->values.contains(kEmailKey));
@@ -79,7 +79,7 @@ TEST_F(Manager, ReadsTheAddressUnderOneKeyAndWritesItUnderAnother) {
   EXPECT_EQ(store_->values[kEmailKey], QStringLiteral("b"));
 }
 
-TEST_F(Manager, TellsItsTrackersWhoTheUserIs) {
+TEST_F(TrackerManagerTest, IdentifiesUserToTrackers) {
   store_->values[kIdentifier + QStringLiteral(".uuid")] = QStringLiteral("U");
   QStringList lines;
   const auto one = std::make_shared<Recorder>(&lines, "1");
@@ -101,7 +101,7 @@ TEST_F(Manager, TellsItsTrackersWhoTheUserIs) {
   EXPECT_TRUE(told("1 alias a, 2 alias a"));
 }
 
-TEST_F(Manager, PassesEventsOnToThoseWhoUnderstand) {
+TEST_F(TrackerManagerTest, ForwardsEventsToImplementers) {
   const auto counter = std::make_shared<CounterTracker>();
   const auto mocked = std::make_shared<MockedTracker>();
   const auto segment = std::make_shared<SegmentIOTracker>(kA);
@@ -141,13 +141,13 @@ TEST_F(Manager, PassesEventsOnToThoseWhoUnderstand) {
   EXPECT_EQ(segment->pendingEvents().size(), 2) << "timed events are not reported";
 }
 
-TEST_F(Manager, WhatNobodyUnderstandsIsAnError) {
+TEST_F(TrackerManagerTest, ThrowsIfNoTrackerImplements) {
   EXPECT_THROW(manager({})->track(kA, QVariantMap()), UnrecognizedOperation);
   EXPECT_THROW(manager({std::make_shared<CounterTracker>()})->addSuperProperties({}),
                UnrecognizedOperation);
 }
 
-TEST_F(Manager, WhatATrackerThrowsReachesNobody) {
+TEST_F(TrackerManagerTest, ContainsTrackerExceptions) {
   struct Thrower : Tracker {
     void track(const QString&, const Properties&) override { throw std::invalid_argument("oops"); }
     void identifyEmail(const QString&) override { throw std::runtime_error("no uuid"); }
@@ -165,7 +165,7 @@ TEST_F(Manager, WhatATrackerThrowsReachesNobody) {
   EXPECT_TRUE(log.lines().contains(QStringLiteral("TrackerManager: no uuid")));
 }
 
-TEST_F(Manager, CannotBeItsOwnTracker) {
+TEST_F(TrackerManagerTest, CannotBeItsOwnTracker) {
   const auto counter = std::make_shared<CounterTracker>();
   const auto inner = manager({counter});
   const auto middle = manager({inner, inner});
@@ -182,7 +182,7 @@ TEST_F(Manager, CannotBeItsOwnTracker) {
     EXPECT_EQ(log.lines().size(), isTaken ? 0 : 1);
   }
   inner->setTrackers({counter});
-  // Each level has the one below twice.
+  // Each level contains the one below twice.
   TrackerManagerRef top = inner;
   for (int level = 0; level < 60; ++level) {
     const auto next = manager({});
@@ -193,7 +193,7 @@ TEST_F(Manager, CannotBeItsOwnTracker) {
   EXPECT_EQ(counter->tracksCount(), 3u);
 }
 
-TEST(MockedTracker, AddsSuperProperties) {
+TEST(MockedTrackerTest, AddsSuperProperties) {
   MockedTracker tracker;
   tracker.setSuperProperties(std::make_shared<QVariantMap>(QVariantMap{{kA, 1}}));
   tracker.setSuperProperties(nullptr);
@@ -212,7 +212,7 @@ TEST(MockedTracker, AddsSuperProperties) {
   EXPECT_EQ(tracker.sessionLength(), 4);
 }
 
-TEST(DeferableTracker, TellsOfEachSwitching) {
+TEST(DeferableTrackerTest, NotifiesOfEachSwitch) {
   struct Switch : DeferableTracker {
     void enableStateDidChange(bool enabled) override { states.append(enabled); }
     QList<bool> states;
@@ -223,9 +223,9 @@ TEST(DeferableTracker, TellsOfEachSwitching) {
   EXPECT_EQ(tracker->states, QList<bool>({false, true, true}));
 }
 
-class SharedManager : public SegmentServer {};
+class SharedTrackerManagerTest : public SegmentServer {};
 
-TEST_F(SharedManager, IsTheLastThatWasMadeIt) {
+TEST_F(SharedTrackerManagerTest, IsLastOneSet) {
   const TrackerManagerRef first = TrackerManager::sharedInstance();
   EXPECT_EQ(TrackerManager::sharedInstance(), first);
   const auto mine = std::make_shared<TrackerManager>(
@@ -239,7 +239,7 @@ TEST_F(SharedManager, IsTheLastThatWasMadeIt) {
   EXPECT_FALSE(TrackerPersister().objectForKey(key).isValid());
 }
 
-TEST_F(SharedManager, ScriptsReachIt) {
+TEST_F(SharedTrackerManagerTest, IsAccessibleToScripts) {
   const ClassInfo* const info = ClassInfo::find(QStringLiteral("TrackerManager"));
   ASSERT_TRUE(info);
   const auto make = [](const char* name) {

@@ -10,7 +10,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(ArchiveTree, ConvertsAsTheCoderWouldWriteIt) {
+TEST(ArchiveTreeTest, ConvertsAsCoderWouldWrite) {
   const auto data = std::make_shared<MutableData>("\1\2");
   const QVariantMap graph{{u"date"_s, QDateTime::fromMSecsSinceEpoch(-12345678, Qt::UTC)},
                           {u"bytes"_s, QByteArray("\0", 1)},
@@ -27,7 +27,7 @@ TEST(ArchiveTree, ConvertsAsTheCoderWouldWriteIt) {
   EXPECT_TRUE(identical(propertyListArchiveTree(plist), plist));
 }
 
-TEST(ArchiveTree, LeavesWhatOnlyLooksLikeAValue) {
+TEST(ArchiveTreeTest, KeepsDictionariesThatOnlyLookLikeValues) {
   for (const QVariantMap& map :
        {QVariantMap{{u"$class"_s, u"NSDate"_s}},
         QVariantMap{{u"$class"_s, u"NSDate"_s}, {u"NS.time"_s, 1e300}},
@@ -39,7 +39,7 @@ TEST(ArchiveTree, LeavesWhatOnlyLooksLikeAValue) {
   }
 }
 
-TEST(ArchiveTree, FindsWhatAliasesName) {
+TEST(ArchiveTreeTest, ResolvesAliases) {
   QVariantMap tree{{u"list"_s, QVariantList{QVariantMap{{u"k"_s, 1}}, 5}},
                    {u"a"_s, QVariantMap{{u"x"_s, 2}, {u"b"_s, QVariantMap{{u"e"_s, 6}}}}},
                    {u"a.b"_s, QVariantMap{{u"c.d"_s, 3}, {u"e"_s, 7}}},

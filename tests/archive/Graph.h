@@ -13,7 +13,7 @@
 
 namespace kelvar {
 
-/// What graphs in tests are made of.
+/// Building blocks of graphs in tests.
 
 inline QVariant boxed(const ObjectRef& object) { return QVariant::fromValue(object); }
 
@@ -24,13 +24,13 @@ inline auto newList(const QVariantList& values = {}) {
   return std::make_shared<MutableArray>(values);
 }
 
-/// Null when it is none of that class.
+/// Null if it has another class.
 template <class T>
 std::shared_ptr<T> as(const QVariant& value) {
   return fromVariant<std::shared_ptr<T>>(value).value_or(nullptr);
 }
 
-/// Empties the containers that can be reached, so that cycles do not keep themselves.
+/// Clears all reachable containers, so that cycles are released.
 inline void takeApart(const QVariant& root) {
   QVariantList waiting{root};
   while (!waiting.isEmpty()) {

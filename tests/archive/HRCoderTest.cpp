@@ -13,22 +13,22 @@
 
 #include "archive/Graph.h"
 #include "archive/HRCoderAliasPlaceholder.h"
-#include "platform/Json.h"
 #include "platform/LogCapture.h"
-#include "platform/PropertyList.h"
 #include "platform/Values.h"
+#include "platform/plist/Json.h"
+#include "platform/plist/PropertyList.h"
 
 namespace kelvar {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A decodable class with every kind of key.
+/// A decodable class with all types of keys.
 class Part : public Object {
  public:
   static std::shared_ptr<Part> initWithCoder(Coder& coder);
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
   void encodeWithCoder(Coder& coder) const override {
     coder.encodeObject(name_, u"name"_s);
     coder.encodeObject(toVariant(next_), u"next"_s);
@@ -50,30 +50,31 @@ class Part : public Object {
   ObjectRef next_, owner_;
 };
 
-const ClassInfo& Part::theClass() {
-  static const ClassInfo kClass = Description<Part>("Part")
-                                      .property("name", &Part::name, &Part::setName)
-                                      .property("next", &Part::next, &Part::setNext)
-                                      .property("owner", &Part::owner, &Part::setOwner)
-                                      .decodable();
+const ClassInfo& Part::staticClassInfo() {
+  static const ClassInfo kClass =
+      ClassInfoBuilder<Part>("Part")
+          .property("name", &Part::name, &Part::setName, "A property.")
+          .property("next", &Part::next, &Part::setNext, "A property.")
+          .property("owner", &Part::owner, &Part::setOwner, "A property.")
+          .decodable();
   return kClass;
 }
 
 std::shared_ptr<Part> Part::initWithCoder(Coder& coder) {
   auto part = std::make_shared<Part>();
   part->name_ = coder.decodeObject(u"name"_s).toString();
-  // The placeholder is no part: the fix-up then finds nothing there and writes.
+  // Does not keep the placeholder, so that fixing up the alias finds nothing there and writes.
   part->next_ = as<Part>(coder.decodeObject(u"next"_s));
   part->owner_ = as<MutableDictionary>(coder.decodeObject(u"owner"_s));
   part->count_ = coder.decodeInt(u"count"_s);
   return part->name_ == u"unreadable" ? nullptr : part;
 }
 
-/// Archived as a part that another object writes, and read as somebody else.
+/// Archived as a part that another object writes, and replaced when it is read.
 class Stand : public Object {
  public:
-  static const ClassInfo& theClass();
-  const ClassInfo& classInfo() const override { return theClass(); }
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
   static std::shared_ptr<Stand> initWithCoder(Coder&) { return std::make_shared<Stand>(); }
   QString classForCoder() const override { return silent ? u"Part"_s : u"Stand"_s; }
   ObjectRef replacementObjectForCoder(Coder&) override {
@@ -90,30 +91,30 @@ class Stand : public Object {
   bool silent = false;
 };
 
-const ClassInfo& Stand::theClass() {
-  static const ClassInfo kClass = Description<Stand>("Stand").decodable();
+const ClassInfo& Stand::staticClassInfo() {
+  static const ClassInfo kClass = ClassInfoBuilder<Stand>("Stand").decodable();
   return kClass;
 }
 
 class Secret : public Object {
  public:
-  static const ClassInfo& theClass() {
-    static const ClassInfo kClass = Description<Secret>("Secret").initialiser(
-        "init", [] { return std::make_shared<Secret>(); });
+  static const ClassInfo& staticClassInfo() {
+    static const ClassInfo kClass = ClassInfoBuilder<Secret>("Secret").initializer(
+        "init", [] { return std::make_shared<Secret>(); }, "Creates one.");
     return kClass;
   }
-  const ClassInfo& classInfo() const override { return theClass(); }
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 };
 
-const ClassInfo::Registration kRegistered[] = {ClassInfo::Registration(&Part::theClass),
-                                               ClassInfo::Registration(&Stand::theClass),
-                                               ClassInfo::Registration(&Secret::theClass)};
+const ClassInfo::Registration kRegistered[] = {ClassInfo::Registration(&Part::staticClassInfo),
+                                               ClassInfo::Registration(&Stand::staticClassInfo),
+                                               ClassInfo::Registration(&Secret::staticClassInfo)};
 
-QVariant json(const QByteArray& text) {
-  QString error;
-  const QVariant value = Json::read(text, &error);
-  EXPECT_TRUE(value.isValid()) << text.constData() << error.toStdString();
-  return value;
+QVariant json(const QByteArray& text) { return Json::read(text).value(); }
+
+/// The JSON archive of a graph.
+QByteArray archived(const QVariant& root) {
+  return Json::write(HRCoder::archivedJSONWithRootObject(root)).value();
 }
 
 const QVariant kNull = QVariant::fromValue(nullptr);
@@ -125,7 +126,7 @@ QVariantMap object(const QString& className, QVariantMap entries) {
   return entries;
 }
 
-TEST(HRCoder, WritesEachKindOfValueAsItsFormatHasIt) {
+TEST(HRCoderTest, WritesEachValueTypeInEachFormat) {
   const auto string = std::make_shared<MutableString>(u"s"_s);
   const auto data = std::make_shared<Data>("\1\2");
   const auto mutableData = std::make_shared<MutableData>("\1\2");
@@ -172,7 +173,7 @@ TEST(HRCoder, WritesEachKindOfValueAsItsFormatHasIt) {
   }
 }
 
-TEST(HRCoder, ReadsBackWhatItWrites) {
+TEST(HRCoderTest, RoundTrips) {
   auto part = std::make_shared<Part>();
   part->setName(u"p"_s);
   part->count_ = -3;
@@ -218,7 +219,7 @@ TEST(HRCoder, ReadsBackWhatItWrites) {
   }
 }
 
-TEST(HRCoder, WritesSharedObjectsOnce) {
+TEST(HRCoderTest, WritesSharedObjectsOnce) {
   const auto map = newMap({{u"k"_s, 1}});
   const auto string = std::make_shared<MutableString>(u"s"_s);
   const auto data = std::make_shared<Data>("d");
@@ -242,22 +243,15 @@ TEST(HRCoder, WritesSharedObjectsOnce) {
       {QVariantList{boxed(newMap()), boxed(newMap())}, "[{},{}]"},
   };
   for (const auto& [value, tree] : cases) {
-    QString error;
-    EXPECT_EQ(
-        Json::write(HRCoder::archivedJSONWithRootObject(value), Json::Layout::Compact, &error),
-        tree)
-        << error.toStdString();
-    // Sharing is the same again when it is read and written.
-    EXPECT_EQ(Json::write(HRCoder::archivedJSONWithRootObject(
-                              HRCoder::unarchiveObjectWithPlistOrJSON(json(tree))),
-                          Json::Layout::Compact, &error),
-              tree);
+    EXPECT_EQ(archived(value), tree);
+    // Sharing survives reading and writing.
+    EXPECT_EQ(archived(HRCoder::unarchiveObjectWithPlistOrJSON(json(tree))), tree);
   }
   const auto list = as<MutableArray>(HRCoder::unarchiveObjectWithPlistOrJSON(json(cases[0].tree)));
   EXPECT_EQ(as<Object>(list->values()[0]), as<Object>(list->values()[1]));
 }
 
-TEST(HRCoder, KeepsCycles) {
+TEST(HRCoderTest, KeepsCycles) {
   const auto map = newMap();
   map->setValueForKey(boxed(map), u"self"_s);
   EXPECT_TRUE(identical(HRCoder::archivedJSONWithRootObject(boxed(map)),
@@ -272,16 +266,13 @@ TEST(HRCoder, KeepsCycles) {
   const QByteArray rewritten = R"({"a":{"me":{"$alias":"a"}},"b":[{"$alias":"a"},{"$alias":"b"}]})";
   for (const QByteArray& tree : trees) {
     const QVariant root = HRCoder::unarchiveObjectWithPlistOrJSON(json(tree));
-    QString error;
-    const QByteArray again =
-        Json::write(HRCoder::archivedJSONWithRootObject(root), Json::Layout::Compact, &error);
-    EXPECT_EQ(again, &tree == &trees[2] ? rewritten : tree) << error.toStdString();
+    EXPECT_EQ(archived(root), &tree == &trees[2] ? rewritten : tree);
     if (const auto part = as<Part>(root)) as<Part>(toVariant(part->next()))->setNext(nullptr);
     takeApart(root);
   }
 }
 
-TEST(HRCoder, ResolvesAliasesAfterwards) {
+TEST(HRCoderTest, ResolvesForwardAliases) {
   const QString placeholder = HRCoderAliasPlaceholder::placeholder()->description();
   EXPECT_EQ(placeholder, u"<HRCoderAliasPlaceholder>"_s);
   const struct {
@@ -308,7 +299,7 @@ TEST(HRCoder, ResolvesAliasesAfterwards) {
   }
 }
 
-TEST(HRCoder, MakesOnlyClassesThatAreDecodable) {
+TEST(HRCoderTest, CreatesOnlyDecodableClasses) {
   const struct {
     QByteArray tree;
     QVariant expected;  // As it is archived again.
@@ -345,7 +336,7 @@ TEST(HRCoder, MakesOnlyClassesThatAreDecodable) {
   }
 }
 
-TEST(HRCoder, LetsObjectsBeReplaced) {
+TEST(HRCoderTest, SubstitutesObjects) {
   const auto stand = std::make_shared<Stand>();
   const QVariant tree = HRCoder::archivedJSONWithRootObject(boxed(stand));
   EXPECT_TRUE(
@@ -356,7 +347,7 @@ TEST(HRCoder, LetsObjectsBeReplaced) {
   EXPECT_TRUE(identical(HRCoder::archivedJSONWithRootObject(boxed(stand)), object(u"Part"_s, {})));
 }
 
-TEST(HRCoder, WritesConditionallyOnlyWhatIsThereAlready) {
+TEST(HRCoderTest, WritesConditionalObjectsOnlyIfAlreadyPresent) {
   const auto owner = newMap();
   auto part = std::make_shared<Part>();
   part->setName(u"n"_s);
@@ -373,7 +364,7 @@ TEST(HRCoder, WritesConditionallyOnlyWhatIsThereAlready) {
   takeApart(boxed(owner));
 }
 
-TEST(HRCoder, WritesAndReadsScalarsByKey) {
+TEST(HRCoderTest, WritesAndReadsScalarsByKey) {
   const QByteArray bytes("\0\1\xff", 3);
   for (const int format : {HRCoder::kXml, HRCoder::kJson, HRCoder::kBinary}) {
     const auto data = std::make_shared<MutableData>("before");
@@ -417,7 +408,7 @@ TEST(HRCoder, WritesAndReadsScalarsByKey) {
   }
 }
 
-TEST(HRCoder, ConvertsScalarsAsNeeded) {
+TEST(HRCoderTest, ConvertsScalarsAsNeeded) {
   const struct {
     QVariant value;
     bool asBool;
@@ -451,7 +442,7 @@ TEST(HRCoder, ConvertsScalarsAsNeeded) {
   }
 }
 
-TEST(HRCoder, WritesNothingInOtherFormats) {
+TEST(HRCoderTest, RejectsOtherFormats) {
   const auto data = std::make_shared<MutableData>("before");
   for (const int format : {3, -1}) {
     const auto coder = HRCoder::initForWritingWithMutableData(data);
@@ -464,7 +455,7 @@ TEST(HRCoder, WritesNothingInOtherFormats) {
   }
 }
 
-TEST(HRCoder, LeavesTheTargetAloneWhenItCannotWrite) {
+TEST(HRCoderTest, FailedWriteLeavesTargetAlone) {
   const auto data = std::make_shared<MutableData>("before");
   const QVariant values[] = {u"\u0001"_s, QVariantList{QVariant()}};
   for (const QVariant& value : values) {
@@ -481,7 +472,7 @@ TEST(HRCoder, LeavesTheTargetAloneWhenItCannotWrite) {
   EXPECT_EQ(data->bytes(), QByteArray("before"));
 }
 
-TEST(HRCoder, ThrowsForWhatCannotBeReadByKey) {
+TEST(HRCoderTest, ThrowsForUnreadableKeys) {
   const std::string unreadable =
       "initForReadingWithData: method was unable to parse the supplied data.";
   const std::string first =
@@ -489,7 +480,6 @@ TEST(HRCoder, ThrowsForWhatCannotBeReadByKey) {
       "NSDictionary. Decoding an ";
   const std::string last =
       " is not supported with this method. Try using unarchiveObjectWithData: instead.";
-  QString error;
   const struct {
     QByteArray data;
     std::string reason;
@@ -500,8 +490,8 @@ TEST(HRCoder, ThrowsForWhatCannotBeReadByKey) {
       {"[1]", first + "NSMutableArray" + last},
       {"word", first + "NSString" + last},
       {"<00>", first + "NSData" + last},
-      {PropertyList::write(kDate, PropertyList::Format::Xml, &error), first + "NSDate" + last},
-      {PropertyList::write(true, PropertyList::Format::Binary, &error), first + "NSNumber" + last},
+      {PropertyList::write(kDate, PropertyList::Format::Xml).value(), first + "NSDate" + last},
+      {PropertyList::write(true, PropertyList::Format::Binary).value(), first + "NSNumber" + last},
   };
   for (const auto& [data, reason] : cases) {
     try {
@@ -519,7 +509,7 @@ TEST(HRCoder, ThrowsForWhatCannotBeReadByKey) {
   EXPECT_FALSE(HRCoder::unarchiveObjectWithData("{\"a\":").isValid());
 }
 
-TEST(HRCoder, KeepsFilesWholeOrAsTheyWere) {
+TEST(HRCoderTest, WritesFilesAtomically) {
   const QTemporaryDir dir;
   const QString path = dir.filePath(u"archive.plist"_s);
   EXPECT_TRUE(HRCoder::archiveRootObject(QVariantMap{{u"a"_s, 1}}, path));
@@ -531,7 +521,7 @@ TEST(HRCoder, KeepsFilesWholeOrAsTheyWere) {
   EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{u"archive.plist"_s});
 }
 
-TEST(HRCoder, BoundsDepthAndTheLengthOfPaths) {
+TEST(HRCoderTest, LimitsDepthAndLengthOfPaths) {
   EXPECT_TRUE(HRCoder::unarchiveObjectWithPlistOrJSON(nested(HRCoder::kMaxDepth)).isValid());
   EXPECT_FALSE(HRCoder::unarchiveObjectWithPlistOrJSON(nested(HRCoder::kMaxDepth + 1)).isValid());
   EXPECT_TRUE(HRCoder::archivedJSONWithRootObject(nested(HRCoder::kMaxDepth)).isValid());
@@ -542,7 +532,7 @@ TEST(HRCoder, BoundsDepthAndTheLengthOfPaths) {
   EXPECT_FALSE(HRCoder::unarchiveObjectWithPlistOrJSON(wide).isValid());
   EXPECT_FALSE(HRCoder::archivedJSONWithRootObject(wide).isValid());
 
-  // Long chains that aliases make are let go of without a deep stack.
+  // Long chains of aliases are released without a deep stack.
   QVariantList chain{QVariantMap()};
   for (int i = 1; i < 200000; ++i) {
     const QVariantMap alias{{u"$alias"_s, QString::number(i - 1)}};
@@ -555,7 +545,7 @@ TEST(HRCoder, BoundsDepthAndTheLengthOfPaths) {
   EXPECT_FALSE(HRCoder::archivedJSONWithRootObject(lastOne).isValid()) << "too deep a tree";
 }
 
-TEST(HRCoder, ShowsItsState) {
+TEST(HRCoderTest, DescribesItself) {
   HRCoder coder;
   const auto map = newMap({{u"list"_s, QVariantList{1}}});
   coder.setKeyPath(u"outer"_s);

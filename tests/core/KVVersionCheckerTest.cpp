@@ -10,7 +10,7 @@
 #include "archive/HRCoder.h"
 #include "platform/LogCapture.h"
 #include "platform/LoopbackServer.h"
-#include "platform/URLSession.h"
+#include "platform/network/URLSession.h"
 #include "runtime/ClassInfo.h"
 
 namespace kelvar {
@@ -23,7 +23,7 @@ constexpr const char* kExpired = R"({"success": true, "records": [
                 "Action URL": "https://vendor.example/new?a=1", "Other": 2.5}},
     {"fields": {"Expired": false, "Expired Message": "Second"}}]})";
 
-class Checker : public testing::Test {
+class KVVersionCheckerTest : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(dir_.isValid());
@@ -74,7 +74,7 @@ QVariant message(const char* text) {
   return QVariantMap{{QStringLiteral("message"), QLatin1String(text)}};
 }
 
-TEST_F(Checker, TakesAGoodAnswerAndKeepsItOverRestarts) {
+TEST_F(KVVersionCheckerTest, KeepsAnswerAcrossRestarts) {
   const auto checker = stored();
   EXPECT_FALSE(checker->finished() || checker->success() || checker->lastCheck().isValid());
   const QDateTime before = QDateTime::currentDateTimeUtc();
@@ -100,7 +100,7 @@ TEST_F(Checker, TakesAGoodAnswerAndKeepsItOverRestarts) {
   EXPECT_FALSE(stored(QStringLiteral("3.1"))->finished());
 }
 
-TEST_F(Checker, NamesAreSentEscaped) {
+TEST_F(KVVersionCheckerTest, EscapesNames) {
   const std::pair<QString, const char*> cases[] = {
       {QStringLiteral("3.0 50%"), "3.0%2050%25"},
       {QStringLiteral("3#1%20"), "3%231%2520"},
@@ -113,7 +113,7 @@ TEST_F(Checker, NamesAreSentEscaped) {
   }
 }
 
-TEST_F(Checker, WhatIsNoAddressIsNone) {
+TEST_F(KVVersionCheckerTest, InvalidUrlReadsAsEmpty) {
   for (const char* url : {"https://vendor.example/a b", "http://[vendor/", ""}) {
     const auto checker = stored();
     check(checker, Server::http(kExpired));
@@ -125,7 +125,7 @@ TEST_F(Checker, WhatIsNoAddressIsNone) {
   }
 }
 
-TEST_F(Checker, IsStoredAsPeopleWouldReadIt) {
+TEST_F(KVVersionCheckerTest, IsStoredReadably) {
   const auto checker = stored();
   check(checker, Server::http(kExpired));
   const QVariantMap tree = KVPersister().objectForKey(key_).toMap();
@@ -141,7 +141,7 @@ TEST_F(Checker, IsStoredAsPeopleWouldReadIt) {
             QStringLiteral("NSDate"));
 }
 
-TEST_F(Checker, WhatIsStoredForSomethingElseIsIgnored) {
+TEST_F(KVVersionCheckerTest, IgnoresAnswersStoredForOthers) {
   const QVariantMap good{{QStringLiteral("$class"), QStringLiteral("KVVersionChecker")},
                          {QStringLiteral("identifier"), identifier_},
                          {QStringLiteral("name"), QStringLiteral("3.0 beta")},
@@ -167,7 +167,7 @@ TEST_F(Checker, WhatIsStoredForSomethingElseIsIgnored) {
   }
 }
 
-TEST_F(Checker, AnswersBecomeProperties) {
+TEST_F(KVVersionCheckerTest, AnswersBecomeProperties) {
   const auto fieldsOf = [](const char* fields) {
     return Server::http(R"({"success": true, "records": [{"fields": )" + QByteArray(fields) +
                         "}]}");
@@ -223,7 +223,7 @@ TEST_F(Checker, AnswersBecomeProperties) {
   }
 }
 
-TEST_F(Checker, FailuresOnTheWayAreTold) {
+TEST_F(KVVersionCheckerTest, ReportsNetworkFailures) {
   const auto checker = stored();
   check(checker, Server::http("{\"success\": true}").chopped(1));
   EXPECT_EQ(checker->error(), message("Connection closed"));
@@ -246,7 +246,7 @@ TEST_F(Checker, FailuresOnTheWayAreTold) {
   EXPECT_TRUE(stored()->finished());
 }
 
-TEST_F(Checker, LivesUntilTheAnswerIsHandled) {
+TEST_F(KVVersionCheckerTest, LivesUntilAnswerIsHandled) {
   const Server server({Server::http(kExpired)});
   qputenv("KELVAR_API_SERVER", server.url(QString()).toEncoded());
   std::weak_ptr<KVVersionChecker> watched;
@@ -263,7 +263,7 @@ TEST_F(Checker, LivesUntilTheAnswerIsHandled) {
   EXPECT_TRUE(stored()->isExpired());
 }
 
-TEST_F(Checker, ADelegateNeedNotImplementAnything) {
+TEST_F(KVVersionCheckerTest, DelegateOperationsAreOptional) {
   delegate_->checkerDidFinish = {};
   const auto checker = stored();
   checker->setDelegate(delegate_);
@@ -272,7 +272,7 @@ TEST_F(Checker, ADelegateNeedNotImplementAnything) {
   EXPECT_EQ(checker->error(), message("no connection"));
 }
 
-TEST_F(Checker, IsStoredWhateverTheDelegateThrows) {
+TEST_F(KVVersionCheckerTest, IsStoredEvenIfDelegateThrows) {
   const std::function<void()> throws[] = {[] { throw std::runtime_error("no"); }, [] { throw 5; }};
   for (const auto& each : throws) {
     KVPersister().removeObjectForKey(key_);
@@ -285,7 +285,7 @@ TEST_F(Checker, IsStoredWhateverTheDelegateThrows) {
   }
 }
 
-TEST_F(Checker, LogsItsSteps) {
+TEST_F(KVVersionCheckerTest, LogsItsSteps) {
   const LogCapture log;
   check(stored(), Server::http("{\"success\": false, \"error\": 1}"));
   check(stored(), Server::http("no JSON"));
@@ -307,7 +307,7 @@ TEST_F(Checker, LogsItsSteps) {
   }
 }
 
-TEST_F(Checker, IsReachedByNameAndKey) {
+TEST_F(KVVersionCheckerTest, IsAccessibleByNameAndKey) {
   const ClassInfo* const info = ClassInfo::find(QStringLiteral("KVVersionChecker"));
   ASSERT_TRUE(info);
   const auto made = info->create(QStringLiteral("initWithIdentifier:name:"),

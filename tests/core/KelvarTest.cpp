@@ -14,7 +14,7 @@
 
 namespace kelvar {
 
-/// Each test is a process in which no Kelvar was made yet.
+/// Each test is a process in which no Kelvar object exists yet.
 class KelvarTest : public SegmentServer {
  protected:
   void SetUp() override {
@@ -35,8 +35,8 @@ class KelvarTest : public SegmentServer {
     return std::dynamic_pointer_cast<SegmentIOTracker>(trackers.value(0));
   }
 
-  /// A whole start, until `count` requests for events have come: their paths, and in the end the
-  /// body of the last.
+  /// Starts and waits for `count` event requests. Returns their paths, followed by the body of the
+  /// last one.
   QStringList start(qsizetype count, QVariantMap* last) {
     nextProcess();
     const Server events({Server::http("{}")});
@@ -44,7 +44,7 @@ class KelvarTest : public SegmentServer {
     use(events, locations);
     const auto kelvar = std::make_shared<Kelvar>();
     EXPECT_TRUE(runUntilReceived(events, count));
-    // What comes too much would come now.
+    // Superfluous requests would arrive now.
     kelvar->trackForEvent(QStringLiteral("End"), QVariantMap());
     EXPECT_TRUE(runUntilReceived(events, count + 1));
     EXPECT_EQ(locations.requests().size(), 1);
@@ -71,7 +71,7 @@ QVariantMap pluginProperties() {
           {QStringLiteral("Plugin Name"), QStringLiteral("Kelvar")}};
 }
 
-TEST_F(KelvarTest, TheFirstStartsAnalytics) {
+TEST_F(KelvarTest, FirstInstanceStartsAnalytics) {
   const auto first = std::make_shared<Kelvar>();
   EXPECT_EQ(Kelvar::activateCount(), 1);
   EXPECT_EQ(first->env(), QStringLiteral("production"));
@@ -88,7 +88,7 @@ TEST_F(KelvarTest, TheFirstStartsAnalytics) {
   EXPECT_EQ(segment->pendingEvents()[0][QStringLiteral("properties")], QVariantMap());
 }
 
-TEST_F(KelvarTest, LaterOnesOnlyTakeTheTracker) {
+TEST_F(KelvarTest, LaterInstancesOnlyTakeTracker) {
   const auto first = std::make_shared<Kelvar>();
   const auto tracker = first->tracker();
   const auto second = std::make_shared<Kelvar>();
@@ -99,7 +99,7 @@ TEST_F(KelvarTest, LaterOnesOnlyTakeTheTracker) {
   EXPECT_EQ(Kelvar::activateCount(), 2);
 }
 
-TEST_F(KelvarTest, EventsGoToTheTracker) {
+TEST_F(KelvarTest, ForwardsEventsToTracker) {
   const auto kelvar = std::make_shared<Kelvar>();
   const auto counter = std::make_shared<CounterTracker>();
   kelvar->setTracker(std::make_shared<TrackerManager>(TrackerList{counter}, QString()));
@@ -114,7 +114,7 @@ TEST_F(KelvarTest, EventsGoToTheTracker) {
   EXPECT_EQ(kelvar->trackForEvent(name, properties), name);
 }
 
-TEST_F(KelvarTest, IsReachedByNameAndIsAStore) {
+TEST_F(KelvarTest, IsAccessibleByNameAsStore) {
   const ClassInfo* const info = ClassInfo::find(QStringLiteral("Kelvar"));
   ASSERT_TRUE(info);
   const auto kelvar = info->create(QStringLiteral("init"));
@@ -135,7 +135,7 @@ TEST_F(KelvarTest, IsReachedByNameAndIsAStore) {
   EXPECT_TRUE(call("loadServerNotification", {}));
 }
 
-TEST_F(KelvarTest, AFirstStartAsksWhereItIsAndTellsThatItStarted) {
+TEST_F(KelvarTest, FirstStartLocatesItselfAndSendsStarted) {
   QVariantMap started;
   EXPECT_EQ(start(1, &started), QStringList(QStringLiteral("/v1/track")));
   EXPECT_EQ(started[QStringLiteral("event")], QStringLiteral("Started"));
@@ -149,7 +149,7 @@ TEST_F(KelvarTest, AFirstStartAsksWhereItIsAndTellsThatItStarted) {
   EXPECT_EQ(KVPersister().objectForKey(QStringLiteral("io.kelvarlabs.kelvar.tracker.uuid")),
             identity);
 
-  // A document need not name the build that it comes from.
+  // A document need not name the build that wrote it.
   Bundle::setHostInformation(
       {{QStringLiteral("CFBundleName"), QStringLiteral("Sketch")},
        {QStringLiteral("CFBundleShortVersionString"), QStringLiteral("52.1")},
@@ -162,13 +162,13 @@ TEST_F(KelvarTest, AFirstStartAsksWhereItIsAndTellsThatItStarted) {
             QStringLiteral("52.1"));
 }
 
-TEST_F(KelvarTest, AUserIsAliasedOnceAndIdentifiedAtEachStart) {
+TEST_F(KelvarTest, AliasesUserOnceAndIdentifiesAtEachStart) {
   const QString email = QStringLiteral("a@user.example");
   KVPersister().setObject(email, emailKey_);
   QVariantMap started;
   const QStringList firstPaths{QStringLiteral("/v1/alias"), QStringLiteral("/v1/identify"),
                                QStringLiteral("/v1/track")};
-  // What cannot be told is not told once and for all.
+  // While analytics are off, the user is not recorded as identified.
   const struct {
     const char* server;
     const char* doNotTrack;
@@ -196,7 +196,7 @@ TEST_F(KelvarTest, AUserIsAliasedOnceAndIdentifiedAtEachStart) {
   EXPECT_FALSE(KVPersister().objectForKey(identifiedKey_).isValid());
 }
 
-TEST_F(KelvarTest, WhoeverIsNotToBeTrackedStillGetsMessages) {
+TEST_F(KelvarTest, UntrackedUsersStillGetMessages) {
   const Server server({Server::http("{}")});
   use(server, server);
   qputenv("DO_NOT_TRACK", "1");
@@ -209,7 +209,7 @@ TEST_F(KelvarTest, WhoeverIsNotToBeTrackedStillGetsMessages) {
   EXPECT_TRUE(server.requests()[0].startsWith("GET /r/get_messages?"));
 }
 
-TEST_F(KelvarTest, OnlyTheFirstUpdatesTheMessages) {
+TEST_F(KelvarTest, OnlyFirstInstanceUpdatesMessages) {
   const Server server({Server::http(R"({"messages": [{"fields": {"ID": 7}}]})")});
   qputenv("KELVAR_API_SERVER", server.url(QString()).toEncoded());
   const QString key = QLatin1String(ServerMessages::kKey);
@@ -224,7 +224,7 @@ TEST_F(KelvarTest, OnlyTheFirstUpdatesTheMessages) {
   }
 }
 
-TEST_F(KelvarTest, MergesThroughThePersisterOfWhenTheMessagesCome) {
+TEST_F(KelvarTest, MergesThroughPersisterSetWhenMessagesArrive) {
   QTcpServer server;  // Of this thread, so that it answers after what is done here.
   ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
   QObject::connect(&server, &QTcpServer::newConnection, [&] {
@@ -248,7 +248,7 @@ TEST_F(KelvarTest, MergesThroughThePersisterOfWhenTheMessagesCome) {
   }
 }
 
-TEST_F(KelvarTest, LivesUntilTheMessagesAreThere) {
+TEST_F(KelvarTest, LivesUntilMessagesArrive) {
   const Server silent({QByteArray()});
   qputenv("KELVAR_API_SERVER", silent.url(QString()).toEncoded());
   auto kelvar = std::make_shared<Kelvar>();

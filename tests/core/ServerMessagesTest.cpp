@@ -9,11 +9,11 @@
 #include <stdexcept>
 
 #include "platform/Bundle.h"
-#include "platform/Json.h"
 #include "platform/LogCapture.h"
 #include "platform/LoopbackServer.h"
-#include "platform/SystemFacts.h"
-#include "platform/URLSession.h"
+#include "platform/SystemInfo.h"
+#include "platform/network/URLSession.h"
+#include "platform/plist/Json.h"
 
 namespace kelvar {
 namespace {
@@ -21,9 +21,8 @@ namespace {
 using Server = LoopbackServer;
 
 QVariantList json(const QByteArray& text) {
-  QString error;
-  const QVariant value = Json::read(text, &error);
-  EXPECT_EQ(value.typeId(), QMetaType::QVariantList) << text.constData() << qPrintable(error);
+  const QVariant value = Json::read(text).value();
+  EXPECT_EQ(value.typeId(), QMetaType::QVariantList) << text.constData();
   return value.toList();
 }
 
@@ -34,7 +33,7 @@ QVariantMap message(qlonglong id, const char* text, const char* action, bool rea
           {QStringLiteral("read"), read}};
 }
 
-TEST(MergedServerMessages, AreTheStoredOnesAndThenTheNew) {
+TEST(MergeServerMessagesTest, AppendsNewToStored) {
   const QVariantList stored{message(7, "old", "https://a.example/", true)};
   const QVariantMap seven = stored[0].toMap();
   const struct {
@@ -78,7 +77,7 @@ TEST(MergedServerMessages, AreTheStoredOnesAndThenTheNew) {
   }
 }
 
-/// Those with the ids, of which the multiples of `read` are read.
+/// Messages with these ids; multiples of `read` are read.
 QVariantList messages(qlonglong first, qlonglong last, qlonglong read) {
   QVariantList list;
   for (qlonglong id = first; id <= last; ++id) list.append(message(id, "", "", id % read == 0));
@@ -93,7 +92,7 @@ QVariantList records(qlonglong first, qlonglong last) {
   return list;
 }
 
-TEST(MergedServerMessages, AreAThousandAtMost) {
+TEST(MergeServerMessagesTest, KeepsAThousandAtMost) {
   constexpr qlonglong kNone = 1'000'000;
   const auto without = [](QVariantList list, QList<qlonglong> ids) {
     for (const qlonglong id : ids)
@@ -122,7 +121,7 @@ TEST(MergedServerMessages, AreAThousandAtMost) {
   }
 }
 
-TEST(MergedServerMessages, KeepTheirKinds) {
+TEST(MergeServerMessagesTest, KeepsValueTypes) {
   const QVariantMap merged =
       ServerMessages::merged({}, json(R"([{"fields": {"ID": 3.0}}])")).value(0).toMap();
   EXPECT_EQ(merged[QStringLiteral("id")].typeId(), QMetaType::LongLong);
@@ -130,23 +129,23 @@ TEST(MergedServerMessages, KeepTheirKinds) {
   EXPECT_EQ(merged[QStringLiteral("message")].typeId(), QMetaType::QString);
 }
 
-TEST(ReadServerMessages, AreMarkedInPlace) {
+TEST(MarkServerMessagesTest, MarksInPlace) {
   const QVariantList list{message(3, "a", "", false), message(5, "b", "c", false),
                           message(9, "d", "", true)};
   QVariantList marked = list;
   marked[1] = message(5, "b", "c", true);
-  EXPECT_EQ(ServerMessages::withMessageRead(list, 5), marked);
-  EXPECT_EQ(ServerMessages::withMessageRead(list, 4), list);
-  EXPECT_EQ(ServerMessages::withMessageRead({}, 4), QVariantList());
+  EXPECT_EQ(ServerMessages::withMessageRead(list, 5).value(), marked);
+  EXPECT_EQ(ServerMessages::withMessageRead(list, 4).value(), list);
+  EXPECT_EQ(ServerMessages::withMessageRead({}, 4).value(), QVariantList());
   for (const char* missing : {"message", "action"}) {
     QVariantMap damaged = list[1].toMap();
     damaged.remove(QLatin1String(missing));
-    EXPECT_THROW(ServerMessages::withMessageRead({damaged}, 5), std::invalid_argument) << missing;
-    EXPECT_NO_THROW(ServerMessages::withMessageRead({damaged}, 4));
+    EXPECT_FALSE(ServerMessages::withMessageRead({damaged}, 5)) << missing;
+    EXPECT_TRUE(ServerMessages::withMessageRead({damaged}, 4)) << missing;
   }
 }
 
-class LoadedServerMessages : public testing::Test {
+class LoadServerMessagesTest : public testing::Test {
  protected:
   void SetUp() override {
     ASSERT_TRUE(dir_.isValid());
@@ -159,22 +158,22 @@ class LoadedServerMessages : public testing::Test {
     Bundle::setHostInformation({});
   }
 
-  /// Starts `count` loads at once and waits until all are done. What the last had to say.
-  QString load(const QUrl& server, int count = 1) {
+  /// Starts `count` loads at once and waits until all are done. Returns the outcome of the last.
+  Result<void> load(const QUrl& server, int count = 1) {
     qputenv("KELVAR_API_SERVER", server.toEncoded());
     std::counting_semaphore done(0);
-    QString problem;
+    Result<void> outcome;
     for (int i = 0; i < count; ++i) {
       ServerMessages::load([this] { return persister_; },
-                           [&](const QString& error) {
-                             problem = error;
+                           [&](const Result<void>& loaded) {
+                             outcome = loaded;
                              done.release();
                            });
     }
     for (int i = 0; i < count; ++i) done.acquire();
-    return problem;
+    return outcome;
   }
-  QString load(const QByteArray& answer) {
+  Result<void> load(const QByteArray& answer) {
     const Server server({answer});
     return load(server.url(QString()));
   }
@@ -191,7 +190,7 @@ class LoadedServerMessages : public testing::Test {
   KVPersisterRef persister_ = std::make_shared<KVPersister>();
 };
 
-TEST_F(LoadedServerMessages, AreAskedForWithTheVersions) {
+TEST_F(LoadServerMessagesTest, RequestContainsVersions) {
   const Server server({Server::http("{}")});
   const LogCapture log;
   const auto version = [&](const QString& host) {
@@ -211,7 +210,7 @@ TEST_F(LoadedServerMessages, AreAskedForWithTheVersions) {
     EXPECT_TRUE(request.startsWith(QStringLiteral("GET ") + version(hosts[i])))
         << request.toStdString();
     const QString address = request.section(u' ', 1, 1);
-    const QString system = SystemFacts::operatingSystemVersionString().split(u' ').value(1);
+    const QString system = SystemInfo::operatingSystemVersionString().split(u' ').value(1);
     EXPECT_FALSE(system.isEmpty() || system == QStringLiteral("Version"));
     EXPECT_TRUE(address.endsWith(QStringLiteral("&osVersion=") + system)) << address.toStdString();
     EXPECT_TRUE(log.lines().contains(QStringLiteral("Loading message with version: ") +
@@ -221,18 +220,18 @@ TEST_F(LoadedServerMessages, AreAskedForWithTheVersions) {
   EXPECT_FALSE(log.lines().join(u'\n').contains(QStringLiteral("pass")));
 }
 
-TEST_F(LoadedServerMessages, AreStoredWhateverTheStatus) {
+TEST_F(LoadServerMessagesTest, StoresWhateverTheStatus) {
   const QByteArray two = R"({"messages": [{"fields": {"ID": 7, "Message": "a"}}, {"fields": {}}]})";
   for (const char* status : {"200 OK", "500 Internal Server Error", "404 Not Found"}) {
     KVPersister().removeObjectForKey(QLatin1String(ServerMessages::kKey));
-    EXPECT_TRUE(load(Server::http(two, status)).isNull()) << status;
+    EXPECT_TRUE(load(Server::http(two, status))) << status;
     EXPECT_EQ(stored(),
               QVariant(QVariantList{message(7, "a", "", false), message(-1, "", "", false)}))
         << status;
   }
 }
 
-TEST_F(LoadedServerMessages, RepliesWithoutMessagesChangeNothing) {
+TEST_F(LoadServerMessagesTest, RepliesWithoutMessagesChangeNothing) {
   const QVariant list = QVariantList{message(7, "old", "", true)};
   const struct {
     QByteArray answer;
@@ -256,7 +255,7 @@ TEST_F(LoadedServerMessages, RepliesWithoutMessagesChangeNothing) {
   for (const auto& [answer, result, fails] : cases) {
     KVPersister().setObject(list, QLatin1String(ServerMessages::kKey));
     const LogCapture log;
-    EXPECT_EQ(!load(answer).isNull(), fails) << answer.constData();
+    EXPECT_EQ(!load(answer), fails) << answer.constData();
     EXPECT_EQ(stored(), list) << answer.constData();
     const QStringList lines = log.lines();
     EXPECT_EQ(lines.size(), result ? 3 : 1) << lines.join(u'\n').toStdString();
@@ -265,17 +264,17 @@ TEST_F(LoadedServerMessages, RepliesWithoutMessagesChangeNothing) {
   }
 }
 
-TEST_F(LoadedServerMessages, NeedAServerAndAStore) {
-  EXPECT_FALSE(load(QUrl()).isNull());
+TEST_F(LoadServerMessagesTest, RequiresServerAndStore) {
+  EXPECT_FALSE(load(QUrl()));
   URLSession::shared()->setTimeout(std::chrono::milliseconds(100));
-  EXPECT_FALSE(load(QByteArray()).isNull()) << "silence";
+  EXPECT_FALSE(load(QByteArray())) << "silence";
   URLSession::shared()->setTimeout(std::chrono::minutes(1));
   persister_.reset();
-  EXPECT_TRUE(load(Server::http(R"({"messages": [{}]})")).isNull());
+  EXPECT_TRUE(load(Server::http(R"({"messages": [{}]})")));
   EXPECT_FALSE(stored().isValid());
 }
 
-TEST_F(LoadedServerMessages, MayBeLoadedTwiceAtOnce) {
+TEST_F(LoadServerMessagesTest, ConcurrentLoadsLoseNothing) {
   const QByteArray seven = R"({"fields": {"ID": 7}})";
   const QByteArray first =
       Server::http("{\"messages\": [" + seven + R"(, {"fields": {"ID": 8}}]})");
@@ -284,8 +283,8 @@ TEST_F(LoadedServerMessages, MayBeLoadedTwiceAtOnce) {
   for (int round = 0; round < 10; ++round) {
     KVPersister().removeObjectForKey(QLatin1String(ServerMessages::kKey));
     const Server server({first, second});
-    EXPECT_TRUE(load(server.url(QString()), 2).isNull());
-    // Which answer comes first is the network's business.
+    EXPECT_TRUE(load(server.url(QString()), 2));
+    // The order of the answers depends on the network.
     QSet<qlonglong> ids;
     const QVariantList list = stored().toList();
     for (const QVariant& each : list) ids.insert(each.toMap()[QStringLiteral("id")].toLongLong());
@@ -295,7 +294,7 @@ TEST_F(LoadedServerMessages, MayBeLoadedTwiceAtOnce) {
   }
 }
 
-TEST_F(LoadedServerMessages, MayBeOfferedByTheHundredThousand) {
+TEST_F(LoadServerMessagesTest, LimitsHugeResponses) {
   constexpr int kCount = 100000;
   QByteArray records;
   for (int id = 1; id <= kCount; ++id) {
@@ -304,9 +303,9 @@ TEST_F(LoadedServerMessages, MayBeOfferedByTheHundredThousand) {
   }
   const Server server({Server::http("{\"messages\":[" + records + "]}")});
   for (int round = 0; round < 2; ++round) {
-    EXPECT_TRUE(load(server.url(QString())).isNull());
+    EXPECT_TRUE(load(server.url(QString())));
     const QVariantList list = stored().toList();
-    ASSERT_EQ(list.size(), ServerMessages::kMost);
+    ASSERT_EQ(list.size(), ServerMessages::kMaxMessages);
     EXPECT_EQ(list.last(), QVariant(message(kCount, "Version 4", "", false)));
   }
 }

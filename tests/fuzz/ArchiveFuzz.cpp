@@ -1,8 +1,8 @@
 #include "archive/ArchiveTree.h"
 #include "archive/Graph.h"
 #include "fuzz/Fuzz.h"
-#include "platform/Json.h"
-#include "platform/PropertyList.h"
+#include "platform/plist/Json.h"
+#include "platform/plist/PropertyList.h"
 
 namespace kelvar {
 namespace {
@@ -13,24 +13,24 @@ void decodeRoot(const QByteArray& bytes) {
   takeApart(root);
   if (!tree.isValid()) return;
   const QVariant json = jsonArchiveTree(tree);
-  check(identical(jsonArchiveTree(json), json), "a JSON tree is one already");
+  check(identical(jsonArchiveTree(json), json), "converting a JSON tree is idempotent");
   takeApart(HRCoder::unarchiveObjectWithPlistOrJSON(json));
 }
 
-/// What `kelvar archive show` asks of a tree whose classes nobody knows.
+/// Resolves aliases as `kelvar archive show` does for a tree of unknown classes.
 void lookUpAliases(const QByteArray& bytes) {
-  QString error;
-  QVariant tree = PropertyList::read(bytes, nullptr, &error);
-  if (!tree.isValid()) tree = Json::read(bytes, &error);
-  const QHash<QString, QVariant> targets = archiveAliasTargets(propertyListArchiveTree(tree));
-  for (const QVariant& target : targets) check(target.isValid(), "what is found is there");
+  Result<QVariant> tree = PropertyList::read(bytes);
+  if (!tree) tree = Json::read(bytes);
+  if (!tree) return;
+  const QHash<QString, QVariant> targets = archiveAliasTargets(propertyListArchiveTree(*tree));
+  for (const QVariant& target : targets) check(target.isValid(), "a resolved alias has a target");
 }
 
 void decodeByKey(const QByteArray& bytes) {
   try {
     const auto coder = HRCoder::initForReadingWithData(bytes);
     for (const QString& key : coder->stack().last().toMap().keys()) {
-      check(coder->containsValueForKey(key), "a key is there");
+      check(coder->containsValueForKey(key), "a listed key exists");
       coder->decodeBool(key);
       coder->decodeInt(key);
       coder->decodeInt32(key);
@@ -48,7 +48,7 @@ void decodeByKey(const QByteArray& bytes) {
 }  // namespace
 }  // namespace kelvar
 
-/// Objects out of any property list or JSON.
+/// Decodes objects from a property list or JSON.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   kelvar::decodeRoot(kelvar::bytesOf(data, size));
   kelvar::lookUpAliases(kelvar::bytesOf(data, size));

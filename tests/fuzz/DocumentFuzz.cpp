@@ -3,26 +3,25 @@
 
 #include "fuzz/Fuzz.h"
 #include "geometry/PointList.h"
-#include "host/ArtboardRenderer.h"
-#include "host/DocumentMapping.h"
-#include "platform/ZipArchive.h"
+#include "mockup/DocumentMapping.h"
+#include "platform/files/ZipArchive.h"
+#include "sketch/render/ArtboardRenderer.h"
 
 namespace kelvar {
 namespace {
 
-/// Larger pictures find nothing that smaller ones do not.
-constexpr double kMostPixels = 64;
+/// Larger images find nothing that smaller ones do not.
+constexpr double kMaxPixels = 64;
 
 QByteArray packed(const QByteArray& page) {
-  QString error;
-  return ZipArchive::read({}, &error)
-      ->written({{QStringLiteral("document.json"), R"({"pages":[{"_ref":"pages/p"}]})"},
-                 {QStringLiteral("meta.json"), R"({"version":136,"build":1})"},
-                 {QStringLiteral("pages/p.json"), page}},
-                {}, &error);
+  return *ZipArchive::read({}).value()->written(
+      {{QStringLiteral("document.json"), R"({"pages":[{"_ref":"pages/p"}]})"},
+       {QStringLiteral("meta.json"), R"({"version":136,"build":1})"},
+       {QStringLiteral("pages/p.json"), page}},
+      {});
 }
 
-/// Fonts want an application, and one for each picture would take most of the time.
+/// Fonts require an application, and creating one per input would take most of the time.
 void makeApplication() {
   static int count = 3;
   static char name[] = "fuzz", option[] = "-platform", platform[] = "offscreen";
@@ -32,69 +31,65 @@ void makeApplication() {
 
 double longest(const QSizeF& size) { return std::max(size.width(), size.height()); }
 
-/// Whether what is mapped onto the layer has few pixels.
+/// Whether an image mapped onto the layer has few pixels.
 bool isSmall(const SketchLayerRef& layer, double quality) {
   double far = longest(layer->frameRect().size());
-  for (const QString& corner : LayerMapping::cornersOf(layer)) {
-    const QPointF point = pointFromString(corner);
-    far = std::max({far, std::abs(point.x()), std::abs(point.y())});
+  for (const warp::Point& corner : LayerMapping::cornersOf(layer)) {
+    far = std::max({far, std::abs(corner.x), std::abs(corner.y)});
   }
-  return far * quality <= kMostPixels;
+  return far * quality <= kMaxPixels;
 }
 
 void map(const SketchDocumentRef& document, const SketchLayerRef& layer) {
-  const QString objection = LayerMapping::objectionTo(layer);
-  if (!objection.isNull() || !isSmall(layer, 1)) return;
+  if (!LayerMapping::canMapOnto(layer) || !isSmall(layer, 1)) return;
   QImage pixels(3, 2, QImage::Format_ARGB32_Premultiplied);
   pixels.fill(Qt::red);
-  const auto design = [&](const QSizeF&, QString*) { return std::make_shared<Image>(pixels); };
-  QString error;
-  const bool isMapped = DocumentMapping(document).map(layer, {.rotation = 1}, design, &error);
-  check(isMapped == error.isEmpty(), "it is mapped or there is a sentence");
-  check(!isMapped || LayerSettings::of(*layer)->rotation == 1, "what was mapped is remembered");
+  const auto design = [&](const QSizeF&) { return std::make_shared<Image>(pixels); };
+  const Result<void> mapped =
+      DocumentMapping(document).map(layer, {.options = {.rotation = 1}}, design);
+  check(mapped || !mapped.error().message.empty(), "there is either a mapping or an error");
+  check(!mapped || LayerSettings::of(*layer)->options.rotation == 1, "the mapping is recorded");
 }
 
 void refresh(const SketchDocumentRef& document) {
   for (const SketchLayerRef& artboard : document->artboards()) {
-    if (!(longest(artboard->frameRect().size()) <= kMostPixels)) return;
+    if (!(longest(artboard->frameRect().size()) <= kMaxPixels)) return;
   }
   for (const SketchLayerRef& page : document->pages()) {
     for (const SketchLayerRef& layer : page->withDescendants()) {
       const auto settings = LayerSettings::of(*layer);
-      if (settings && !isSmall(layer, settings->quality)) return;
+      if (settings && !isSmall(layer, settings->options.quality)) return;
     }
   }
-  QString error;
-  QList<SketchLayerRef> layers;
-  check(DocumentMapping(document).refresh(&layers, &error) == error.isEmpty(),
-        "all is mapped again or there is a sentence");
+  const auto refreshed = DocumentMapping(document).refresh();
+  check(refreshed || !refreshed.error().message.empty(), "there is either a mapping or an error");
 }
 
 void look(const SketchDocumentRef& document, const SketchLayerRef& layer) {
   check(layer->valueForKeyPath(QStringLiteral("layers.style.fills")).isValid() ||
             layer->layers().isEmpty(),
-        "a list of layers gives a list");
+        "a key path over layers gives a list");
   const double side = longest(layer->frameRect().size());
   if (!layer->isArtboard() || !(side > 0)) return;
-  QString error;
-  const ImageRef picture =
-      ArtboardRenderer(document).render(*layer, std::min(1.0, kMostPixels / side), &error);
-  check(bool(picture) == error.isEmpty(), "there is a picture or a sentence");
+  const auto image = ArtboardRenderer(document).render(*layer, std::min(1.0, kMaxPixels / side));
+  check(image ? bool(*image) : !image.error().message.empty(),
+        "there is either an image or an error");
 }
 
 }  // namespace
 }  // namespace kelvar
 
-/// A document, or the JSON of the only page of one: checksums keep changes out of an archive.
+/// A document, or the JSON of its only page: in an archive, checksums would reject most mutations.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace kelvar;
   makeApplication();
   const QByteArray input = bytesOf(data, size);
-  QString error;
-  const auto document = SketchDocument::read(input.startsWith('{') ? packed(input) : input,
-                                             QStringLiteral("input"), &error);
-  check(bool(document) == error.isEmpty(), "there is a document or a sentence");
-  if (!document) return 0;
+  const auto read =
+      SketchDocument::read(input.startsWith('{') ? packed(input) : input, QStringLiteral("input"));
+  check(read ? bool(*read) : !read.error().message.empty(),
+        "there is either a document or an error");
+  if (!read) return 0;
+  const SketchDocumentRef& document = *read;
   for (const SketchLayerRef& page : document->pages()) {
     page->edit();
     for (const SketchLayerRef& layer : page->withDescendants()) look(document, layer);
@@ -103,18 +98,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (const SketchLayerRef& page : document->pages()) {
     for (const SketchLayerRef& layer : page->withDescendants()) map(document, layer);
   }
-  const QByteArray saved = document->bytes(&error);
-  // A damaged file that nobody looked at is found when it is copied.
-  check(saved.isEmpty() != error.isEmpty(), "there are bytes or a sentence");
-  if (saved.isEmpty()) return 0;
-  const auto again = SketchDocument::read(saved, QStringLiteral("saved"), &error);
-  check(again && again->bytes(&error) == saved, "what is saved can be read");
+  const auto saved = document->bytes();
+  // Damage in a file that was not read so far is noticed when the file is copied.
+  check(saved ? !saved->isEmpty() : !saved.error().message.empty(),
+        "there are either bytes or an error");
+  if (!saved) return 0;
+  const auto again = SketchDocument::read(*saved, QStringLiteral("saved"));
+  check(again && (*again)->bytes().value() == *saved, "a saved document can be read");
   const auto kept = [](const SketchDocument& each) {
     QStringList names = each.fileNames();
-    // A picture goes when another one takes its place.
+    // An image is removed when another one replaces it.
     names.removeIf([](const QString& name) { return name.startsWith(u"images/"); });
     return names;
   };
-  check(kept(*again) == kept(*document), "all files are kept");
+  check(kept(**again) == kept(*document), "all other files are preserved");
   return 0;
 }

@@ -4,7 +4,7 @@
 #include <random>
 
 #include "fuzz/Fuzz.h"
-#include "platform/ZipArchive.h"
+#include "platform/files/ZipArchive.h"
 
 extern "C" size_t LLVMFuzzerMutate(uint8_t* data, size_t size, size_t maxSize);
 
@@ -13,12 +13,12 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// Numbers that go wrong where others do not.
+/// Numbers that tend to reveal faults.
 const Json kNumbers = {0,      -0.0, 1,     -1,   2,      3,     4,          0.5,        -0.5,
                        1e-9,   90,   -45.5, 1000, 100000, 1e9,   1e18,       1e308,      -1e308,
                        5e-324, 7,    12,    21,   4096,   65536, 2147483647, -2147483648};
 
-/// Words that mean something to a document.
+/// Strings that have a meaning in documents.
 const Json kWords = {
     "",
     "page",
@@ -58,7 +58,7 @@ const Json kWords = {
     "color:fill-0",
     "\xf0\x9f\x91\xa9\xe2\x80\x8d\xf0\x9f\x91\xa7 \xd7\xa9\xd9\x84 a\xcc\x81\n\t\xe2\x80\xa8x"};
 
-/// Members of layers and styles, and values that they can have.
+/// Properties of layers and styles with valid values.
 const char* const kMembers[] = {
     R"({"rotation":30})",
     R"({"isFlippedHorizontal":true,"isFlippedVertical":true})",
@@ -97,7 +97,7 @@ const char* const kMembers[] = {
     R"({"colorControls":{"isEnabled":true,"brightness":0.2,"contrast":2,"hue":1,"saturation":0}})",
     R"({"startMarkerType":2,"endMarkerType":5})"};
 
-/// One change to a tree of values.
+/// Makes one random change to a tree of values.
 class TreeMutator {
  public:
   explicit TreeMutator(unsigned seed) : random_(seed) {}
@@ -188,7 +188,7 @@ Json parsed(const QByteArray& bytes) {
   return Json::parse(bytes.begin(), bytes.end(), nullptr, false);
 }
 
-/// The JSON changed in one place, or with a part of `other` in it. Empty where it is no JSON.
+/// The JSON with one change, or with a part of `other` in it. Empty if it is not JSON.
 QByteArray mutatedJson(const QByteArray& bytes, const QByteArray& other, TreeMutator* mutator) {
   Json root = parsed(bytes);
   const Json from = other.isEmpty() ? Json() : parsed(other);
@@ -197,17 +197,18 @@ QByteArray mutatedJson(const QByteArray& bytes, const QByteArray& other, TreeMut
   return QByteArray::fromStdString(root.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
-/// The same in one of the JSON files of an archive, since a change to the archive's own bytes only
-/// ever finds out that checksums are looked at.
+/// Changes one of the JSON files in an archive: a change to the bytes of the archive itself would
+/// only fail the checksum.
 QByteArray mutatedArchive(const QByteArray& bytes, TreeMutator* mutator) {
-  QString error;
-  const auto archive = ZipArchive::read(bytes, &error);
-  if (!archive) return {};
-  const QStringList names = archive->names().filter(QStringLiteral(".json"));
+  const auto read = ZipArchive::read(bytes);
+  if (!read) return {};
+  const ZipArchive& archive = **read;
+  const QStringList names = archive.names().filter(QStringLiteral(".json"));
   if (names.isEmpty()) return {};
   const QString name = names[qsizetype(mutator->below(size_t(names.size())))];
-  const QByteArray changed = mutatedJson(archive->file(name, &error), {}, mutator);
-  return changed.isEmpty() ? changed : archive->written({{name, changed}}, {}, &error);
+  const QByteArray changed = mutatedJson(archive.file(name).value_or(QByteArray()), {}, mutator);
+  return changed.isEmpty() ? changed
+                           : archive.written({{name, changed}}, {}).value_or(QByteArray());
 }
 
 size_t kept(const QByteArray& bytes, uint8_t* data, size_t maxSize) {
@@ -242,5 +243,5 @@ extern "C" size_t LLVMFuzzerCustomCrossOver(const uint8_t* data, size_t size, co
   return kept(mutatedJson(input, from, &mutator), out, maxSize);
 }
 
-/// Kept by the library for as long as the program runs.
+/// Fontconfig keeps its caches until the program ends.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }

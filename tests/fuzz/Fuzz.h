@@ -5,15 +5,15 @@
 #include <cstdio>
 #include <cstdlib>
 
-/// What libFuzzer calls with each input.
+/// libFuzzer calls this with each input.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace kelvar {
 
-/// Ends the program where something does not hold, as a crash would.
+/// Aborts if an expectation does not hold; libFuzzer then reports a crash.
 inline void check(bool holds, const char* what) {
   if (holds) return;
-  std::fprintf(stderr, "does not hold: %s\n", what);
+  std::fprintf(stderr, "failed expectation: %s\n", what);
   std::abort();
 }
 

@@ -2,7 +2,7 @@
 
 #include "fuzz/Fuzz.h"
 
-/// Runs the inputs in the files given, once.
+/// Runs each of the given input files once.
 int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     QFile file(QString::fromLocal8Bit(argv[i]));

@@ -8,7 +8,7 @@
 namespace kelvar {
 namespace {
 
-/// 'M', 'L' and 'Z' with the next point of `text` for each but 'Z'.
+/// A path from commands: 'M', 'L' and 'Z'; all but 'Z' take the next point of `text`.
 BezierPath path(const char* kinds, const char* text) {
   const PointList list = points(text);
   BezierPath path;
@@ -21,7 +21,7 @@ BezierPath path(const char* kinds, const char* text) {
   return path;
 }
 
-TEST(KVBezierPath, WalksAPath) {
+TEST(KVBezierPathTest, ExtractsPoints) {
   const struct {
     const char* what;
     const char* kinds;
@@ -48,7 +48,7 @@ TEST(KVBezierPath, WalksAPath) {
   }
 }
 
-TEST(KVBezierPath, LogsMovesAndCloses) {
+TEST(KVBezierPathTest, LogsMovesAndCloses) {
   LogCapture log;
   KVBezierPath::pointsFromBezierPath(path("MLMLZ", "1,1 5,1 7,7 8,8"));
   EXPECT_EQ(log.lines(), (QStringList{QStringLiteral("Move line from {0, 0} to {1, 1}"),
@@ -56,7 +56,7 @@ TEST(KVBezierPath, LogsMovesAndCloses) {
                                       QStringLiteral("Close line from {8, 8} to {1, 1}")}));
 }
 
-TEST(KVBezierPath, FlattensCurvesOnTheWay) {
+TEST(KVBezierPathTest, FlattensCurves) {
   BezierPath curve = path("ML", "0,0 100,0");
   curve.curveTo({0, 100}, {100, 55}, {55, 100});
   curve.close();
@@ -65,7 +65,7 @@ TEST(KVBezierPath, FlattensCurvesOnTheWay) {
   EXPECT_EQ(list.last(), QStringLiteral("{0, 100}"));
 }
 
-TEST(KVBezierPath, MakesPathsThatReadBack) {
+TEST(KVBezierPathTest, CreatesPathsThatRoundTrip) {
   const PointList list = points("1,2 9,2 9.5,9 1,9");
   EXPECT_EQ(KVBezierPath::pointsFromBezierPath(KVBezierPath::bezierPathWithPoints(list)), list);
   const auto empty = KVBezierPath::bezierPathWithPoints({}).elements();
@@ -73,7 +73,7 @@ TEST(KVBezierPath, MakesPathsThatReadBack) {
   EXPECT_EQ(empty[0].kind, BezierPath::Kind::Close);
 }
 
-TEST(KVBezierPath, TellsTheWindingAndReversesIt) {
+TEST(KVBezierPathTest, ReportsAndReversesWinding) {
   const BezierPath clockwise = path("MLLLZ", "0,0 10,0 10,10 0,10");
   const BezierPath reversed = KVBezierPath::bezierPathReversed(clockwise);
   EXPECT_TRUE(KVBezierPath::bezierPathIsClockwise(clockwise));

@@ -9,7 +9,7 @@
 namespace kelvar {
 namespace {
 
-/// One color everywhere.
+/// A uniform color.
 ImageRef plain(int width, int height, const QColor& color) {
   QImage pixels(width, height, QImage::Format_ARGB32_Premultiplied);
   pixels.fill(color);
@@ -17,7 +17,7 @@ ImageRef plain(int width, int height, const QColor& color) {
 }
 
 /// Red over blue, opaque.
-ImageRef picture(int width, int height, QSizeF size = {}) {
+ImageRef makeImage(int width, int height, QSizeF size = {}) {
   QImage pixels(width, height, QImage::Format_ARGB32_Premultiplied);
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) pixels.setPixel(x, y, y < height / 2 ? 0xffff0000 : 0xff0000ff);
@@ -25,23 +25,23 @@ ImageRef picture(int width, int height, QSizeF size = {}) {
   return std::make_shared<Image>(pixels, size.isEmpty() ? QSizeF(width, height) : size);
 }
 
-TEST(KVImage, BitmapsHaveTheTruncatedSizeDrawnFromTheBottomLeft) {
-  EXPECT_EQ(KVImage::getCGImage(picture(107, 52, {10.7, 5.2})).size(), QSize(10, 5));
-  const ImageRef whole = picture(20, 10);
+TEST(KVImageTest, BitmapsHaveTruncatedSizeDrawnFromBottomLeft) {
+  EXPECT_EQ(KVImage::getCGImage(makeImage(107, 52, {10.7, 5.2})).size(), QSize(10, 5));
+  const ImageRef whole = makeImage(20, 10);
   EXPECT_EQ(KVImage::getCGImage(whole), whole->pixels());
   // 2.5 points of red on top lose half a point, so that red covers rows 0 and 1.
-  const QImage cut = KVImage::getCGImage(picture(50, 50, {5.5, 5.5}));
+  const QImage cut = KVImage::getCGImage(makeImage(50, 50, {5.5, 5.5}));
   EXPECT_EQ(cut.pixel(2, 0), 0xffff0000);
   EXPECT_EQ(cut.pixel(2, 1), 0xffff0000);
   EXPECT_NEAR(qRed(cut.pixel(2, 2)), 64, 64);
   EXPECT_EQ(cut.pixel(2, 3), 0xff0000ff);
   EXPECT_EQ(cut.pixel(4, 4), 0xff0000ff);
-  EXPECT_TRUE(KVImage::getCGImage(picture(5, 5, {0.9, 5})).isNull());
+  EXPECT_TRUE(KVImage::getCGImage(makeImage(5, 5, {0.9, 5})).isNull());
   EXPECT_TRUE(KVImage::getCGImage(nullptr).isNull());
 }
 
-TEST(KVImage, ScalingChangesTheCallersPicture) {
-  const ImageRef image = picture(20, 10);
+TEST(KVImageTest, ScalingChangesCallersImage) {
+  const ImageRef image = makeImage(20, 10);
   const ImageRef scaled = KVImage::scaleImage(image, {40, 30});
   EXPECT_EQ(image->size(), QSizeF(40, 30));
   EXPECT_EQ(image->pixels().size(), QSize(20, 10));
@@ -51,16 +51,16 @@ TEST(KVImage, ScalingChangesTheCallersPicture) {
   EXPECT_EQ(scaled->pixels().pixel(39, 29), 0xff0000ff);
 }
 
-TEST(KVImage, FillsAFrame) {
+TEST(KVImageTest, FillsFrame) {
   const struct {
     const char* what;
     KVRectRef frame;
     double scale;
     bool trim;
     QSizeF size;
-    QRect picture;
+    QRect image;
   } cases[] = {
-      {"centred", KVRectMake(0, 0, 100, 100), 1, false, {100, 100}, {0, 25, 100, 50}},
+      {"centered", KVRectMake(0, 0, 100, 100), 1, false, {100, 100}, {0, 25, 100, 50}},
       {"trimmed", KVRectMake(0, 0, 100, 100), 1, true, {100, 50}, {0, 0, 100, 50}},
       {"scaled", KVRectMake(0, 0, 100, 100), 2, false, {200, 200}, {0, 50, 200, 100}},
       {"scaled, trimmed", KVRectMake(0, 0, 100, 100), 2, true, {200, 100}, {0, 0, 200, 100}},
@@ -70,7 +70,7 @@ TEST(KVImage, FillsAFrame) {
       {"to the side", KVRectMake(0, 0, 140, 50), 1, false, {140, 50}, {20, 0, 100, 50}},
   };
   for (const auto& [what, frame, scale, trim, size, rect] : cases) {
-    const ImageRef filled = KVImage::fillImage(picture(200, 100), frame, scale, trim);
+    const ImageRef filled = KVImage::fillImage(makeImage(200, 100), frame, scale, trim);
     ASSERT_TRUE(filled && filled->isValid()) << what;
     EXPECT_EQ(filled->size(), size) << what;
     const QImage pixels = filled->pixels();
@@ -84,26 +84,26 @@ TEST(KVImage, FillsAFrame) {
   }
 }
 
-TEST(KVImage, FillsWithAFaintShadow) {
+TEST(KVImageTest, FillsWithFaintShadow) {
   const auto alpha = [](const ImageRef& image, int y) {
     return qAlpha(image->pixels().pixel(50, y));
   };
   const KVRectRef frame = KVRectMake(0, 0, 100, 100);
-  const ImageRef rim = KVImage::fillImage(picture(200, 100), frame, 1, false);
+  const ImageRef rim = KVImage::fillImage(makeImage(200, 100), frame, 1, false);
   // A Gaussian of half the blur's radius puts 10.7 % of the shadow's alpha next to the edge.
   for (const int y : {24, 75}) {
     EXPECT_NEAR(alpha(rim, y), 0.107 * 64, 1);
     EXPECT_EQ(alpha(rim, y < 50 ? y - 1 : y + 1), 0);
     EXPECT_EQ(rim->pixels().pixel(50, y) & 0xffffff, 0u);
   }
-  const ImageRef up = KVImage::fillImage(picture(200, 100), frame, 1, false, {0, 10});
+  const ImageRef up = KVImage::fillImage(makeImage(200, 100), frame, 1, false, {0, 10});
   EXPECT_EQ(alpha(up, 20), 64);
   EXPECT_EQ(alpha(up, 10), 0);
   EXPECT_EQ(alpha(up, 76), 0);
 }
 
-TEST(KVImage, BlendsWithTheShadowBelow) {
-  // The shadow has a quarter of the picture's alpha, and the picture lets it through.
+TEST(KVImageTest, BlendsWithShadowBelow) {
+  // The shadow has a quarter of the image's alpha, and the image lets it through.
   const struct {
     QColor color;
     int alpha;
@@ -124,7 +124,7 @@ TEST(KVImage, BlendsWithTheShadowBelow) {
   }
 }
 
-TEST(KVImage, CropsToWholePixelsAndKeepsTheFramesSize) {
+TEST(KVImageTest, CropsToWholePixelsAndKeepsFrameSize) {
   const struct {
     const char* what;
     KVRectRef frame;
@@ -143,17 +143,17 @@ TEST(KVImage, CropsToWholePixelsAndKeepsTheFramesSize) {
       {"not a number", KVRectMake(std::nan(""), 0, 5, 5), {0, 0}, {5, 5}},
   };
   for (const auto& [what, frame, pixels, size] : cases) {
-    const ImageRef crop = KVImage::cropImage(picture(20, 10), frame);
+    const ImageRef crop = KVImage::cropImage(makeImage(20, 10), frame);
     ASSERT_TRUE(crop) << what;
     EXPECT_EQ(crop->pixels().size(), pixels) << what;
     EXPECT_EQ(crop->size(), size) << what;
   }
-  const ImageRef crop = KVImage::cropImage(picture(20, 10), KVRectMake(0, 4, 1, 2));
+  const ImageRef crop = KVImage::cropImage(makeImage(20, 10), KVRectMake(0, 4, 1, 2));
   EXPECT_EQ(crop->pixels().pixel(0, 0), 0xffff0000) << "y counts from the top";
   EXPECT_EQ(crop->pixels().pixel(0, 1), 0xff0000ff);
 }
 
-TEST(KVImage, RefusesInvalidPictures) {
+TEST(KVImageTest, RejectsInvalidImages) {
   for (const ImageRef& image : {ImageRef(), std::make_shared<Image>()}) {
     LogCapture log;
     EXPECT_FALSE(KVImage::scaleImage(image, {5, 5}));
@@ -165,11 +165,11 @@ TEST(KVImage, RefusesInvalidPictures) {
   }
 }
 
-TEST(KVImage, HasNoPixelsForImpossibleSizes) {
-  EXPECT_FALSE(KVImage::scaleImage(picture(2, 2), {0, 5})->isValid());
-  EXPECT_FALSE(KVImage::scaleImage(picture(2, 2), {1e6, 1e6})->isValid());
-  EXPECT_FALSE(KVImage::fillImage(picture(2, 2), nullptr, 1, false)->isValid());
-  EXPECT_FALSE(KVImage::fillImage(picture(2, 2), KVRectMake(0, 0, 9, 9), 1e9, false)->isValid());
+TEST(KVImageTest, HasNoPixelsForImpossibleSizes) {
+  EXPECT_FALSE(KVImage::scaleImage(makeImage(2, 2), {0, 5})->isValid());
+  EXPECT_FALSE(KVImage::scaleImage(makeImage(2, 2), {1e6, 1e6})->isValid());
+  EXPECT_FALSE(KVImage::fillImage(makeImage(2, 2), nullptr, 1, false)->isValid());
+  EXPECT_FALSE(KVImage::fillImage(makeImage(2, 2), KVRectMake(0, 0, 9, 9), 1e9, false)->isValid());
 }
 
 }  // namespace

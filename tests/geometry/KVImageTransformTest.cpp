@@ -11,8 +11,8 @@
 namespace kelvar {
 namespace {
 
-/// Every pixel its own colour.
-ImageRef picture(int width, int height) {
+/// Every pixel has its own color.
+ImageRef makeImage(int width, int height) {
   QImage pixels(width, height, QImage::Format_ARGB32_Premultiplied);
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) pixels.setPixel(x, y, qRgb(x, y, (x * 7 + y * 13) & 255));
@@ -28,17 +28,17 @@ void setCorners(KVImageTransform& transform, const char* text) {
   transform.setBl(pointFromString(list[3]));
 }
 
-TEST(KVImageTransform, StartsAsTheIdentity) {
+TEST(KVImageTransformTest, StartsAsTheIdentity) {
   KVImageTransform transform;
   EXPECT_EQ(transform.points(), points("0,0 0,0 0,0 0,0"));
-  transform.setInput(picture(200, 100));
+  transform.setInput(makeImage(200, 100));
   EXPECT_EQ(transform.points(), points("0,0 200,0 200,100 0,100"));
   const ImageRef output = transform.createOutput();
   EXPECT_EQ(output->size(), QSizeF(200, 100));
   EXPECT_EQ(output->pixels(), transform.input()->pixels());
 }
 
-TEST(KVImageTransform, FlipsThenTurns) {
+TEST(KVImageTransformTest, FlipsThenRotates) {
   const struct {
     bool flipped;
     uint64_t rotation;
@@ -61,9 +61,9 @@ TEST(KVImageTransform, FlipsThenTurns) {
   }
 }
 
-TEST(KVImageTransform, TurnsThePictureCounterClockwise) {
+TEST(KVImageTransformTest, RotatesCounterclockwise) {
   KVImageTransform transform;
-  transform.setInput(picture(40, 40));
+  transform.setInput(makeImage(40, 40));
   transform.setRotation(1);
   const QImage turned = transform.createOutput()->pixels();
   transform.setRotation(0);
@@ -77,7 +77,7 @@ TEST(KVImageTransform, TurnsThePictureCounterClockwise) {
   }
 }
 
-TEST(KVImageTransform, CoversTheBoundingBoxInWholePixels) {
+TEST(KVImageTransformTest, CoversBoundingBoxInWholePixels) {
   const struct {
     const char* what;
     const char* corners;
@@ -110,7 +110,7 @@ TEST(KVImageTransform, CoversTheBoundingBoxInWholePixels) {
   };
   for (const auto& [what, corners, scale, size, quad] : cases) {
     KVImageTransform transform;
-    transform.setInput(picture(20, 10));
+    transform.setInput(makeImage(20, 10));
     setCorners(transform, corners);
     transform.setScale(scale);
     const auto placement = transform.placement();
@@ -126,16 +126,16 @@ TEST(KVImageTransform, CoversTheBoundingBoxInWholePixels) {
   }
 }
 
-TEST(KVImageTransform, MapsEveryPixelWhateverTheNominalSize) {
+TEST(KVImageTransformTest, MapsEveryPixelWhateverNominalSize) {
   KVImageTransform transform;
-  const ImageRef dense = std::make_shared<Image>(picture(40, 20)->pixels(), QSizeF(20, 10));
+  const ImageRef dense = std::make_shared<Image>(makeImage(40, 20)->pixels(), QSizeF(20, 10));
   transform.setInput(dense);
   EXPECT_EQ(transform.points(), points("0,0 20,0 20,10 0,10"));
   transform.setScale(2);
   EXPECT_EQ(transform.createOutput()->pixels(), dense->pixels());
 }
 
-TEST(KVImageTransform, GivesNoPictureWhereThereIsNone) {
+TEST(KVImageTransformTest, BadInputGivesInvalidImage) {
   const struct {
     const char* what;
     ImageRef input;
@@ -145,14 +145,14 @@ TEST(KVImageTransform, GivesNoPictureWhereThereIsNone) {
   } cases[] = {
       {"no input", nullptr, "0,0 9,0 9,9 0,9", 1, false},
       {"invalid input", std::make_shared<Image>(), "0,0 9,0 9,9 0,9", 1, false},
-      {"collinear", picture(4, 4), "0,0 5,0 9,0 0,9", 1, false},
-      {"crossed", picture(4, 4), "0,0 9,9 9,0 0,9", 1, false},
-      {"concave", picture(4, 4), "0,0 9,0 2,2 0,9", 1, false},
-      {"not finite", picture(4, 4), "0,0 inf,0 9,9 0,9", 1, false},
-      {"not a scale", picture(4, 4), "0,0 9,0 9,9 0,9", std::nan(""), false},
-      {"too wide", picture(4, 4), "0,0 32769,0 32769,1 0,1", 1, true},
-      {"too many pixels", picture(4, 4), "0,0 20000,0 20000,20000 0,20000", 1, true},
-      {"too large a scale", picture(4, 4), "0,0 9,0 9,9 0,9", 1e12, true},
+      {"collinear", makeImage(4, 4), "0,0 5,0 9,0 0,9", 1, false},
+      {"crossed", makeImage(4, 4), "0,0 9,9 9,0 0,9", 1, false},
+      {"concave", makeImage(4, 4), "0,0 9,0 2,2 0,9", 1, false},
+      {"not finite", makeImage(4, 4), "0,0 inf,0 9,9 0,9", 1, false},
+      {"not a scale", makeImage(4, 4), "0,0 9,0 9,9 0,9", std::nan(""), false},
+      {"too wide", makeImage(4, 4), "0,0 32769,0 32769,1 0,1", 1, true},
+      {"too many pixels", makeImage(4, 4), "0,0 20000,0 20000,20000 0,20000", 1, true},
+      {"too large a scale", makeImage(4, 4), "0,0 9,0 9,9 0,9", 1e12, true},
   };
   for (const auto& [what, input, corners, scale, logged] : cases) {
     LogCapture log;

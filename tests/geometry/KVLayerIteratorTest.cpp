@@ -25,7 +25,7 @@ QVariant child(const char* text) {
   return QVariant::fromValue<ObjectRef>(layer);
 }
 
-TEST(KVLayerIterator, ReadsTheFirstChildClockwise) {
+TEST(KVLayerIteratorTest, ReadsFirstChildClockwise) {
   const QVariantMap bare{{QStringLiteral("name"), QStringLiteral("a child without a path")}};
   const struct {
     const char* what;

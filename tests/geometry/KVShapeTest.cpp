@@ -7,7 +7,7 @@
 namespace kelvar {
 namespace {
 
-TEST(KVShape, MeasuresAndNormalises) {
+TEST(KVShapeTest, MeasuresAndNormalizes) {
   const struct {
     const char* path;
     QSizeF realSize;
@@ -31,7 +31,7 @@ TEST(KVShape, MeasuresAndNormalises) {
   }
 }
 
-TEST(KVShape, Scales) {
+TEST(KVShapeTest, Scales) {
   KVShape shape(KVRectMake(5, 6, 100, 40), points("-20,0 80,0 80,40"));
   EXPECT_EQ(shape.scale(), 1u);
   for (const auto& [scale, factor] : {std::pair{0, 1.0}, {1, 1.0}, {2, 2.0}}) {
@@ -42,7 +42,7 @@ TEST(KVShape, Scales) {
   }
 }
 
-TEST(KVShape, ReadsNullBoundsAsZeroAndSharesThem) {
+TEST(KVShapeTest, ReadsNullBoundsAsZeroAndSharesThem) {
   KVShape shape(nullptr, points("-1,-2"));
   EXPECT_EQ(shape.croppingRect()->CGRect(), QRectF(1, 2, 0, 0));
   const KVRectRef bounds = KVRectMake(0, 0, 1, 1);
@@ -51,7 +51,7 @@ TEST(KVShape, ReadsNullBoundsAsZeroAndSharesThem) {
   EXPECT_EQ(shape.croppingRect()->x(), 11);
 }
 
-TEST(KVShape, ReversesAroundTheFirstPoint) {
+TEST(KVShapeTest, ReversesAroundFirstPoint) {
   EXPECT_EQ(KVShape::reversedPoints(points("0,0 1,0 1,1 0,1")), points("0,0 0,1 1,1 1,0"));
   EXPECT_EQ(KVShape::reversedPoints(points("4,2")), points("4,2"));
   EXPECT_EQ(KVShape::reversedPoints({}), PointList());

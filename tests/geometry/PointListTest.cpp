@@ -10,7 +10,7 @@
 namespace kelvar {
 namespace {
 
-TEST(PointList, PrintsTheFewestDigits) {
+TEST(PointListTest, PrintsFewestDigits) {
   const struct {
     double number;
     const char* text;
@@ -35,7 +35,7 @@ TEST(PointList, PrintsTheFewestDigits) {
   }
 }
 
-TEST(PointList, ReadsBackTheIdenticalDouble) {
+TEST(PointListTest, RoundTripsDoublesExactly) {
   std::mt19937_64 random(7);
   for (int i = 0; i < 20000; ++i) {
     const double wild = std::bit_cast<double>(random());
@@ -47,7 +47,7 @@ TEST(PointList, ReadsBackTheIdenticalDouble) {
   }
 }
 
-TEST(PointList, ReadsWhateverItIsGiven) {
+TEST(PointListTest, ParsesAnyInput) {
   const struct {
     const char* text;
     double x, y;
@@ -77,7 +77,7 @@ TEST(PointList, ReadsWhateverItIsGiven) {
   }
 }
 
-TEST(PointList, WindingCountsTheClosingEdge) {
+TEST(PointListTest, WindingIncludesClosingEdge) {
   const struct {
     const char* points;
     double sum;

@@ -13,4 +13,10 @@ inline PointList points(const char* text) {
   return list;
 }
 
+/// Four corners from "x,y x,y x,y x,y".
+inline warp::Quad quad(const char* text) {
+  const std::vector<warp::Point> corners = pointsFromStrings(points(text));
+  return {corners[0], corners[1], corners[2], corners[3]};
+}
+
 }  // namespace kelvar

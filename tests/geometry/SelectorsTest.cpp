@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 QStringList words(const char* text) { return QString::fromLatin1(text).split(u' '); }
 
-TEST(Selectors, AreThoseThatScriptsCall) {
+TEST(SelectorsTest, DescribesEverySelector) {
   const struct {
     const char* name;
     const char* selectors;
@@ -48,7 +48,7 @@ TEST(Selectors, AreThoseThatScriptsCall) {
   }
 }
 
-TEST(Selectors, WalkTheWayOfThePicture) {
+TEST(SelectorsTest, MapsDesignThroughSelectors) {
   const ClassInfo& shapes = *ClassInfo::find(u"KVShape"_s);
   const QVariantList path{u"{10, 0}"_s, u"{110, 0}"_s, u"{110, 40}"_s, u"{10, 40}"_s};
   const QVariant bounds = QVariant::fromValue<ObjectRef>(KVRectMake(5, 6, 100, 40));

@@ -8,7 +8,7 @@
 
 namespace kelvar {
 
-/// Stands for the user's default program for some kinds of addresses while it lives.
+/// Acts as the user's default program for some URL schemes during its lifetime.
 class Browser : public QObject {
   Q_OBJECT
 

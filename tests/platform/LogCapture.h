@@ -6,7 +6,7 @@
 
 namespace kelvar {
 
-/// Switches the log on for its lifetime and keeps its lines, whichever thread they come from.
+/// Turns on the log during its lifetime and collects its lines from all threads.
 class LogCapture {
  public:
   LogCapture() {

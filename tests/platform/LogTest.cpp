@@ -7,7 +7,7 @@
 namespace kelvar {
 namespace {
 
-TEST(Log, FillsInArguments) {
+TEST(LogTest, FormatsArguments) {
   LogCapture log;
   logLine(u"from %@ to %@", {QStringLiteral("%@"), QStringLiteral("b")});
   logLine(u"%@ and %@", {QStringLiteral("a")});
@@ -18,7 +18,7 @@ TEST(Log, FillsInArguments) {
                          QStringLiteral("(null), "), QStringLiteral("100 % plain")}));
 }
 
-TEST(Log, IsSilentByDefault) {
+TEST(LogTest, IsSilentByDefault) {
   static bool spoke;
   spoke = false;
   const auto previous = qInstallMessageHandler(

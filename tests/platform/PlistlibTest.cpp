@@ -5,9 +5,9 @@
 #include <QTemporaryDir>
 #include <cstdlib>
 
-#include "platform/Json.h"
-#include "platform/PropertyList.h"
 #include "platform/Values.h"
+#include "platform/plist/Json.h"
+#include "platform/plist/PropertyList.h"
 
 namespace kelvar {
 namespace {
@@ -15,8 +15,8 @@ namespace {
 using namespace Qt::StringLiterals;
 using Format = PropertyList::Format;
 
-/// Python's own property lists, the other implementation. `typed` says in JSON what a value is,
-/// each with its kind; `build` is the way back.
+/// Python's plistlib, an independent implementation. `typed` describes a value in JSON with its
+/// types; `build` is the inverse.
 constexpr const char* kScript = R"(
 import base64, datetime, json, math, plistlib, sys
 
@@ -58,7 +58,7 @@ QString realText(double value) {
   return std::isnan(value) ? u"nan"_s : QString::fromLatin1(text);
 }
 
-/// What the script's `typed` says of the same value, but for how reals are spelled.
+/// What the script's `typed` returns for the same value, apart from the notation of reals.
 QVariant typed(const QVariant& value) {
   const auto pair = [](const QString& kind, const QVariant& of) { return QVariantList{kind, of}; };
   switch (value.typeId()) {
@@ -88,7 +88,7 @@ QVariant typed(const QVariant& value) {
   }
 }
 
-/// Reals spelled as `typed` here spells them.
+/// Normalizes the notation of reals to that of `typed` here.
 QVariant respelled(const QVariant& value) {
   QVariantList list = value.toList();
   if (list.size() == 2 && list[0] == u"real"_s) {
@@ -106,7 +106,7 @@ QVariant respelled(const QVariant& value) {
 
 QDateTime utc(qint64 milliseconds) { return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC); }
 
-class Plistlib : public testing::Test {
+class PlistlibTest : public testing::Test {
  protected:
   void SetUp() override {
     if (std::system("python3 -c 'import plistlib' 2>/dev/null") != 0) GTEST_SKIP() << "no python3";
@@ -131,17 +131,12 @@ class Plistlib : public testing::Test {
     ASSERT_EQ(std::system(line.c_str()), 0) << arguments;
   }
 
-  QVariant json(const char* name) const {
-    QString error;
-    const QVariant value = Json::read(bytes(name), &error);
-    EXPECT_TRUE(value.isValid()) << error.toStdString();
-    return value;
-  }
+  QVariant json(const char* name) const { return Json::read(bytes(name)).value(); }
 
   QTemporaryDir dir_;
 };
 
-TEST_F(Plistlib, AgreesWithUsBothWays) {
+TEST_F(PlistlibTest, ReadsOurFilesAndWritesOurs) {
   const QVariantMap values{
       {u"true"_s, true},
       {u"false"_s, false},
@@ -165,16 +160,15 @@ TEST_F(Plistlib, AgreesWithUsBothWays) {
   } cases[] = {{Format::Xml, "xml", values, u"returns"_s},
                {Format::Binary, "binary", fractions, {}}};
   for (const auto& [format, name, written, lost] : cases) {
-    QString error;
-    write("ours", PropertyList::write(written, format, &error));
+    write("ours", PropertyList::write(written, format).value());
     python("read ours ours.json");
     EXPECT_TRUE(identical(respelled(json("ours.json")), typed(written))) << name;
 
-    write("typed.json", Json::write(typed(written), Json::Layout::Compact, &error));
+    write("typed.json", Json::write(typed(written)).value());
     python(std::string(name) + " typed.json theirs");
     auto found = Format::OpenStep;
-    const QVariantMap read = PropertyList::read(bytes("theirs"), &found, &error).toMap();
-    EXPECT_EQ(read.keys(), written.keys()) << error.toStdString();
+    const QVariantMap read = PropertyList::read(bytes("theirs"), &found)->toMap();
+    EXPECT_EQ(read.keys(), written.keys());
     for (auto i = written.begin(); i != written.end(); ++i) {
       if (i.key() == lost) continue;
       EXPECT_TRUE(identical(read.value(i.key()), i.value())) << name << i.key().toStdString();

@@ -7,12 +7,12 @@
 
 namespace kelvar {
 
-/// An empty text is not the same as none.
+/// A null string differs from an empty one.
 inline bool identicalTexts(const QString& a, const QString& b) {
   return a == b && a.isNull() == b.isNull();
 }
 
-/// Equal in kind and in value, to the last bit: true is not 1, 1 is not 1.0, 0.0 is not -0.0.
+/// Equal in type and value, to the last bit: true is not 1, 1 is not 1.0, 0.0 is not -0.0.
 inline bool identical(const QVariant& a, const QVariant& b) {
   if (a.metaType() != b.metaType()) return false;
   if (a.typeId() == QMetaType::QVariantMap) {
@@ -35,7 +35,7 @@ inline bool identical(const QVariant& a, const QVariant& b) {
   return a == b;
 }
 
-/// `levels` lists in one another.
+/// `levels` nested lists.
 inline QVariant nested(int levels) {
   QVariant value = QVariantList();
   for (int i = 1; i < levels; ++i) value = QVariantList{value};

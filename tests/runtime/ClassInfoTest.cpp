@@ -13,15 +13,16 @@ using namespace Qt::StringLiterals;
 
 class Animal : public Object {
  public:
-  static const ClassInfo& theClass() {
+  static const ClassInfo& staticClassInfo() {
     static const ClassInfo kClass =
-        Description<Animal>("Animal")
-            .initialiser("init", [] { return std::make_shared<Animal>(); })
-            .property("name", &Animal::name, &Animal::setName)
-            .operation("legs", &Animal::legs);
+        ClassInfoBuilder<Animal>("Animal")
+            .initializer(
+                "init", [] { return std::make_shared<Animal>(); }, "Creates one.")
+            .property("name", &Animal::name, &Animal::setName, "A property.")
+            .operation("legs", &Animal::legs, "An operation.");
     return kClass;
   }
-  const ClassInfo& classInfo() const override { return theClass(); }
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   QString name() const { return name_; }
   void setName(const QString& name) { name_ = name; }
@@ -34,20 +35,23 @@ class Animal : public Object {
 class Bird : public Animal {
  public:
   explicit Bird(uint64_t eggs = 0) : eggs_(eggs) {}
-  static const ClassInfo& theClass() {
+  static const ClassInfo& staticClassInfo() {
     static const ClassInfo kClass =
-        Description<Bird, Animal>("Bird")
-            .initialiser("initWithEggs:",
-                         [](uint64_t eggs) { return std::make_shared<Bird>(eggs); })
-            .property("eggs", &Bird::eggs, &Bird::setEggs)
-            .property("mate", &Bird::mate, &Bird::setMate)
-            .property("isSinging", [](const Bird& bird) { return bird.eggs() == 0; })
-            .operation("addEggs:from:", &Bird::addEggs)
-            .classOperation("sum:of:",
-                            [](double a, const QStringList& b) { return a + double(b.size()); });
+        ClassInfoBuilder<Bird, Animal>("Bird")
+            .initializer(
+                "initWithEggs:", [](uint64_t eggs) { return std::make_shared<Bird>(eggs); },
+                "Creates one.")
+            .property("eggs", &Bird::eggs, &Bird::setEggs, "A property.")
+            .property("mate", &Bird::mate, &Bird::setMate, "A property.")
+            .property(
+                "isSinging", [](const Bird& bird) { return bird.eggs() == 0; }, "A property.")
+            .operation("addEggs:from:", &Bird::addEggs, "An operation.")
+            .classOperation(
+                "sum:of:", [](double a, const QStringList& b) { return a + double(b.size()); },
+                "An operation.");
     return kClass;
   }
-  const ClassInfo& classInfo() const override { return theClass(); }
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   uint64_t eggs() const { return eggs_; }
   void setEggs(uint64_t eggs) { eggs_ = eggs; }
@@ -63,15 +67,15 @@ class Bird : public Animal {
   std::shared_ptr<Animal> mate_;
 };
 
-const ClassInfo::Registration kRegistered(&Bird::theClass);
+const ClassInfo::Registration kRegistered(&Bird::staticClassInfo);
 
-TEST(ClassInfo, FindsAndMakesByName) {
+TEST(ClassInfoTest, FindsAndCreatesClassesByName) {
   const ClassInfo* const bird = ClassInfo::find(u"Bird"_s);
-  ASSERT_EQ(bird, &Bird::theClass());
+  ASSERT_EQ(bird, &Bird::staticClassInfo());
   EXPECT_FALSE(ClassInfo::find(u"Animal"_s)) << "described, but not registered";
   EXPECT_TRUE(ClassInfo::find(u"NSObject"_s));
   {
-    const ClassInfo::Registration forAMoment(&Animal::theClass);
+    const ClassInfo::Registration forAMoment(&Animal::staticClassInfo);
     EXPECT_TRUE(ClassInfo::find(u"Animal"_s));
   }
   EXPECT_FALSE(ClassInfo::find(u"Animal"_s));
@@ -85,7 +89,7 @@ TEST(ClassInfo, FindsAndMakesByName) {
   EXPECT_FALSE(bird->isDecodable());
 }
 
-TEST(ClassInfo, ReadsAndWritesProperties) {
+TEST(ClassInfoTest, ReadsAndWritesProperties) {
   const auto bird = std::make_shared<Bird>();
   const auto mate = std::make_shared<Animal>();
   EXPECT_TRUE(bird->setValueForKey(u"finch"_s, u"name"_s)) << "of the base";
@@ -110,7 +114,7 @@ TEST(ClassInfo, ReadsAndWritesProperties) {
   EXPECT_FALSE(bird->valueForKey(u"name"_s).isValid());
 }
 
-TEST(ClassInfo, CallsBySelector) {
+TEST(ClassInfoTest, CallsBySelector) {
   const auto bird = std::make_shared<Bird>(1);
   const QVariant other = QVariant::fromValue<ObjectRef>(std::make_shared<Bird>(10));
   const QVariant animal = QVariant::fromValue<ObjectRef>(std::make_shared<Animal>());
@@ -138,14 +142,14 @@ TEST(ClassInfo, CallsBySelector) {
     const auto found = bird->classInfo().call(*bird, selector, arguments);
     EXPECT_EQ(found, result) << selector.toStdString();
   }
-  const ClassInfo& info = Bird::theClass();
+  const ClassInfo& info = Bird::staticClassInfo();
   EXPECT_EQ(info.callClass(u"sum:of:"_s, {1, QVariantList{u"a"_s, u"b"_s}}), QVariant(3.0));
   EXPECT_EQ(info.callClass(u"sum:of:"_s, {1, QVariantList{u"a"_s, 2}}), std::nullopt);
   EXPECT_EQ(info.callClass(u"legs"_s), std::nullopt);
-  EXPECT_EQ(info.base(), &Animal::theClass());
+  EXPECT_EQ(info.base(), &Animal::staticClassInfo());
 }
 
-TEST(Conversion, TurnsNumbersIntoOneAnother) {
+TEST(ConversionTest, ConvertsBetweenNumberTypes) {
   const QVariant null = QVariant::fromValue(nullptr);
   EXPECT_EQ(fromVariant<int>(2.9), 2);
   EXPECT_EQ(fromVariant<int>(-2.9), -2);

@@ -12,26 +12,29 @@ using namespace Qt::StringLiterals;
 class Bell;
 
 struct BellDelegate {
-  static const DelegateInfo& theDelegate() {
+  static const DelegateInfo& staticDelegateInfo() {
     static const DelegateInfo kDelegate =
-        DelegateDescription<BellDelegate>("BellDelegate")
-            .operation("bell:shouldRing:", &BellDelegate::bellShouldRing)
-            .operation("bellDidRing:", &BellDelegate::bellDidRing);
+        DelegateInfoBuilder<BellDelegate>("BellDelegate")
+            .operation("bell:shouldRing:", &BellDelegate::bellShouldRing,
+                       "Called before the bell rings.", "False keeps it silent.")
+            .operation("bellDidRing:", &BellDelegate::bellDidRing,
+                       "Called after the bell has rung.");
     return kDelegate;
   }
-  std::function<bool(Bell&, int)> bellShouldRing;
-  std::function<void(const Bell&)> bellDidRing;
+  DelegateFunction<bool(Bell&, int)> bellShouldRing;
+  DelegateFunction<void(const Bell&)> bellDidRing;
 };
 
 class Bell : public Object {
  public:
-  static const ClassInfo& theClass() {
-    static const ClassInfo kClass = Description<Bell>("Bell")
-                                        .property("delegate", &Bell::delegate, &Bell::setDelegate)
-                                        .operation("ring:", &Bell::ring);
+  static const ClassInfo& staticClassInfo() {
+    static const ClassInfo kClass =
+        ClassInfoBuilder<Bell>("Bell")
+            .property("delegate", &Bell::delegate, &Bell::setDelegate, "A property.")
+            .operation("ring:", &Bell::ring, "An operation.");
     return kClass;
   }
-  const ClassInfo& classInfo() const override { return theClass(); }
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
   std::weak_ptr<BellDelegate> delegate() const { return delegate_; }
   void setDelegate(const std::weak_ptr<BellDelegate>& delegate) { delegate_ = delegate; }
@@ -45,15 +48,15 @@ class Bell : public Object {
   std::weak_ptr<BellDelegate> delegate_;
 };
 
-TEST(DelegateInfo, ServesInThePlaceOfAStruct) {
+TEST(DelegateInfoTest, ActsAsDelegateStruct) {
   const ClassInfo::Operation& set =
-      *Bell::theClass().operation(ClassInfo::Kind::Operation, u"setDelegate:"_s);
-  ASSERT_TRUE(set.parameters.at(0).theDelegate);
-  const DelegateInfo& info = set.parameters.at(0).theDelegate();
+      *Bell::staticClassInfo().operation(ClassInfo::Kind::Operation, u"setDelegate:"_s);
+  ASSERT_TRUE(set.parameters.at(0).staticDelegateInfo);
+  const DelegateInfo& info = set.parameters.at(0).staticDelegateInfo();
   const auto bell = std::make_shared<Bell>();
   auto delegate = info.make();
   ASSERT_TRUE(set.call(bell.get(), {info.toVariant(delegate)}));
-  EXPECT_EQ(Bell::theClass().property(u"delegate"_s)->get(*bell), info.toVariant(delegate));
+  EXPECT_EQ(Bell::staticClassInfo().property(u"delegate"_s)->get(*bell), info.toVariant(delegate));
 
   QVariantList told;
   const auto note = [&](const QVariant& answer) {
@@ -81,14 +84,14 @@ TEST(DelegateInfo, ServesInThePlaceOfAStruct) {
   EXPECT_FALSE(bell->delegate().lock()) << "delegates are weak";
 }
 
-TEST(ValueType, SaysWhatOperationsTakeAndGive) {
-  const auto& ring = *Bell::theClass().operation(ClassInfo::Kind::Operation, u"ring:"_s);
+TEST(ValueTypeTest, DescribesParametersAndResults) {
+  const auto& ring = *Bell::staticClassInfo().operation(ClassInfo::Kind::Operation, u"ring:"_s);
   EXPECT_EQ(ring.result.type, QMetaType::fromType<void>());
   ASSERT_EQ(ring.parameters.size(), 1u);
   EXPECT_TRUE(ring.parameters[0].fits(2.0));
   EXPECT_FALSE(ring.parameters[0].fits(u"2"_s));
-  const auto& should = BellDelegate::theDelegate().operations().at(0);
-  EXPECT_EQ(&should.parameters.at(0).theClass(), &Bell::theClass());
+  const auto& should = BellDelegate::staticDelegateInfo().operations().at(0);
+  EXPECT_EQ(&should.parameters.at(0).staticClassInfo(), &Bell::staticClassInfo());
   EXPECT_EQ(should.result.type, QMetaType::fromType<bool>());
   const auto bell = QVariant::fromValue<ObjectRef>(std::make_shared<Bell>());
   EXPECT_TRUE(should.parameters[0].fits(bell));

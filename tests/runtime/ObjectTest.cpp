@@ -18,7 +18,7 @@ QVariant node(const QVariantMap& values) {
   return QVariant::fromValue<ObjectRef>(std::make_shared<Node>(values));
 }
 
-TEST(Object, FollowsKeyPathsThroughObjectsMapsAndLists) {
+TEST(ObjectTest, FollowsKeyPathsThroughObjectsMapsAndLists) {
   const QVariant one = node({{QStringLiteral("n"), 1}});
   const QVariantMap two{{QStringLiteral("n"), 2}};
   const QVariant root = node({{QStringLiteral("name"), QStringLiteral("root")},

@@ -1,14 +1,12 @@
-#include <gtest/gtest.h>
+#include "scripting/RunTest.h"
+
 #include <netinet/in.h>
 #include <signal.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include "platform/LoopbackServer.h"
 
@@ -17,7 +15,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// What stands in docs/scripting.md behind this, up to the end of the block.
+/// The code block of docs/scripting.md from this line on.
 QString documented(const QString& start) {
   QFile page(QStringLiteral(KELVAR_DOCS_DIR "/scripting.md"));
   EXPECT_TRUE(page.open(QIODevice::ReadOnly));
@@ -27,61 +25,18 @@ QString documented(const QString& start) {
   return text.mid(from, text.indexOf(u"```"_s, from) - from);
 }
 
-/// `kelvar run`, as built.
-class Run : public testing::Test {
- protected:
-  Run() {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"KELVAR_DEFAULTS"_s, dir_.filePath(u"settings"_s));
-    environment.insert(u"DO_NOT_TRACK"_s, u"1"_s);
-    environment.remove(u"KELVAR_API_SERVER"_s);
-    program_.setProcessEnvironment(environment);
-    program_.setWorkingDirectory(dir_.path());
-  }
-
-  void write(const QString& name, const char* text) const {
-    const QString path = dir_.filePath(name);
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
-  }
-
-  void start(const QString& line) {
-    program_.start(QStringLiteral(KELVAR_PROGRAM), QStringList(u"run"_s) + line.split(u' '));
-    ASSERT_TRUE(program_.waitForStarted());
-  }
-
-  /// What it prints; then its exit status and what it says when it fails.
-  std::string run(const QString& line) {
-    start(line);
-    return finish();
-  }
-  std::string finish() {
-    if (!program_.waitForFinished(-1)) return "did not end";
-    const QByteArray printed = program_.readAllStandardOutput();
-    if (program_.exitCode() == 0) return printed.toStdString();
-    return (printed + QByteArray::number(program_.exitCode()) + ": " +
-            program_.readAllStandardError())
-        .toStdString();
-  }
-
-  QTemporaryDir dir_;
-  QProcess program_;
-};
-
-#if !defined(__SANITIZE_ADDRESS__)  // That takes more for itself.
-TEST_F(Run, SaysThatThereIsTooLittleAddressSpace) {
+#if !defined(__SANITIZE_ADDRESS__)  // Needs more address space itself.
+TEST_F(RunTest, ReportsMissingAddressSpace) {
   write(u"a.js"_s, "log(1)\n");
   program_.start(u"prlimit"_s,
                  {u"--as=3000000000"_s, QStringLiteral(KELVAR_PROGRAM), u"run"_s, u"a.js"_s});
   EXPECT_EQ(finish(),
-            "1: kelvar: scripts need 6 GiB of address space, which the system does not give (see "
+            "1: kelvar: scripts require 6 GiB of address space, which is not available (see "
             "ulimit -v)\n");
 }
 #endif
 
-TEST_F(Run, SaysThatADisplayIsNotThere) {
+TEST_F(RunTest, ReportsMissingDisplay) {
   write(u"a.js"_s, "log(1)\n");
   QProcessEnvironment environment = program_.processEnvironment();
   environment.remove(u"QT_QPA_PLATFORM"_s);
@@ -94,7 +49,7 @@ TEST_F(Run, SaysThatADisplayIsNotThere) {
   EXPECT_EQ(run(u"a.js"_s), "1\n") << "a script without a window needs none";
 }
 
-TEST_F(Run, RunsScriptsAndSaysWhereTheyFail) {
+TEST_F(RunTest, ReportsWhereScriptsFail) {
   write(u"a.js"_s,
         "log(context.arguments.join('+'), context.document === nil, context.scriptPath.endsWith("
         "'a.js'))\nfunction onRun(c) {\n  setTimeout(() => log('later', c === context), 1) }");
@@ -105,7 +60,7 @@ TEST_F(Run, RunsScriptsAndSaysWhereTheyFail) {
             "width\nb.js:3\n    [KVRect new].widht()\n");
 }
 
-TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
+TEST_F(RunTest, ReportsMistakesInOneLine) {
   write(u"a.js"_s, "");
   write(u"echo.js"_s, "log(context.arguments)");
   write(u"bad/Contents/Sketch/manifest.json"_s, "{");
@@ -134,16 +89,17 @@ TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
       {"ill --command x", "2: kelvar: the plug-in has no command x, only e\xef\xbf\xbd[2J, f"},
       {"a.js x", "2: kelvar: The following argument was not expected: x"},
       {"echo.js -- --list x", "--list,x"},
-      {"bad --list", "1: kelvar: bad/Contents/Sketch/manifest.json is no plug-in's manifest: "},
+      {"bad --list",
+       "1: kelvar: bad/Contents/Sketch/manifest.json is not a valid plug-in manifest: "},
       {"none --list",
-       "1: kelvar: none/Contents/Sketch/manifest.json is no plug-in's manifest: it "
+       "1: kelvar: none/Contents/Sketch/manifest.json is not a valid plug-in manifest: it "
        "has no \"commands\""},
       {"p", "2: kelvar: --command is missing; the plug-in has x, y, run, all"},
       {"p --command z", "2: kelvar: the plug-in has no command z, only x, y, run, all"},
       {"p --command run", "other\n"},
       {"p --command all", "other\n"},
       {"nameless",
-       "1: kelvar: nameless/Contents/Sketch/manifest.json is no plug-in's manifest: the "
+       "1: kelvar: nameless/Contents/Sketch/manifest.json is not a valid plug-in manifest: the "
        "command \"Do\" has no \"identifier\""},
       {"p --command x", "1: kelvar: p/Contents/Sketch/x.js has no function go for the command x"},
       {"p --command y", "y\n"},
@@ -156,14 +112,15 @@ TEST_F(Run, SaysInOneSentenceWhatIsWrong) {
   }
 }
 
-TEST_F(Run, EndsWhatDoesNotEnd) {
+TEST_F(RunTest, StopsEndlessScripts) {
   write(u"loop.js"_s, "log('on'); for (;;);");
   EXPECT_EQ(
       run(u"loop.js --timeout 0.3"_s),
       "on\n1: kelvar: the script did not end within 0.3 s\nloop.js:1\n    log('on'); for (;;);\n");
-  // The engine cannot be interrupted here.
+  // The engine cannot be interrupted during a call of ours.
   write(u"sleep.js"_s, "CMD.new().exec_('sleep 4')");
-  EXPECT_EQ(run(u"sleep.js --timeout 0.1"_s), "1: kelvar: the script did not end within 0.1 s\n");
+  EXPECT_EQ(run(u"sleep.js --timeout 0.1"_s),
+            "1: kelvar: the script did not end within 0.1 s\nsleep.js:1\n");
   start(u"loop.js"_s);
   ASSERT_TRUE(program_.waitForReadyRead(-1));
   ASSERT_EQ(kill(pid_t(program_.processId()), SIGINT), 0);
@@ -171,8 +128,8 @@ TEST_F(Run, EndsWhatDoesNotEnd) {
             "on\n1: kelvar: the script was interrupted\nloop.js:1\n    log('on'); for (;;);\n");
 }
 
-TEST_F(Run, IsNotHeldUpByASilentServer) {
-  // The system takes the connections, and nobody answers.
+TEST_F(RunTest, DoesNotWaitForSilentServer) {
+  // The system accepts connections, but nothing answers.
   const int server = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address{};
   address.sin_family = AF_INET;
@@ -195,12 +152,12 @@ TEST_F(Run, IsNotHeldUpByASilentServer) {
     QElapsedTimer timer;
     timer.start();
     EXPECT_EQ(run(u"five.js"_s), "");
-    EXPECT_LT(timer.elapsed(), 25'000);  // One request by itself may take longer.
+    EXPECT_LT(timer.elapsed(), 25'000);  // A single request may take longer.
   }
   close(server);
 }
 
-/// Whether it runs; one that has ended need not have been buried yet.
+/// Whether the process runs; zombies do not.
 bool isRunning(qint64 process) {
   QFile status(u"/proc/%1/stat"_s.arg(process));
   if (!status.open(QIODevice::ReadOnly)) return false;
@@ -208,7 +165,7 @@ bool isRunning(qint64 process) {
   return line.mid(line.lastIndexOf(')') + 2, 1) != "Z";
 }
 
-TEST_F(Run, EndsWhatAStoppedScriptHasStarted) {
+TEST_F(RunTest, StopsProgramsOfStoppedScript) {
   const std::pair<const char*, const char*> cases[] = {
       {"waits for it", "echo $$ >a; sleep 300 & echo $! >b; wait"},
       {"waits for one that will not",
@@ -232,7 +189,7 @@ TEST_F(Run, EndsWhatAStoppedScriptHasStarted) {
   }
 }
 
-TEST_F(Run, SaysOnceWhenSettingsCannotBeKept) {
+TEST_F(RunTest, ReportsUnwritableSettingsOnce) {
   write(u"settings/file"_s, "");
   write(u"a.js"_s,
         "const p = KVPersister.new(); for (const k of ['a', 'b', 'c']) p.setObject_forKey_(1, k);\n"
@@ -245,14 +202,14 @@ TEST_F(Run, SaysOnceWhenSettingsCannotBeKept) {
   EXPECT_EQ(said.count('\n'), 1) << said.constData();
 }
 
-TEST_F(Run, SurvivesAnswersOfAnyKind) {
+TEST_F(RunTest, SurvivesAnyServerReply) {
   write(u"version.js"_s, documented(u"// version.js"_s).toUtf8());
   const QString plugin = QStringLiteral(KELVAR_PLUGIN) + u" --command check-version"_s;
   const std::tuple<const char*, const char*, const char*> cases[] = {
-      {"<html>", "the server's answer is no use\n",
-       "1: kelvar: Error: the server's answer is no use: null\n"},
-      {R"({"error": "go away"})", "the server's answer is no use\n",
-       "1: kelvar: Error: the server's answer is no use: \"go away\"\n"},
+      {"<html>", "the server's reply is invalid\n",
+       "1: kelvar: Error: the server's reply is invalid: null\n"},
+      {R"({"error": "go away"})", "the server's reply is invalid\n",
+       "1: kelvar: Error: the server's reply is invalid: \"go away\"\n"},
       {R"({"error": {"message": "Who are you?"}})", "Who are you?\n",
        "1: kelvar: Error: Who are you?\n"},
       {R"({"success": true, "records": [{"fields": {"Expired": true}}]})", "asked\n",
@@ -270,7 +227,7 @@ TEST_F(Run, SurvivesAnswersOfAnyKind) {
   }
 }
 
-TEST_F(Run, OurPlugInChecksTheVersionAndShowsMessages) {
+TEST_F(RunTest, PlugInChecksVersionAndShowsMessages) {
   const QString plugin = QStringLiteral(KELVAR_PLUGIN);
   EXPECT_EQ(run(plugin + u" --list"_s),
             "map\tMap Artboard…\nrefresh\tRefresh All\nrotate\tRotate\nflip\tFlip\n"
@@ -287,8 +244,8 @@ TEST_F(Run, OurPlugInChecksTheVersionAndShowsMessages) {
   EXPECT_EQ(run(plugin + u" --command messages"_s), "Hello\n");
 }
 
-/// The same bytes as the program's own commands give.
-TEST_F(Run, OurPlugInMapsLikeTheProgram) {
+/// The documents must be the same byte for byte.
+TEST_F(RunTest, PlugInMapsLikeMapCommand) {
   QProcess example;
   example.start(QStringLiteral(KELVAR_EXAMPLE_DOCUMENT), {dir_.filePath(u"a.sketch"_s)});
   ASSERT_TRUE(example.waitForFinished(-1));
@@ -324,7 +281,7 @@ TEST_F(Run, OurPlugInMapsLikeTheProgram) {
   EXPECT_EQ(plugIn(u"refresh"_s, {}), "Glass\n");
 }
 
-TEST_F(Run, TheDocumentedStepsCanBeTaken) {
+TEST_F(RunTest, RunsDocumentedExamples) {
   for (const QString& name : {u"hello.js"_s, u"version.js"_s}) {
     write(name, documented(u"// "_s + name).toUtf8());
   }
@@ -341,8 +298,7 @@ TEST_F(Run, TheDocumentedStepsCanBeTaken) {
             "Glass 4 corners: {0, 31} {282, 0} {395, 665} {64, 732}\n");
 }
 
-/// The page's way of a design onto a layer is one that can be walked.
-TEST_F(Run, TheDocumentedScriptMapsLikeTheProgram) {
+TEST_F(RunTest, DocumentedScriptMapsLikeMapCommand) {
   write(u"lay.js"_s, documented(u"// lay.js"_s).toUtf8());
   QProcess other;
   other.setWorkingDirectory(dir_.path());

@@ -1,4 +1,4 @@
-"""Runs the program in a folder of its own, as a user would, and judges how it ends."""
+"""Runs the program in its own folder, as a user would, and checks how it ends."""
 
 import contextlib
 import os
@@ -20,12 +20,12 @@ EXAMPLE = str(BUILD / "kelvar-example-document")
 GIB = 1 << 30
 NOBODY = 65534
 IS_ROOT = os.geteuid() == 0
-# A process that runs out of memory amid its scan of the fonts writes what it has found until then
-# to the system's cache, if it may. So trials have a cache of their own.
+# A process that runs out of memory while it scans fonts writes an incomplete list to the system's
+# font cache. So trials have their own cache.
 FONTS = """<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "urn:fontconfig:fonts.dtd">
 <fontconfig><cachedir>{}</cachedir><include>/etc/fonts/fonts.conf</include></fontconfig>
 """
-# What a user may have set and a trial must not see.
+# Variables that a user may have set and that must not affect a trial.
 HIDDEN = ("KELVAR_", "DISPLAY", "WAYLAND_DISPLAY", "XDG_", "DO_NOT_TRACK", "QT_QPA_PLATFORM",
           "http_proxy", "https_proxy", "all_proxy", "no_proxy")
 
@@ -34,7 +34,7 @@ _lock = threading.Lock()
 
 
 def session_of(leader):
-    """The processes of a session that still run, also after their leader has ended."""
+    """The running processes of a session, even if its leader has ended."""
     try:
         os.killpg(leader, 0)
     except ProcessLookupError:
@@ -44,17 +44,17 @@ def session_of(leader):
         with contextlib.suppress(OSError):
             text = pathlib.Path("/proc", name, "stat").read_text()
             state, _, _, session = text.rpartition(")")[2].split()[:4]
-            if int(session) == leader and state != "Z":  # Who has ended may wait for its parent.
+            if int(session) == leader and state != "Z":  # Z: ended, not yet reaped.
                 running.append(int(name))
     return running
 
 
 class Stopped(Exception):
-    """The trials are over, by Ctrl-C or because their time is up."""
+    """The trials were stopped, by Ctrl-C or because their time is up."""
 
 
 def stop():
-    """Kills what runs and lets nothing else start."""
+    """Kills all running processes and prevents new ones."""
     with _lock:
         global _running
         for running in _running:
@@ -63,7 +63,7 @@ def stop():
 
 
 class Ended:
-    """One trial: how a program ended. `faults` says what fell short of what is promised."""
+    """One trial: how a program ended. `faults` lists the failed expectations."""
 
     def __init__(self, status=0, out=b"", err=b"", seconds=0.0, faults=()):
         self.status, self.out, self.err, self.seconds = status, out, err, seconds
@@ -76,7 +76,7 @@ class Ended:
 
     @property
     def said(self):
-        """Standard error as text, cut for a table."""
+        """Standard error as text, truncated for the table."""
         return self.err.decode(errors="replace").strip().replace("\n", " | ")[:160]
 
 
@@ -87,7 +87,7 @@ class Running:
         with _lock:
             if _running is None:
                 raise Stopped
-            # A session of its own: what it leaves behind is found and ended with it.
+            # Its own session, so that processes it leaves behind can be found and ended.
             self.process = subprocess.Popen(words, env=environment, cwd=folder, stdin=stdin,
                                             stdout=self.out, stderr=self.err,
                                             start_new_session=True)
@@ -110,8 +110,8 @@ class Running:
             os.close(descriptor)
 
     def wait(self, seconds, memory=GIB, statuses=(0, 1), sentence=True):
-        """The end within `seconds` of its start, a status among `statuses`, at most `memory` bytes,
-        and for a failure one line on standard error."""
+        """Checks that it ends within `seconds` of its start, with a status among `statuses`, with at
+        most `memory` bytes and, if it fails, with one line on standard error."""
         in_time = self.ends_within(self.start + seconds - time.monotonic())
         if not in_time:
             self.kill()
@@ -126,19 +126,19 @@ class Running:
             _running.remove(self)
         ended = Ended(status, self._text(self.out), self._text(self.err), took)
         if not in_time:
-            return ended.expect(False, f"still runs after {seconds:g} s")
-        ended.expect(not has_left, "what it has started runs on")
+            return ended.expect(False, f"still running after {seconds:g} s")
+        ended.expect(not has_left, "processes that it started still run")
         if status < 0:
             ended.expect(status in statuses, f"{signal.Signals(-status).name}: {ended.said}")
         else:
             ended.expect(status in statuses, f"status {status}: {ended.said}")
             ended.expect(not (sentence and status > 0) or ended.err.count(b"\n") == 1,
-                         f"not one sentence: {ended.said!r}")
+                         f"not one error line: {ended.said!r}")
         peak = usage.ru_maxrss << 10
-        return ended.expect(peak <= memory, f"takes {peak >> 20} MiB")
+        return ended.expect(peak <= memory, f"used {peak >> 20} MiB")
 
     def leaves_others(self):
-        """Whether anything of its session still runs a second after its end."""
+        """Whether a process of its session still runs a second after its end."""
         for _ in range(20):
             if not session_of(self.pid):
                 return False
@@ -185,7 +185,7 @@ class Box:
     def start(self, *words, program=KELVAR, env=None, stdin=None, limits=(), nobody=False,
               prefix=()):
         """`limits` are options of prlimit, `prefix` a command that runs the program. With `nobody`,
-        root becomes a user without rights. A variable that is None is not there."""
+        root becomes an unprivileged user. A variable that is None is unset."""
         environment = self.environment | (env or {})
         environment = {name: value for name, value in environment.items() if value is not None}
         line = [*prefix]
@@ -200,14 +200,14 @@ class Box:
         return self.start(*words, **how).wait(seconds, memory, statuses, sentence)
 
     def make(self, *words, **how):
-        """What a trial needs first; failing in it is no trial's fault."""
+        """Prepares a trial. A failure here is an error of the case, not of the trial."""
         ended = self.run(*words, seconds=60, statuses=(0,), **how)
         if ended.faults:
             raise RuntimeError(f"{' '.join(map(str, words))}: {ended.faults[0]}")
         return ended
 
     def tree(self):
-        """Names, kinds and bytes of all that is in the folder."""
+        """Names, types and contents of all files in the folder."""
         def content(path):
             if path.is_symlink():
                 return os.readlink(path)
@@ -226,7 +226,7 @@ CASES = []
 
 
 def case(name):
-    """Registers a generator of trials, which is called with a box."""
+    """Registers a generator of trials, which gets a box as its argument."""
     def register(function):
         CASES.append((name, function))
         return function

@@ -1,4 +1,4 @@
-"""Designs and archives that were made, or damaged, to cost more than they look like."""
+"""Designs and archives crafted, or damaged, to cost far more than their size suggests."""
 
 import pathlib
 import random
@@ -20,7 +20,7 @@ def zigzag(count):
 
 
 def entities(depth, width):
-    """Each is `width` of the one before."""
+    """Each refers `width` times to the previous one."""
     lines = ['<!ENTITY e0 "xxxxxxxxxx">']
     lines += [f'<!ENTITY e{i} "{f"&e{i - 1};" * width}">' for i in range(1, depth)]
     return "<!DOCTYPE svg [" + "".join(lines) + "]>", f"&e{depth - 1};"
@@ -70,7 +70,7 @@ def crafted_svg(box):
 
 
 def dotted(depth):
-    """Keys with dots on the way of an alias that leads nowhere."""
+    """Keys with dots on the path of an unresolvable alias."""
     tree = {}
     for _ in range(depth):
         tree = {"a": tree, "a.a": {}}
@@ -78,7 +78,7 @@ def dotted(depth):
 
 
 def written(tree):
-    """JSON without the recursion limit of Python's writer."""
+    """JSON, without the recursion limit of Python's encoder."""
     parts, stack = [], [tree]
     while stack:
         item = stack.pop()
@@ -122,9 +122,9 @@ def crafted_archives(box):
             yield ended
 
 
-@case("the fuzzers' seeds, through the program")
+@case("fuzz seeds, through the program")
 def seeds(box):
-    for folder in ("Archive", "Json", "OldText", "PropertyList"):
+    for folder in ("Archive", "Json", "OpenStepPlist", "PropertyList"):
         for seed in sorted((SEEDS / folder).iterdir()):
             ended = box.run("archive", "show", seed)
             ended.faults = [f"{seed.name}: {fault}" for fault in ended.faults]
@@ -132,7 +132,7 @@ def seeds(box):
 
 
 def damaged(original, chance):
-    """One to eight places changed, removed or doubled, or the end cut off."""
+    """One to eight bytes or ranges changed, removed or doubled, or the end truncated."""
     data = bytearray(original)
     for _ in range(chance.randint(1, 8)):
         at = chance.randrange(max(len(data), 1))
@@ -149,7 +149,7 @@ def damaged(original, chance):
     return bytes(data)
 
 
-@case("damaged pictures, documents, archives, settings")
+@case("damaged images, documents, archives, settings")
 def damaged_files(box):
     design = box.write("design.png", png())
     for name in ("a.jpg", "a.webp"):

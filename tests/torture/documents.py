@@ -1,4 +1,4 @@
-"""Documents that take long to draw, and two programs that change one."""
+"""Documents that take long to render, and two programs that change the same one."""
 
 import random
 import signal
@@ -116,7 +116,7 @@ def timeouts(box):
 
 
 def mapped(box, name):
-    """A document whose refresh draws the slow artboard, made without drawing it."""
+    """A document whose refresh renders the slow artboard; made without rendering it."""
     glass = square("Glass", (100, 100, 300, 300), userInfo={"io.kelvarlabs.kelvar": {
         "quality": 1, "rotation": 0, "flip": False, "includeInArtboards": True, "image": ""}})
     slow = artboard("Slow", SLOW[name]())
@@ -133,7 +133,7 @@ def interrupted(box):
         running = box.start("render", source, "--artboard", "Slow", "--scale", "4", "-o", output)
         if running.ends_within(1):
             running.wait(1)
-            continue  # Quick enough; there is nothing to interrupt.
+            continue  # Already done: nothing to interrupt.
         running.signal(signal.SIGINT)
         ended = running.wait(3, statuses=(0, 1, 130, -signal.SIGINT), sentence=False)
         ended.expect(output.read_bytes() == b"old" or ended.status == 0, "the output was torn")

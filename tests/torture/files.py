@@ -1,4 +1,4 @@
-"""Names of files, and what stands where a file is written."""
+"""File names, and what exists where a file is written."""
 
 import contextlib
 import os
@@ -24,13 +24,13 @@ def names_are_bytes(box):
     box.make("archive", "convert", box.write("a.json", '{"a": 1}'), "-o", b"caf\xe9.plist")
     box.write("hello.js", "log(1)").rename(os.fsdecode(os.fsencode(box.folder) + b"/caf\xe9.js"))
     box.write("arrangement.json", "{}")
-    document_name, picture = b"caf\xe9.sketch", b"caf\xe9.png"
+    document_name, image = b"caf\xe9.sketch", b"caf\xe9.png"
     for words, output in (
             (["layers", document_name], None),
             (["render", document_name, "--artboard", "Mockup", "-o", b"r\xe9.png"], b"r\xe9.png"),
-            (["map", picture, *points, "-o", b"m\xe9.jpg"], b"m\xe9.jpg"),
-            (["map", picture, "--onto", picture, *points, "-o", b"o\xe9.webp"], b"o\xe9.webp"),
-            (["map", picture, "--document", document_name, "--layer", "Glass", "-o",
+            (["map", image, *points, "-o", b"m\xe9.jpg"], b"m\xe9.jpg"),
+            (["map", image, "--onto", image, *points, "-o", b"o\xe9.webp"], b"o\xe9.webp"),
+            (["map", image, "--document", document_name, "--layer", "Glass", "-o",
               b"d\xe9.sketch"], b"d\xe9.sketch"),
             (["refresh", document_name, "-o", b"f\xe9.sketch"], b"f\xe9.sketch"),
             (["refresh", document_name, "--in-place"], document_name),
@@ -51,7 +51,7 @@ def names_in_the_panel(box):
         running = box.start(*words, env={"QT_QPA_PLATFORM": "offscreen"})
         if not running.ends_within(2):
             running.signal(15)
-        # What cannot be opened ends the program by itself, with 1.
+        # A file that cannot be opened ends the program with 1.
         yield running.wait(10, statuses=(0, -15))
 
 
@@ -79,7 +79,7 @@ def overwriting(box):
         if IS_ROOT:
             os.chown(path, NOBODY, NOBODY)
         attribute = None
-        with contextlib.suppress(OSError):  # Not every file system has them.
+        with contextlib.suppress(OSError):  # Not every file system supports them.
             os.setxattr(path, "user.note", b"mine")
             attribute = b"mine"
         before = path.stat()
@@ -123,7 +123,7 @@ def links(box):
         path.rmdir()
 
 
-@case("nothing is left beside an output")
+@case("no temporary files are left beside an output")
 def leftovers(box):
     for words, output in writers(box):
         before = set(box.names())

@@ -1,4 +1,4 @@
-"""Kills at any moment: what was there or what is new, never a part, and no way blocked."""
+"""Kills at random times: files have the old or the new content, and later runs work."""
 
 import random
 import signal
@@ -10,7 +10,7 @@ from sketch import page_of, png
 
 
 def killed(box, words, chance, longest, **how):
-    """Starts the program and kills it within `longest` seconds; whether it had ended by itself."""
+    """Starts the program and kills it within `longest` seconds; true if it had ended before."""
     running = box.start(*words, **how)
     done = running.ends_within(chance.uniform(0, longest))
     if not done:
@@ -20,7 +20,7 @@ def killed(box, words, chance, longest, **how):
 
 
 def try_kills(box, words, output, count, is_whole):
-    """Kills `count` runs that write `output`, and lets the last one be."""
+    """Kills `count` runs that write `output`, then lets one finish."""
     chance = random.Random(13)
     longest = box.make(*words).seconds * 1.1
     for _ in range(count):
@@ -30,7 +30,7 @@ def try_kills(box, words, output, count, is_whole):
 
 
 @case("kills of map, render, archive convert")
-def pictures(box):
+def images(box):
     design, points = ROOT / "examples" / "design.png", "0,0 600,0 600,600 0,600"
     box.make("d.sketch", program=EXAMPLE)
     box.make("settings", "set", "k", "v")
@@ -93,9 +93,9 @@ def servers(box):
                 yield ended.expect(listed.status == 0 and not listed.err, "the store is damaged")
 
 
-@case("kills amid an SVG")
+@case("kills while an SVG is drawn")
 def drawings(box):
-    """What draws them in a process of its own ends with whoever asked for it."""
+    """The separate process that draws them ends with its parent."""
     box.write("slow.svg", dict(svgs())["dashes"])
     for number in (signal.SIGKILL, signal.SIGTERM, signal.SIGINT):
         for words in (["map", "slow.svg", "--points", "0,0 400,60 380,600 10,560", "-o", "o.png"],

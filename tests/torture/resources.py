@@ -6,7 +6,7 @@ from box import BUILD, EXAMPLE, IS_ROOT, case
 from server import answering, http
 from sketch import artboard, document, png, square
 
-# Runs a command in the folder `full`, a disk of 48 kB that nobody else sees.
+# Runs a command in the folder `full`, a private disk of 48 kB.
 SMALL_DISK = ("unshare", "--mount", "sh", "-ec",
               'mount -t tmpfs -o size=48k torture "$PWD/full"; "$@" && s=0 || s=$?; ls -A full; '
               "exit $s", "sh")
@@ -18,7 +18,7 @@ READ_ONLY = re.compile(rb"[Rr]ead-only|[Pp]ermission")
 
 
 def noise(count):
-    """Text that cannot be packed."""
+    """Incompressible text."""
     state, parts = 1, []
     for _ in range(count // 8):
         state = state * 6364136223846793005 + 1442695040888963407 & (1 << 64) - 1
@@ -27,7 +27,7 @@ def noise(count):
 
 
 def writing(box, folder):
-    """A command for each kind of output, which takes more than 48 kB."""
+    """A command for each kind of output; each output takes more than 48 kB."""
     design = BUILD.parents[1] / "examples" / "design.png"
     archive = box.write("a.json", '{"a": "%s"}' % noise(400_000))
     source = box.write("d.sketch", document(
@@ -49,11 +49,11 @@ def store(box, path):
 SETTING = ("settings", "set", "k", noise(100_000))
 
 
-@case("a full disk is named, nothing is left on it")
+@case("a full disk is reported, nothing is left on it")
 def full_disk(box):
     box.path("full").mkdir()
     if not IS_ROOT or box.run(program="true", prefix=SMALL_DISK).status != 0:
-        return  # Only who may mount; the next case is for everybody.
+        return  # Requires permission to mount; the next case does not.
     for words in writing(box, "full/"):
         ended = box.run(*words, prefix=SMALL_DISK, statuses=(1,))
         ended.expect(FULL.search(ended.err), f"{words[-1]}: not named: {ended.said}")
@@ -62,7 +62,7 @@ def full_disk(box):
     yield ended.expect(FULL.search(ended.err), f"settings: not named: {ended.said}")
 
 
-@case("a limit on files is named")
+@case("a file size limit is reported")
 def file_limit(box):
     for words in writing(box, ""):
         before = set(box.names()) | {b"a.json", b"d.sketch"}
@@ -74,7 +74,7 @@ def file_limit(box):
     yield ended.expect(TOO_LARGE.search(ended.err), f"settings: not named: {ended.said}")
 
 
-@case("a read-only disk or folder is named")
+@case("a read-only disk or folder is reported")
 def read_only(box):
     box.path("full").mkdir()
     for words in writing(box, "full/"):
@@ -87,7 +87,7 @@ def read_only(box):
         yield ended.expect(READ_ONLY.search(ended.err), f"{words[-1]}: not named: {ended.said}")
 
 
-@case("a full standard output is named")
+@case("a full standard output is reported")
 def standard_output(box):
     archive = box.write("a.json", '{"a": "%s"}' % noise(400_000))
     box.make("d.sketch", program=EXAMPLE)
@@ -108,7 +108,7 @@ def standard_output(box):
                                                    f"{ended.said}")
 
 
-@case("no threads to be had")
+@case("no threads available")
 def no_threads(box):
     box.make("d.sketch", program=EXAMPLE)
     design = box.write("design.png", png(1200, 1200))
@@ -133,7 +133,7 @@ def no_threads(box):
             yield ended
 
 
-@case("no display, a dead one, an unknown platform")
+@case("no display, a display that is gone, an unknown platform")
 def displays(box):
     photo = box.write("a.png", png())
     script = box.write("s.js", "log(1)")
@@ -175,7 +175,7 @@ def address_space(box):
 
 
 def least_to_start(box, name):
-    """The address space in which the program can be loaded, within 4 MiB."""
+    """The smallest address space in which the program loads, to within 4 MiB."""
     low, high = 0, 1 << 36
     while high - low > 4 << 20:
         middle = (low + high) // 2

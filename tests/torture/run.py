@@ -1,4 +1,4 @@
-"""Runs the cases whose names contain one of the arguments, or all, and prints a table of them."""
+"""Runs the cases whose names contain one of the arguments, or all cases; prints a table."""
 
 import concurrent.futures
 import os
@@ -7,14 +7,14 @@ import sys
 import time
 
 import box
-# They register their cases.
+# Importing these registers their cases.
 import designs, documents, files, kills, resources, scripts, servers, settings  # noqa: E401,F401
 
 TIME = 600  # Seconds for all cases together.
 
 
 def try_out(name, function):
-    """The row of a case: its name, its trials, how many ended well, the worst time, the faults."""
+    """The row of a case: its name, trials, how many passed, the worst time, the failures."""
     trials = well = 0
     worst = 0.0
     faults = {}
@@ -28,7 +28,7 @@ def try_out(name, function):
                     faults[fault] = faults.get(fault, 0) + 1
     except box.Stopped:
         faults["stopped before its end"] = 1
-    except Exception as problem:  # A case that cannot be tried is not passed over.
+    except Exception as problem:  # A case that cannot run counts as failed.
         faults[f"the case itself failed: {problem!r}"] = 1
     return name, trials, well, worst, faults
 
@@ -36,7 +36,7 @@ def try_out(name, function):
 def show(row):
     name, trials, well, worst, faults = row
     lines = [f"{count} x {fault}" for fault, count in list(faults.items())[:8]] or [""]
-    print(f"{name:<44} {trials:>6} {well:>5} {worst:>7.1f}  {lines[0]}", flush=True)
+    print(f"{name:<44} {trials:>6} {well:>6} {worst:>7.1f}  {lines[0]}", flush=True)
     for line in lines[1:]:
         print(f"{'':<66}{line}", flush=True)
 
@@ -45,15 +45,15 @@ def main():
     chosen = [(name, function) for name, function in box.CASES
               if len(sys.argv) < 2 or any(word in name for word in sys.argv[1:])]
     if not chosen:
-        print("torture: no case has that in its name", file=sys.stderr)
+        print("torture: no case name contains that", file=sys.stderr)
         return 2
     signal.signal(signal.SIGALRM, lambda *_: box.stop())
-    # Also where a shell in the background ignores it, which the trials would inherit.
+    # A shell may ignore it for background jobs, and the trials would inherit that.
     signal.signal(signal.SIGINT, signal.default_int_handler)
     signal.signal(signal.SIGTERM, signal.default_int_handler)
     signal.alarm(TIME)
     start = time.monotonic()
-    print(f"{'case':<44} {'trials':>6} {'well':>5} {'worst s':>7}  what fell short")
+    print(f"{'case':<44} {'trials':>6} {'passed':>6} {'worst s':>7}  failures")
     rows = []
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as workers:
         try:
@@ -66,7 +66,7 @@ def main():
             return 130
     trials, well = sum(row[1] for row in rows), sum(row[2] for row in rows)
     short = sum(bool(row[4]) for row in rows)
-    print(f"{len(rows)} cases, {trials} trials, {well} ended well, {short} cases fell short, "
+    print(f"{len(rows)} cases, {trials} trials, {well} passed, {short} cases failed, "
           f"{time.monotonic() - start:.0f} s")
     return 1 if short else 0
 

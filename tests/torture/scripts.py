@@ -1,4 +1,4 @@
-"""Scripts that run on, run others, and tie knots."""
+"""Scripts that never end, start programs, or build reference cycles."""
 
 import json
 
@@ -23,7 +23,7 @@ USES = ("a.track_properties_('e', {})", "a.setSuperProperties_({x: 1})",
 def knots(box):
     for name, knot in KNOTS.items():
         for use in USES:
-            # Refused when it is set, in the log: analytics trouble nobody.
+            # Rejected in the log when it is set: analytics never bother the user.
             script = box.write("knot.js", "function manager() { return TrackerManager.alloc()"
                                ".initWithTrackers_identifier_([], 'x') }\n"
                                f"{knot}\ntry {{ {use} }} catch (e) {{}}\n")

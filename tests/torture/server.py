@@ -1,11 +1,11 @@
-"""HTTP on loopback, with manners of any kind."""
+"""HTTP servers on loopback that behave well or badly."""
 
 import contextlib
 import socket
 import threading
 import time
 
-PATIENCE = 120  # Seconds after which a connection is given up.
+PATIENCE = 120  # Seconds after which a connection is abandoned.
 
 
 def http(body=b"{}", status="200 OK", headers="", connection="close"):
@@ -14,7 +14,7 @@ def http(body=b"{}", status="200 OK", headers="", connection="close"):
 
 
 def request_from(connection):
-    """A whole request, or none when the client hangs up."""
+    """A complete request, or None if the client hangs up."""
     received = b""
     while b"\r\n\r\n" not in received:
         part = connection.recv(65536)
@@ -41,7 +41,7 @@ def trickle(connection, data, pause):
 
 
 class Server:
-    """Calls `behave(connection, request)` for each request. A true answer keeps the connection."""
+    """Calls `behave(connection, request)` for each request; a true result keeps the connection."""
 
     def __init__(self, behave):
         self.behave, self.requests = behave, []
@@ -67,14 +67,14 @@ class Server:
         return self
 
     def __exit__(self, *_):
-        # Else the thread goes on to accept on the closed socket.
+        # Otherwise, the thread would keep accepting on the closed socket.
         with contextlib.suppress(OSError):
             self.listener.shutdown(socket.SHUT_RDWR)
         self.listener.close()
 
 
 def answering(*answers):
-    """A server that sends these bytes in turn, the last one again and again."""
+    """A server that sends these responses in turn and repeats the last one."""
     served = []
 
     def behave(connection, _request):
@@ -84,5 +84,5 @@ def answering(*answers):
 
 
 def silent():
-    """Takes connections and says nothing until the client gives up."""
+    """Accepts connections and stays silent until the client gives up."""
     return Server(lambda connection, _request: connection.recv(1))

@@ -8,8 +8,8 @@ from box import case
 from server import Server, answering, http, silent, trickle
 
 DEADLINE = 30  # Seconds that a request may take.
-AT_EXIT = 2  # Seconds that what is unsent is given at the end.
-START = 3  # Seconds that a program may take besides, on a machine with other work.
+AT_EXIT = 2  # Seconds that unsent events get at exit.
+START = 3  # Additional seconds for the program itself on a busy machine.
 
 VERSION = json.dumps({"success": True, "records": [{"fields": {"Expired": False}}]}).encode()
 MESSAGES = json.dumps({"messages": [{"fields": {"ID": 1, "Message": "m"}}]}).encode()
@@ -20,7 +20,7 @@ EVENTS = ("var k = Kelvar.new(); for (var i = 0; i < 5; i++) "
 
 
 def bomb(mebibytes):
-    """Spaces, packed. In parts: what this process has taken at most counts for its children."""
+    """Compressed spaces, in parts: the peak memory of this process counts for its children."""
     packer = zlib.compressobj(9, wbits=31)
     parts = [packer.compress(b" " * (1 << 20)) for _ in range(mebibytes)]
     return b"".join(parts) + packer.flush()
@@ -31,7 +31,7 @@ def sending(data):
 
 
 def slowly(head, byte, pause):
-    """An answer that never ends, of one byte every `pause` seconds."""
+    """A response that never ends: one byte every `pause` seconds."""
     def behave(connection, _request):
         connection.sendall(head)
         trickle(connection, byte * 1000, pause)
@@ -57,7 +57,7 @@ SLOW = {
 def slow(box):
     with_servers = [(name, command, Server(behave)) for name, behave in SLOW.items()
                     for command in COMMANDS]
-    # All at once: they wait, they do not work.
+    # All at once: they only wait.
     running = [box.start(*command, env={"KELVAR_API_SERVER": server.address,
                                         "KELVAR_DEFAULTS": str(box.path(f"{i}.sqlite"))})
                for i, (_, command, server) in enumerate(with_servers)]
@@ -147,7 +147,7 @@ def events_at_exit(box):
                 yield ended
 
 
-@case("events: answers of 307 and 308 are answers")
+@case("events: 307 and 308 are not followed")
 def posts_are_not_redirected(box):
     script = box.write("s.js", EVENTS)
     for status in (307, 308):
@@ -159,7 +159,7 @@ def posts_are_not_redirected(box):
 
 @case("events: a keep-alive server that closes silently")
 def silent_closes(box):
-    """It answers, keeps the connection open for a moment and closes it without a word."""
+    """Answers, keeps the connection open for a moment and closes it silently."""
     def behave(connection, request):
         connection.sendall(http(connection="keep-alive"))
         received.append(request)

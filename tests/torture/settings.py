@@ -1,4 +1,4 @@
-"""The settings store: foreign, damaged, newer, read-only, and where it is without a home."""
+"""The settings file: foreign, damaged, newer, read-only; its location without HOME."""
 
 import pwd
 import sqlite3
@@ -19,9 +19,9 @@ def database(path, *statements):
 
 
 def foreign(box):
-    """Files that are no store of ours."""
-    yield "a picture", box.write("f/picture.png", png())
-    yield "a text", box.write("f/text", "This is no store.\n" * 200)
+    """Files that are not settings files."""
+    yield "an image", box.write("f/image.png", png())
+    yield "a text", box.write("f/text", "This is not a settings file.\n" * 200)
     yield "another application's", database(
         box.write("f/other.sqlite", b""), "PRAGMA application_id = 0x0f055112",
         "CREATE TABLE notes (text)", "INSERT INTO notes VALUES ('mine')")
@@ -34,7 +34,7 @@ def foreign(box):
         "CREATE TABLE settings (key TEXT NOT NULL PRIMARY KEY, value BLOB NOT NULL) WITHOUT ROWID")
 
 
-@case("what is no settings store is refused, not touched")
+@case("other files are rejected and left alone")
 def foreign_stores(box):
     for name, path in foreign(box):
         before = box.tree()
@@ -52,9 +52,9 @@ def damage(path):
     path.write_bytes(content)
 
 
-@case("a damaged settings store is named once")
+@case("a damaged settings file is reported once")
 def damaged_store(box):
-    # Where Kelvar keeps it by itself.
+    # The default location.
     own = {"KELVAR_DEFAULTS": None, "XDG_CONFIG_HOME": str(box.path("config"))}
     path = box.path("config/kelvar/settings.sqlite")
     script = box.write("s.js", "var p = KVPersister.new(); for (var i = 0; i < 5; i++) "
@@ -71,7 +71,7 @@ def damaged_store(box):
     yield Ended().expect(len(kept) == len(COMMANDS) + 1, f"{len(kept)} damaged files are kept")
 
 
-@case("a settings store that cannot be written says so once")
+@case("an unwritable settings file is reported once")
 def read_only_store(box):
     folder = box.path("store")
     folder.mkdir(mode=0o555)
@@ -87,17 +87,17 @@ def read_only_store(box):
             yield ended.expect(lines == 1, f"{command[0]}: {lines} lines: {ended.said}")
 
 
-@case("without HOME the system knows the home")
+@case("without HOME, the home folder on record is used")
 def no_home(box):
     if not IS_ROOT:
-        return  # It would be that of whoever runs this.
+        return  # It would be the home folder of the user who runs this.
     home = pwd.getpwuid(NOBODY).pw_dir
     ended = box.run("settings", "set", "k", "v", nobody=True, statuses=(1,),
                     env={"HOME": None, "KELVAR_DEFAULTS": None})
     yield ended.expect(home.encode() + b"/.config" in ended.err, f"not in {home}: {ended.said}")
 
 
-@case("many programs write the settings")
+@case("many programs write the settings at once")
 def many_writers(box):
     for turn in range(5):
         keys = [f"t{turn}.{i}" for i in range(8)]

@@ -1,4 +1,4 @@
-"""Sketch documents, pictures and archives in as few words as cases like."""
+"""Short ways to make Sketch documents, images and archives for the cases."""
 
 import io
 import itertools
@@ -63,8 +63,8 @@ def square(name, box=(100, 100, 400, 400), **more):
     return path(name, [curve_point(*corner) for corner in corners], box, **more)
 
 
-def document(layers, pictures=None):
-    """The bytes of a document with one page of these layers."""
+def document(layers, images=None):
+    """The bytes of a document with one page that has these layers."""
     page = layer("page", "Page", (0, 0, 0, 0), layers=layers)
     files = {"document.json": {"_class": "document", "do_objectID": "document",
                                "currentPageIndex": 0,
@@ -74,7 +74,7 @@ def document(layers, pictures=None):
              "meta.json": {"version": 136, "appVersion": "72.4", "build": 110199},
              "user.json": {}, "pages/one.json": page}
     return packed({name: json.dumps(each).encode() for name, each in files.items()} |
-                  (pictures or {}))
+                  (images or {}))
 
 
 def packed(files):
@@ -86,7 +86,7 @@ def packed(files):
 
 
 def page_of(path):
-    """The page of a document that was written, as JSON."""
+    """The page of a written document, as JSON."""
     with zipfile.ZipFile(path) as archive:
         if archive.testzip():
             raise zipfile.BadZipFile("a file in the document is damaged")

@@ -1,4 +1,4 @@
-// What editors are to find nothing wrong with.
+// Editors must find no mistakes here.
 const rect = KVRect.new();
 rect.width = 5;
 const sum = rect.width() + KVRectMake(1, 2, 3, 4).CGRect().origin.x;

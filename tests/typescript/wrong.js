@@ -1,8 +1,8 @@
-// Each line is a mistake.
+// Each line below is a mistake.
 KVRect.new().widht();
 KVRect.new().width = '7';
 KVRectMake(1, 2);
-SegmentIOTracker.new();
+KVBezierPath.new();
 KVShape.alloc().initWithBounds_path_('rect', []);
-KVVersionChecker.new();
+KVImage.new();
 KVViewController.new().delegate = {controllerDidPressFlipLayer: 5};

@@ -19,13 +19,13 @@ void write(const QString& path, const QByteArray& bytes) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
 }
 
-/// A form of one widget in another.
+/// A form with one widget inside another.
 QByteArray form(const char* widgetClass, const char* name, const char* properties = "") {
   return QByteArray("<ui version=\"4.0\"><widget class=\"QWidget\" name=\"top\"><widget class=\"") +
          widgetClass + "\" name=\"" + name + "\">" + properties + "</widget></widget></ui>";
 }
 
-TEST(InterfaceFile, AFormOfOnesOwnReplacesTheBuiltIn) {
+TEST(InterfaceFileTest, CustomFormReplacesBuiltInForm) {
   const QTemporaryDir folder;
   write(folder.filePath(text("KVPopupCell.ui")), form("QLabel", "titleField"));
   for (const bool byEnvironment : {false, true}) {
@@ -37,12 +37,13 @@ TEST(InterfaceFile, AFormOfOnesOwnReplacesTheBuiltIn) {
     EXPECT_EQ(cell->titleField()->text(), u"Phone");
     EXPECT_FALSE(cell->popupButton());
     cell->reloadData();
-    EXPECT_TRUE(KVViewController::initWithNibName()->view()) << "the others are still built in";
+    EXPECT_TRUE(KVViewController::initWithNibName()->view())
+        << "the other forms are still built in";
   }
   qunsetenv("KELVAR_INTERFACE_DIR");
 }
 
-TEST(InterfaceFile, AFormThatCannotBeReadIsPassedOver) {
+TEST(InterfaceFileTest, SkipsUnreadableForm) {
   const QTemporaryDir folder;
   for (const QByteArray& bytes :
        {QByteArray(), QByteArray("<ui"), QByteArray("<ui version=\"3\"/>"), QByteArray("\0\1\2", 3),
@@ -61,7 +62,7 @@ TEST(InterfaceFile, AFormThatCannotBeReadIsPassedOver) {
   other->reloadData();
 }
 
-TEST(InterfaceFile, OutletsAndActionsThatDoNotFitAreLogged) {
+TEST(InterfaceFileTest, LogsMismatchedOutletsAndActions) {
   const QTemporaryDir folder;
   write(folder.filePath(text("A.ui")), form("QComboBox", "imageQualityPopupButton"));
   write(folder.filePath(text("B.ui")),
@@ -80,8 +81,8 @@ TEST(InterfaceFile, OutletsAndActionsThatDoNotFitAreLogged) {
                    text("KVViewController has no action noSuch:")}));
 }
 
-/// Every built-in form, as a user without a mouse or without eyes meets it.
-TEST(Forms, ControlsHaveNamesAndAreReachedByTab) {
+/// Every built-in form is accessible by keyboard and screen reader.
+TEST(InterfaceFileTest, ControlsHaveNamesAndTabOrder) {
   QDirIterator forms(text(":/kelvar/ui"), {text("*.ui")});
   int count = 0;
   while (forms.hasNext()) {
@@ -112,7 +113,7 @@ TEST(Forms, ControlsHaveNamesAndAreReachedByTab) {
   EXPECT_EQ(count, 5);
 }
 
-TEST(Forms, LongTextsWidenNothing) {
+TEST(InterfaceFileTest, LongTextsDoNotWidenForms) {
   const QString longText = text("a rather long text ").repeated(200);
   const auto row = KVViewController::initWithNibName();
   const auto line = KVViewController::initWithNibName(text("KVMessageLine"));

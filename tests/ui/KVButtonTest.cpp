@@ -9,7 +9,7 @@
 namespace kelvar {
 namespace {
 
-class FlatButton : public testing::TestWithParam<double> {
+class KVButtonTest : public testing::TestWithParam<double> {
  protected:
   void SetUp() override {
     button_.resize(80, 30);
@@ -17,7 +17,7 @@ class FlatButton : public testing::TestWithParam<double> {
   }
 
   QImage paint() { return painted(button_, GetParam()); }
-  /// The middle of what has this colour, in points; nothing when nothing has.
+  /// The center of the pixels with this color, in points; none if there are none.
   std::optional<QPointF> middleOf(const QImage& image, const QColor& color) {
     QRect box;
     for (int y = 0; y < image.height(); ++y) {
@@ -32,7 +32,7 @@ class FlatButton : public testing::TestWithParam<double> {
   KVButton button_;
 };
 
-TEST_P(FlatButton, FillsBehindItselfOnlyWithAColour) {
+TEST_P(KVButtonTest, PaintsBackgroundOnlyWithColor) {
   EXPECT_EQ(paint().pixelColor(3, 3).alpha(), 0);
   button_.setBackgroundColor(Qt::red);
   const QImage image = paint();
@@ -44,7 +44,7 @@ TEST_P(FlatButton, FillsBehindItselfOnlyWithAColour) {
   EXPECT_NE(paint().pixelColor(image.width() / 2, image.height() / 2), QColor(Qt::red));
 }
 
-TEST_P(FlatButton, ReplacesWhatIsToBePaintedAndNothingElse) {
+TEST_P(KVButtonTest, ReplacesOnlyDirtyRegion) {
   const QColor color(255, 0, 0, 128);
   button_.setBackgroundColor(color);
   QImage image(button_.size() * GetParam(), QImage::Format_ARGB32_Premultiplied);
@@ -59,7 +59,7 @@ TEST_P(FlatButton, ReplacesWhatIsToBePaintedAndNothingElse) {
   }
 }
 
-TEST_P(FlatButton, TheTitleIsCentredInTheColourThatItHadWhenLoaded) {
+TEST_P(KVButtonTest, TitleKeepsColorFromLoading) {
   const QString block = QString(QChar(0x2588)).repeated(2);
   button_.setText(block);
   button_.setTextColor(Qt::blue);
@@ -69,13 +69,13 @@ TEST_P(FlatButton, TheTitleIsCentredInTheColourThatItHadWhenLoaded) {
   ASSERT_TRUE(middle);
   EXPECT_NEAR(middle->x(), 40, 2);
   button_.setTextColor(Qt::green);
-  EXPECT_TRUE(middleOf(paint(), Qt::blue)) << "a later colour does not restyle";
+  EXPECT_TRUE(middleOf(paint(), Qt::blue)) << "a color set later has no effect";
   EXPECT_FALSE(middleOf(paint(), Qt::green));
   button_.setText(block + block);
-  EXPECT_FALSE(middleOf(paint(), Qt::blue)) << "a later title is plain";
+  EXPECT_FALSE(middleOf(paint(), Qt::blue)) << "a title set later has the palette's color";
 }
 
-TEST_P(FlatButton, WithoutAColourTheTitleIsThePalettes) {
+TEST_P(KVButtonTest, TitleDefaultsToPaletteColor) {
   button_.setText(QString(QChar(0x2588)).repeated(2));
   QPalette palette = button_.palette();
   palette.setColor(QPalette::ButtonText, Qt::magenta);
@@ -84,7 +84,7 @@ TEST_P(FlatButton, WithoutAColourTheTitleIsThePalettes) {
   EXPECT_TRUE(middleOf(paint(), Qt::magenta));
 }
 
-INSTANTIATE_TEST_SUITE_P(AtOneAndTwoPixelsAPoint, FlatButton, testing::Values(1.0, 2.0));
+INSTANTIATE_TEST_SUITE_P(PixelsPerPoint, KVButtonTest, testing::Values(1.0, 2.0));
 
 }  // namespace
 }  // namespace kelvar

@@ -13,7 +13,7 @@
 namespace kelvar {
 namespace {
 
-ImageRef picture(const QColor& color) {
+ImageRef image(const QColor& color) {
   QImage pixels(60, 60, QImage::Format_ARGB32_Premultiplied);
   pixels.fill(color);
   return std::make_shared<Image>(pixels);
@@ -28,7 +28,7 @@ QVariantMap item(const char* title, const char* identifier = nullptr, ImageRef i
 
 const QVariantMap kSeparator{{text("type"), text("separator")}, {text("title"), text("no")}};
 
-class Cell : public testing::Test {
+class KVPopupCellTest : public testing::Test {
  protected:
   void SetUp() override {
     delegate_->popupCellSelectedDidChange = [this](KVPopupCell& cell) {
@@ -43,7 +43,7 @@ class Cell : public testing::Test {
   }
 
   PopUpButton& button() { return *cell_->popupButton(); }
-  /// The titles of the items that are marked.
+  /// The titles of the marked items.
   QStringList marked() {
     QStringList titles;
     for (const MenuItemRef& each : cell_->popupMenu()->items()) {
@@ -53,17 +53,16 @@ class Cell : public testing::Test {
   }
 
   QStringList heard_;
-  KVMenuRef menu_ =
-      KVMenu::menuWithItems({item("Home", "home", picture(Qt::red)), kSeparator,
-                             item("Settings", "set", picture(Qt::blue)), item("None")});
+  KVMenuRef menu_ = KVMenu::menuWithItems({item("Home", "home", image(Qt::red)), kSeparator,
+                                           item("Settings", "set", image(Qt::blue)), item("None")});
   std::shared_ptr<KVPopupCellDelegate> delegate_ = std::make_shared<KVPopupCellDelegate>();
   Panel panel_;
   KVPopupCellRef cell_ = KVPopupCell::initWithNibName();
 };
 
-TEST(Menu, KeepsWhatItemsAreMadeFrom) {
+TEST(KVMenuTest, KeepsMapsOfItems) {
   const LogCapture log;
-  QVariantMap more = item("Home", "home", picture(Qt::red));
+  QVariantMap more = item("Home", "home", image(Qt::red));
   more[text("anything")] = 7;
   const QVariantMap wrong{{text("title"), text("Wrong")}, {text("image"), 3}};
   const auto menu = KVMenu::menuWithItems({more, kSeparator, wrong});
@@ -78,15 +77,15 @@ TEST(Menu, KeepsWhatItemsAreMadeFrom) {
   EXPECT_EQ(log.lines(), QStringList(text("image: Wrong (null) 3")));
 }
 
-TEST(Menu, RefusesAnItemWithoutATitle) {
+TEST(KVMenuTest, RejectsItemWithoutTitle) {
   EXPECT_THROW(KVMenu::menuWithItems({QVariantMap{{text("identifier"), text("a")}}}),
                std::invalid_argument);
   EXPECT_EQ(KVMenu::menuWithItems({})->items().size(), 0);
 }
 
-TEST_F(Cell, ShowsItsTexts) {
+TEST_F(KVPopupCellTest, ShowsProperties) {
   cell_->setName(text("<i>Phone</i>"));
-  cell_->setImage(picture(Qt::green));
+  cell_->setImage(image(Qt::green));
   cell_->reloadData();
   EXPECT_EQ(cell_->titleField()->text(), u"<i>Phone</i>");
   EXPECT_EQ(cell_->titleField()->textFormat(), Qt::PlainText);
@@ -98,7 +97,7 @@ TEST_F(Cell, ShowsItsTexts) {
   EXPECT_FALSE(cell_->imageView()->image());
 }
 
-TEST_F(Cell, TheFaceAndTheMarkFollowTheIdentifier) {
+TEST_F(KVPopupCellTest, FaceAndMarkFollowIdentifier) {
   const struct {
     QString identifier;
     const char* face;
@@ -119,7 +118,7 @@ TEST_F(Cell, TheFaceAndTheMarkFollowTheIdentifier) {
     EXPECT_EQ(button().faceItem(), cell_->selectedItem());
     EXPECT_EQ(cell_->representedObject().toMap().value(text("title")).toString(), text(step.face));
   }
-  // The face has the item's picture.
+  // The face has the item's image.
   const auto has = [&](const QColor& color) {
     const QImage face = painted(button(), 1);
     for (int x = 0; x < face.width(); ++x) {
@@ -133,7 +132,7 @@ TEST_F(Cell, TheFaceAndTheMarkFollowTheIdentifier) {
   EXPECT_TRUE(has(Qt::blue));
 }
 
-/// Of the brighter to the darker, 1 to 21.
+/// The ratio of the brighter to the darker color, 1 to 21.
 double contrast(const QColor& a, const QColor& b) {
   const auto luminance = [](const QColor& color) {
     const auto linear = [](double c) { return std::pow(c, 2.2); };
@@ -143,7 +142,7 @@ double contrast(const QColor& a, const QColor& b) {
   return std::max(luminance(a), luminance(b)) / std::min(luminance(a), luminance(b));
 }
 
-TEST_F(Cell, TheOpenMenuShowsMarkPicturesAndSeparator) {
+TEST_F(KVPopupCellTest, MenuShowsMarkImagesAndSeparator) {
   cell_->setSelectedIdentifier(text("set"));
   cell_->reloadData();
   const QPalette light = QApplication::palette();
@@ -184,7 +183,7 @@ TEST_F(Cell, TheOpenMenuShowsMarkPicturesAndSeparator) {
   QApplication::setPalette(light);
 }
 
-TEST_F(Cell, OfDuplicatesTheFirstIsSelected) {
+TEST_F(KVPopupCellTest, SelectsFirstOfDuplicates) {
   cell_->setPopupMenu(KVMenu::menuWithItems({item("A", "x"), item("B", "y"), item("C", "y")}));
   cell_->setSelectedIdentifier(text("y"));
   cell_->reloadData();
@@ -195,7 +194,7 @@ TEST_F(Cell, OfDuplicatesTheFirstIsSelected) {
   EXPECT_EQ(marked(), QStringList(text("B")));
 }
 
-TEST_F(Cell, ChoosingByMouseAndKeysIsTold) {
+TEST_F(KVPopupCellTest, ReportsChoiceByMouseAndKeys) {
   choose(button(), 2);
   EXPECT_EQ(button().title(), u"Settings");
   choose(button(), 2);
@@ -205,12 +204,12 @@ TEST_F(Cell, ChoosingByMouseAndKeysIsTold) {
   EXPECT_TRUE(marked().isEmpty());
   QTest::keyClick(&button(), Qt::Key_H);
   QTest::keyClick(button().view(), Qt::Key_Return);
-  EXPECT_EQ(heard_.last(), u"home") << "typing opens the menu and finds";
+  EXPECT_EQ(heard_.last(), u"home") << "typing opens the menu and searches it";
   choose(button(), 1);
   EXPECT_EQ(heard_.size(), 4) << "a separator cannot be chosen";
 }
 
-TEST_F(Cell, WithoutTheMenuNothingIsChosen) {
+TEST_F(KVPopupCellTest, ChoosesOnlyInMenu) {
   cell_->setSelectedIdentifier(text("home"));
   cell_->reloadData();
   QWheelEvent wheel({5, 5}, {5, 5}, {0, -120}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
@@ -223,7 +222,7 @@ TEST_F(Cell, WithoutTheMenuNothingIsChosen) {
   EXPECT_TRUE(heard_.isEmpty());
 }
 
-TEST_F(Cell, ADelegateWithoutTheOperationIsNotTold) {
+TEST_F(KVPopupCellTest, DelegateOperationIsOptional) {
   delegate_->popupCellSelectedDidChange = {};
   choose(button(), 2);
   EXPECT_EQ(cell_->selectedIdentifier(), u"set");
@@ -232,7 +231,7 @@ TEST_F(Cell, ADelegateWithoutTheOperationIsNotTold) {
   EXPECT_EQ(cell_->selectedIdentifier(), u"home");
 }
 
-TEST_F(Cell, OnlyItsOwnPopUpRewiresAndReloadsIt) {
+TEST_F(KVPopupCellTest, OnlyOwnPopUpReloadsIt) {
   const KVPopupCellRef other = KVPopupCell::initWithNibName();
   other->setPopupMenu(menu_);
   panel_.add(other->view());
@@ -253,7 +252,7 @@ TEST_F(Cell, OnlyItsOwnPopUpRewiresAndReloadsIt) {
   EXPECT_TRUE(heard_.isEmpty());
 
   Q_EMIT button().activated(0);
-  EXPECT_EQ(mine.size(), 1) << "the action that was there";
+  EXPECT_EQ(mine.size(), 1) << "the previous action";
   choose(button(), 2);
   EXPECT_EQ(mine.size(), 1);
   EXPECT_EQ(heard_, QStringList(text("set")));
@@ -269,7 +268,7 @@ TEST_F(Cell, OnlyItsOwnPopUpRewiresAndReloadsIt) {
   button().hidePopup();
 }
 
-TEST_F(Cell, ACellThatIsGoneIsNotCalled) {
+TEST_F(KVPopupCellTest, DestroyedCellIsNotCalled) {
   button().showPopup();
   button().hidePopup();
   QPointer<PopUpButton> left = &button();
@@ -279,7 +278,7 @@ TEST_F(Cell, ACellThatIsGoneIsNotCalled) {
   EXPECT_TRUE(heard_.isEmpty());
 }
 
-TEST_F(Cell, WithoutAMenuTheFaceIsEmpty) {
+TEST_F(KVPopupCellTest, FaceIsEmptyWithoutMenu) {
   cell_->setPopupMenu(nullptr);
   cell_->setSelectedIdentifier(text("home"));
   cell_->reloadData();
@@ -289,7 +288,7 @@ TEST_F(Cell, WithoutAMenuTheFaceIsEmpty) {
   EXPECT_FALSE(cell_->selectedItem());
 }
 
-TEST_F(Cell, IsKnownToScriptsWithItsDelegate) {
+TEST_F(KVPopupCellTest, IsExportedWithItsDelegate) {
   const ClassInfo* const info = ClassInfo::find(text("KVPopupCell"));
   ASSERT_TRUE(info);
   const ObjectRef object = info->create(text("init"));
@@ -298,7 +297,7 @@ TEST_F(Cell, IsKnownToScriptsWithItsDelegate) {
   const QVariant items = QVariantList{item("A", "a"), item("B", "b")};
   const QVariant made =
       *ClassInfo::find(text("KVMenu"))->callClass(text("menuWithItems:"), QVariantList(1, items));
-  const DelegateInfo& told = KVPopupCellDelegate::theDelegate();
+  const DelegateInfo& told = KVPopupCellDelegate::staticDelegateInfo();
   const std::shared_ptr<void> delegate = told.make();
   int calls = 0;
   told.operations()[0].implement(delegate.get(),

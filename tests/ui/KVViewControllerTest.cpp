@@ -21,7 +21,7 @@ class Counted : public KVAction {
   int runs = 0;
 };
 
-class Row : public testing::Test {
+class KVViewControllerTest : public testing::Test {
  protected:
   void load(const char* nib) {
     controller_ = KVViewController::initWithNibName(text(nib));
@@ -31,7 +31,7 @@ class Row : public testing::Test {
     panel_.show();
   }
 
-  /// A delegate with every operation, which writes down what it is told.
+  /// A delegate with every operation, which records the calls.
   std::shared_ptr<Delegate> listening() {
     auto delegate = std::make_shared<Delegate>();
     const auto told = [this](const char* what) {
@@ -83,7 +83,7 @@ class Row : public testing::Test {
   KVViewControllerRef controller_;
 };
 
-/// Each control of the forms, what it tells, and how to make a delegate deaf to it.
+/// Each control of the forms, what it reports, and how to remove that operation from a delegate.
 const struct {
   const char* nib;
   const char* control;
@@ -108,9 +108,10 @@ const struct {
      [](Delegate& d) { d.controllerDidPressReadMessageButton = {}; }},
 };
 
-class RowControl : public Row, public testing::WithParamInterface<bool> {};
+class KVViewControllerControlTest : public KVViewControllerTest,
+                                    public testing::WithParamInterface<bool> {};
 
-TEST_P(RowControl, ReachesItsOperationAndNoOther) {
+TEST_P(KVViewControllerControlTest, CallsOnlyItsOperation) {
   Browser browser({"https"});
   for (const auto& [nib, control, told, silence] : kControls) {
     std::vector<const char*> nibs = {nib};
@@ -131,14 +132,14 @@ TEST_P(RowControl, ReachesItsOperationAndNoOther) {
       controller_->setDelegate({});
       use(control, GetParam());
       controller_->setDelegate(std::make_shared<Delegate>());
-      EXPECT_EQ(use(control, GetParam()), QStringList()) << "a delegate that is gone";
+      EXPECT_EQ(use(control, GetParam()), QStringList()) << "the delegate was destroyed";
     }
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(ByMouseAndKeys, RowControl, testing::Bool());
+INSTANTIATE_TEST_SUITE_P(MouseAndKeys, KVViewControllerControlTest, testing::Bool());
 
-TEST_F(Row, UsingAControlChangesNoProperty) {
+TEST_F(KVViewControllerTest, ControlsDoNotChangeProperties) {
   load("KVViewController");
   controller_->setImageQuality(1);
   controller_->setIncludeInArtboards(0);
@@ -152,14 +153,14 @@ TEST_F(Row, UsingAControlChangesNoProperty) {
   EXPECT_FALSE(controller_->includeInArtboardButton()->isChecked());
 }
 
-TEST_F(Row, TheSameQualityAgainIsToldAgain) {
+TEST_F(KVViewControllerTest, ReportsSameQualityAgain) {
   load("KVViewController");
   controller_->setImageQuality(2);
   controller_->reloadData();
   EXPECT_EQ(use("imageQualityPopupButton", false), QStringList(text("quality 2")));
 }
 
-TEST_F(Row, ShowsQualityMixedAndNot) {
+TEST_F(KVViewControllerTest, ShowsMixedQuality) {
   load("KVViewController");
   PopUpButton& quality = *controller_->imageQualityPopupButton();
   const struct {
@@ -182,7 +183,7 @@ TEST_F(Row, ShowsQualityMixedAndNot) {
   EXPECT_EQ(use("imageQualityPopupButton", false), QStringList(text("quality 2")));
 }
 
-TEST_F(Row, ShowsIncludeMixedAndNot) {
+TEST_F(KVViewControllerTest, ShowsMixedInclude) {
   load("KVViewController");
   const QCheckBox& box = *controller_->includeInArtboardButton();
   const struct {
@@ -207,7 +208,7 @@ TEST_F(Row, ShowsIncludeMixedAndNot) {
   EXPECT_EQ(states, QStringList({text("include 1"), text("include 0"), text("include -1")}));
 }
 
-TEST_F(Row, KeepsTextsThatAreNone) {
+TEST_F(KVViewControllerTest, NullTextsLeaveViewsAsTheyAre) {
   load("KVMessageLine");
   controller_->setMessage(text("<b>bold</b>"));
   controller_->setActionTitle(text("Update"));
@@ -223,7 +224,7 @@ TEST_F(Row, KeepsTextsThatAreNone) {
   EXPECT_EQ(controller_->messageLabel()->text(), u"");
 }
 
-TEST_F(Row, CopiesItsPreviewAndClearsIt) {
+TEST_F(KVViewControllerTest, CopiesAndClearsPreview) {
   load("KVViewController");
   QImage pixels(40, 30, QImage::Format_ARGB32_Premultiplied);
   pixels.fill(Qt::red);
@@ -239,7 +240,7 @@ TEST_F(Row, CopiesItsPreviewAndClearsIt) {
   EXPECT_EQ(painted(view, 1).pixelColor(view.rect().center()).alpha(), 0);
 }
 
-TEST_F(Row, AQueuedDisableEndsDisabledAndSparesTheOthers) {
+TEST_F(KVViewControllerTest, DisablesAsynchronously) {
   load("KVViewController");
   const char* const layerControls[] = {"imageQualityPopupButton", "layerFlipButton",
                                        "layerRotateButton"};
@@ -249,7 +250,7 @@ TEST_F(Row, AQueuedDisableEndsDisabledAndSparesTheOthers) {
     return count;
   };
   std::thread([this] { controller_->disableLayerButton(); }).join();
-  EXPECT_EQ(enabled(), 3) << "before the main queue has run";
+  EXPECT_EQ(enabled(), 3) << "before the main queue runs";
   controller_->reloadData();
   EXPECT_EQ(enabled(), 3);
   QCoreApplication::processEvents();
@@ -265,7 +266,7 @@ TEST_F(Row, AQueuedDisableEndsDisabledAndSparesTheOthers) {
   EXPECT_EQ(enabled(), 3);
 }
 
-TEST_F(Row, TheActionButtonRunsItsActionOrOpensItsAddress) {
+TEST_F(KVViewControllerTest, ActionButtonRunsActionOrOpensUrl) {
   Browser browser({"https"});
   load("KVMessageLine");
   const auto action = std::make_shared<Counted>();
@@ -296,7 +297,7 @@ TEST_F(Row, TheActionButtonRunsItsActionOrOpensItsAddress) {
             "<KVViewControllerDelegate>");
 }
 
-TEST_F(Row, ADelegateMayLetGoOfEverything) {
+TEST_F(KVViewControllerTest, DelegateMayReleaseController) {
   load("KVViewController");
   const std::weak_ptr<KVViewController> watched = controller_;
   delegate_->controllerDidPressFlipLayer = [this](KVViewController&) {
@@ -306,13 +307,13 @@ TEST_F(Row, ADelegateMayLetGoOfEverything) {
   QPointer<QWidget> view = controller_->view();
   QTest::mouseClick(&part<>("layerFlipButton"), Qt::LeftButton);
   EXPECT_TRUE(watched.expired());
-  // The view belongs to the panel, and has nobody to tell any more.
+  // The view belongs to the panel; its controller is gone.
   ASSERT_TRUE(view);
   QTest::mouseClick(view->findChild<QWidget*>(text("layerRotateButton")), Qt::LeftButton);
   EXPECT_TRUE(heard_.isEmpty());
 }
 
-TEST(RowLife, AViewWithoutAParentGoesWithWhoeverHoldsItLast) {
+TEST(KVViewControllerLifetimeTest, ViewWithoutParentIsDeletedWithLastReference) {
   auto controller = KVViewController::initWithNibName();
   QPointer<QWidget> view = controller->view();
   ViewRef held = controller->viewObject();
@@ -324,7 +325,7 @@ TEST(RowLife, AViewWithoutAParentGoesWithWhoeverHoldsItLast) {
   EXPECT_FALSE(view);
 }
 
-TEST(RowLife, WithoutAViewNothingIsShownAndNothingFails) {
+TEST(KVViewControllerLifetimeTest, ToleratesMissingView) {
   const auto controller = KVViewController::initWithNibName();
   EXPECT_FALSE(controller->isViewLoaded());
   EXPECT_FALSE(controller->persister());
@@ -339,7 +340,7 @@ TEST(RowLife, WithoutAViewNothingIsShownAndNothingFails) {
   EXPECT_FALSE(KVViewController::initWithNibName(text("NoSuchForm")));
 }
 
-TEST_F(Row, IsKnownToScriptsWithItsDelegate) {
+TEST_F(KVViewControllerTest, IsExportedWithItsDelegate) {
   for (const char* name : {"KVViewController", "KVResizeViewController"}) {
     const ClassInfo* const info = ClassInfo::find(text(name));
     ASSERT_TRUE(info);
@@ -348,7 +349,7 @@ TEST_F(Row, IsKnownToScriptsWithItsDelegate) {
     EXPECT_EQ(&object->classInfo(), info);
     info->call(*object, text("view"));
 
-    const DelegateInfo& told = Delegate::theDelegate();
+    const DelegateInfo& told = Delegate::staticDelegateInfo();
     const std::shared_ptr<void> delegate = told.make();
     QStringList heard;
     for (const DelegateInfo::Operation& operation : told.operations()) {
@@ -376,7 +377,7 @@ TEST_F(Row, IsKnownToScriptsWithItsDelegate) {
   }
 }
 
-TEST(RowStore, IsASettingsStoreItself) {
+TEST(KVViewControllerStoreTest, IsSettingsStore) {
   Panel panel;
   const auto controller = KVViewController::initWithNibName();
   controller->setObject(4, text("com.example.a"));

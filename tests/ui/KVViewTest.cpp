@@ -10,13 +10,13 @@
 namespace kelvar {
 namespace {
 
-class Styled : public testing::TestWithParam<double> {
+class KVViewTest : public testing::TestWithParam<double> {
  protected:
   void SetUp() override { view_->resize(40, 30); }
   void TearDown() override { delete view_; }
 
   QImage paint() { return painted(*view_, GetParam()); }
-  /// Of the pixel at a point of the view, which is on the pixel's corner.
+  /// The color of the pixel whose corner is at that point of the view.
   static QColor at(const QImage& image, double x, double y) {
     return image.pixelColor(int(x * GetParam()), int(y * GetParam()));
   }
@@ -24,7 +24,7 @@ class Styled : public testing::TestWithParam<double> {
   KVView* view_ = KVView::initWithCoder(nullptr);
 };
 
-TEST_P(Styled, FillsItsBoundsInAnyCase) {
+TEST_P(KVViewTest, AlwaysFillsBounds) {
   const struct {
     QColor background, painted;
   } cases[] = {
@@ -39,7 +39,7 @@ TEST_P(Styled, FillsItsBoundsInAnyCase) {
   EXPECT_FALSE(view_->isOpaque());
 }
 
-TEST_P(Styled, HalfOfTheBorderIsInside) {
+TEST_P(KVViewTest, HalfOfBorderIsInside) {
   view_->setBackgroundColor(Qt::white);
   view_->setBorderColor(Qt::blue);
   view_->setBorderWidth(4);
@@ -54,7 +54,7 @@ TEST_P(Styled, HalfOfTheBorderIsInside) {
   }
 }
 
-TEST_P(Styled, NoBorderWithoutColourAndWidth) {
+TEST_P(KVViewTest, BorderNeedsColorAndWidth) {
   view_->setBackgroundColor(Qt::white);
   const std::pair<QColor, double> cases[] = {{Qt::blue, 0}, {QColor(), 2}, {Qt::blue, -1}};
   for (const auto& [color, width] : cases) {
@@ -64,7 +64,7 @@ TEST_P(Styled, NoBorderWithoutColourAndWidth) {
   }
 }
 
-TEST_P(Styled, FillAndBorderCastTheInnerShadow) {
+TEST_P(KVViewTest, FillAndBorderCastInnerShadow) {
   view_->setBackgroundColor(QColor(255, 0, 0, 0));
   view_->setBorderColor(Qt::blue);
   view_->setBorderWidth(4);
@@ -80,7 +80,7 @@ TEST_P(Styled, FillAndBorderCastTheInnerShadow) {
                 {20, 5, Qt::transparent}, {20, 29, Qt::blue}};
   for (const auto& [x, y, color] : points) EXPECT_EQ(at(image, x, y), color) << x << " " << y;
 
-  // Under a fill that lets it through.
+  // Under a translucent fill.
   view_->setBorderColor(QColor());
   view_->setBackgroundColor(QColor(255, 255, 255, 128));
   view_->setInnerShadowColor(Qt::black);
@@ -92,7 +92,7 @@ TEST_P(Styled, FillAndBorderCastTheInnerShadow) {
   EXPECT_EQ(at(paint(), 20, 15).alpha(), 128);
 }
 
-TEST_P(Styled, TheInnerShadowBlursInPoints) {
+TEST_P(KVViewTest, InnerShadowBlursInPoints) {
   view_->setBackgroundColor(QColor(255, 0, 0, 0));
   view_->setBorderColor(Qt::blue);
   view_->setBorderWidth(40);
@@ -109,7 +109,7 @@ TEST_P(Styled, TheInnerShadowBlursInPoints) {
   }
 }
 
-TEST_P(Styled, TheDropShadowFallsAroundTheView) {
+TEST_P(KVViewTest, DropShadowSurroundsView) {
   QWidget parent;
   parent.resize(100, 80);
   view_->setParent(&parent);
@@ -135,9 +135,9 @@ TEST_P(Styled, TheDropShadowFallsAroundTheView) {
   view_->setParent(nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(AtOneAndTwoPixelsAPoint, Styled, testing::Values(1.0, 2.0));
+INSTANTIATE_TEST_SUITE_P(PixelsPerPoint, KVViewTest, testing::Values(1.0, 2.0));
 
-TEST(StyledView, ChangesItsDropShadowAtOnce) {
+TEST(KVViewPropertiesTest, UpdatesDropShadow) {
   const std::unique_ptr<KVView> view(KVView::initWithCoder(nullptr));
   const ShadowRef shadow = view->dropShadow();
   ASSERT_TRUE(shadow);
@@ -158,7 +158,7 @@ TEST(StyledView, ChangesItsDropShadowAtOnce) {
   EXPECT_EQ(plain.shadowSize(), QPointF(1, 1));
 }
 
-TEST(StyledView, AsksForNoRedraw) {
+TEST(KVViewPropertiesTest, SettersDoNotRequestRepaint) {
   class Painted : public KVView {
    public:
     int count = 0;
@@ -184,7 +184,7 @@ TEST(StyledView, AsksForNoRedraw) {
   EXPECT_EQ(view.count, 0);
 }
 
-TEST(StyledView, SurvivesAbsurdMeasures) {
+TEST(KVViewPropertiesTest, ToleratesExtremeValues) {
   const std::unique_ptr<KVView> view(KVView::initWithCoder(nullptr));
   view->setInnerShadowColor(Qt::black);
   view->setBorderColor(Qt::black);
@@ -199,7 +199,7 @@ TEST(StyledView, SurvivesAbsurdMeasures) {
   }
 }
 
-TEST(StyledView, IsKnownToScripts) {
+TEST(KVViewPropertiesTest, IsExported) {
   const ClassInfo* const info = ClassInfo::find(text("KVView"));
   ASSERT_TRUE(info);
   const ObjectRef made = info->create(text("initWithCoder:"), {QVariant()});
@@ -213,7 +213,7 @@ TEST(StyledView, IsKnownToScripts) {
   EXPECT_FALSE(info->create(text("init"))->valueForKey(text("dropShadow")).isValid());
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   delete std::static_pointer_cast<View>(made)->widget();
-  EXPECT_FALSE(made->valueForKey(text("backgroundColor")).isValid()) << "the widget is gone";
+  EXPECT_FALSE(made->valueForKey(text("backgroundColor")).isValid()) << "the widget was deleted";
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ namespace kelvar {
 
 inline QString text(const char* latin) { return QString::fromLatin1(latin); }
 
-/// A window with views one below the other, and settings of its own.
+/// A window with a column of views, and its own settings.
 class Panel {
  public:
   Panel() {
@@ -43,7 +43,7 @@ class Panel {
   QVBoxLayout layout_{&window_};
 };
 
-/// Opens the menu with the mouse and clicks on an item.
+/// Opens the menu with the mouse and clicks an item.
 inline void choose(PopUpButton& button, int index) {
   QTest::mouseClick(&button, Qt::LeftButton);
   QAbstractItemView& view = *button.view();
@@ -52,14 +52,14 @@ inline void choose(PopUpButton& button, int index) {
   QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, row.center());
 }
 
-/// Opens the menu with a key and goes down that many items from the selected one.
+/// Opens the menu with a key and moves down that many items from the selected one.
 inline void chooseByKeys(PopUpButton& button, int down) {
   QTest::keyClick(&button, Qt::Key_Space);
   for (int i = 0; i < down; ++i) QTest::keyClick(button.view(), Qt::Key_Down);
   QTest::keyClick(button.view(), Qt::Key_Return);
 }
 
-/// What a widget paints, on nothing.
+/// The widget painted on a transparent background.
 inline QImage painted(QWidget& widget, double pixelsPerPoint) {
   QImage image(widget.size() * pixelsPerPoint, QImage::Format_ARGB32_Premultiplied);
   image.setDevicePixelRatio(pixelsPerPoint);

@@ -2,12 +2,12 @@
 
 #include <QApplication>
 
-/// Runs on a screen that nobody sees, unless QT_QPA_PLATFORM names another.
+/// Runs without a display unless QT_QPA_PLATFORM names one.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
-  // Nobody here is too quick for a double click.
+  // Successive clicks of tests are not double clicks.
   QApplication::setDoubleClickInterval(0);
   return RUN_ALL_TESTS();
 }

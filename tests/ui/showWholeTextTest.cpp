@@ -9,9 +9,9 @@
 namespace kelvar {
 namespace {
 
-/// What the widget answers when the mouse rests on it.
+/// The tool tip of the widget.
 QString toolTipOf(QWidget& widget) {
-  QToolTip::hideText();  // Takes a moment.
+  QToolTip::hideText();  // Asynchronous.
   EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
   const QPoint middle = widget.rect().center();
   QHelpEvent event(QEvent::ToolTip, middle, widget.mapToGlobal(middle));
@@ -19,7 +19,7 @@ QString toolTipOf(QWidget& widget) {
   return QToolTip::isVisible() ? QToolTip::text() : QString();
 }
 
-TEST(ToolTip, HasTheWholeOfWhatIsCut) {
+TEST(showWholeTextTest, ShowsElidedText) {
   const QString name = text("Tom & Jerry's very long artboard name for the second screen");
   Panel panel;
   auto* const label = new ElidedLabel(&panel.window());

@@ -30,7 +30,7 @@ struct Renamed : Listener {};
 
 using Receivers = QList<std::shared_ptr<Receiver>>;
 
-TEST(Each, ReachesThoseThatUnderstandInOrder) {
+TEST(EachTest, ReachesImplementersInOrder) {
   const Receivers receivers{std::make_shared<Receiver>(), std::make_shared<Listener>(), nullptr,
                             std::make_shared<Renamed>()};
   const QString name = QStringLiteral("a name");
@@ -46,7 +46,7 @@ TEST(Each, ReachesThoseThatUnderstandInOrder) {
   EXPECT_EQ(order, QStringList({name, QStringLiteral("last")}));
 }
 
-TEST(Each, NobodyAtAllIsAnError) {
+TEST(EachTest, ThrowsIfNoElementImplements) {
   for (const Receivers& receivers :
        {Receivers(), Receivers{nullptr, std::make_shared<Receiver>()}}) {
     Each proxy = each(receivers);
@@ -60,7 +60,7 @@ TEST(Each, NobodyAtAllIsAnError) {
   }
 }
 
-TEST(Each, ReceiversMayChangeTheList) {
+TEST(EachTest, ListMayChangeDuringBroadcast) {
   struct Leaver : Receiver {
     void leave(Receivers& receivers) { receivers.clear(); }
   };

@@ -5,7 +5,7 @@
 namespace kelvar {
 namespace {
 
-TEST(MD5String, DigestsUtf8UpToTheFirstNul) {
+TEST(MD5StringTest, DigestsUtf8UpToFirstNul) {
   const std::pair<QString, const char*> cases[] = {
       {QString(), "D41D8CD98F00B204E9800998ECF8427E"},
       {QStringLiteral(""), "D41D8CD98F00B204E9800998ECF8427E"},

@@ -12,7 +12,7 @@ namespace {
 
 using Codec = MF_Base64Codec;
 
-/// Base64 bit by bit.
+/// A bit-by-bit Base64 implementation.
 QString spelledOut(const QByteArray& data) {
   static const QByteArray kAlphabet =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -25,7 +25,7 @@ QString spelledOut(const QByteArray& data) {
   return QString::fromLatin1(text);
 }
 
-TEST(Base64, EveryByteAndTailSurvives) {
+TEST(MF_Base64CodecTest, RoundTripsEveryByteAndTail) {
   QByteArray data;
   for (int i = 0; i < 256; ++i) {
     const QString text = Codec::base64StringFromData(data);
@@ -42,7 +42,7 @@ TEST(Base64, EveryByteAndTailSurvives) {
   }
 }
 
-TEST(Base64, DecodingIsLenient) {
+TEST(MF_Base64CodecTest, DecodingIsLenient) {
   const std::tuple<const char16_t*, QByteArray> cases[] = {{u"Zm9v\nYmFy", "foobar"},
                                                            {u"Zg", "f"},
                                                            {u"Zm8", "fo"},
@@ -64,7 +64,7 @@ TEST(Base64, DecodingIsLenient) {
   EXPECT_EQ(Codec::dataFromBase64String(QString(QChar(0)) + QStringLiteral("Zg")), "f");
 }
 
-TEST(Base64, UrlFormTakesItsPaddingFromTheLength) {
+TEST(MF_Base64CodecTest, UrlVariantDerivesPaddingFromLength) {
   const std::pair<const char*, const char*> cases[] = {
       {"-_8", "+/8="}, {"-_", "+/=="}, {"-_8=", "+/8="}, {"-_8-_", "+/8+/"}, {"-", "+"}, {"", ""}};
   for (const auto& [url, standard] : cases) {
@@ -77,7 +77,7 @@ TEST(Base64, UrlFormTakesItsPaddingFromTheLength) {
             QStringLiteral("-_"));
 }
 
-TEST(Base64, StringsAreUtf8) {
+TEST(MF_Base64CodecTest, StringsAreUtf8) {
   for (const QString& string : {QStringLiteral("plain"), QStringLiteral("ünï ✓ 😀"), QString(u'\0'),
                                 QStringLiteral("\ufeffmarked"), QStringLiteral("")}) {
     EXPECT_EQ(base64String(string), base64String(string.toUtf8()));
@@ -91,7 +91,7 @@ TEST(Base64, StringsAreUtf8) {
   }
 }
 
-/// Runs in a process of its own, which may not grow any more.
+/// Runs in a separate process with limited memory.
 [[noreturn]] void failForLackOfMemory() {
   const QString text(1 << 26, u'A');
   const QByteArray data(1 << 26, 'A');
@@ -106,7 +106,7 @@ TEST(Base64, StringsAreUtf8) {
   std::_Exit(failed && log.lines() == expected ? 0 : 1);
 }
 
-TEST(Base64, TooLittleMemoryIsLoggedAndGivesNone) {
+TEST(MF_Base64CodecTest, OutOfMemoryIsLoggedAndReturnsNull) {
 #ifdef __SANITIZE_ADDRESS__
   GTEST_SKIP() << "the sanitizer ends a program that asks for too much";
 #endif

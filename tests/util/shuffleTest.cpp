@@ -8,7 +8,7 @@
 namespace kelvar {
 namespace {
 
-TEST(Shuffle, EveryOrderIsAsLikely) {
+TEST(ShuffleTest, EveryOrderIsEquallyLikely) {
   constexpr int kOrders = 120, kRounds = 1000 * kOrders;
   std::map<QList<int>, int> seen;
   for (int i = 0; i < kRounds; ++i) {
@@ -27,7 +27,7 @@ TEST(Shuffle, EveryOrderIsAsLikely) {
   EXPECT_LT(chiSquare, 250);
 }
 
-TEST(Shuffle, ShortListsAndRepeatedElementsStayWhole) {
+TEST(ShuffleTest, KeepsShortListsAndRepeatedElements) {
   QList<int> none, one{7}, same(50, 3);
   EXPECT_EQ(shuffle(none), QList<int>());
   EXPECT_EQ(shuffle(one), QList<int>{7});

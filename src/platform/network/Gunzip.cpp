@@ -4,7 +4,7 @@
 
 namespace kelvar {
 
-QByteArray gunzipped(const QByteArray& packed, qsizetype most) {
+QByteArray gunzipped(const QByteArray& packed, qsizetype maxBytes) {
   constexpr int kGzip = 16;
   z_stream stream{};
   if (inflateInit2(&stream, kGzip + MAX_WBITS) != Z_OK) return {};
@@ -12,7 +12,7 @@ QByteArray gunzipped(const QByteArray& packed, qsizetype most) {
   stream.avail_in = uInt(packed.size());
   QByteArray whole("");
   int state = Z_OK;
-  while (state == Z_OK && whole.size() <= most) {
+  while (state == Z_OK && whole.size() <= maxBytes) {
     char part[1 << 14];
     stream.next_out = reinterpret_cast<Bytef*>(part);
     stream.avail_out = sizeof part;
@@ -20,7 +20,7 @@ QByteArray gunzipped(const QByteArray& packed, qsizetype most) {
     whole.append(part, qsizetype(sizeof part - stream.avail_out));
   }
   inflateEnd(&stream);
-  return state == Z_STREAM_END && whole.size() <= most ? whole : QByteArray();
+  return state == Z_STREAM_END && whole.size() <= maxBytes ? whole : QByteArray();
 }
 
 }  // namespace kelvar

@@ -4,8 +4,8 @@
 
 namespace kelvar {
 
-/// What was packed with gzip (RFC 1952). Null when it is damaged, stops early or comes to more than
-/// `most` bytes.
-QByteArray gunzipped(const QByteArray& packed, qsizetype most);
+/// Decompresses gzip data (RFC 1952). Null when it is damaged, incomplete or larger than
+/// `maxBytes`.
+QByteArray gunzipped(const QByteArray& packed, qsizetype maxBytes);
 
 }  // namespace kelvar

@@ -33,10 +33,10 @@ void NetworkSession::startTask(const URLRequest& request, Completion completion)
   QMetaObject::invokeMethod(tasks_, start, Qt::QueuedConnection);
 }
 
-void NetworkSession::hurry(std::chrono::milliseconds most) {
-  const auto start = [this, most] {
+void NetworkSession::hurry(std::chrono::milliseconds limit) {
+  const auto start = [this, limit] {
     hurry_->start();
-    lookupsEnd_ = QDeadlineTimer(most / 2);
+    lookupsEnd_ = QDeadlineTimer(limit / 2);
     for (QObject* const child : tasks_->children()) {
       if (auto* const task = dynamic_cast<NetworkTask*>(child)) task->hurry(lookupsEnd_);
     }
@@ -49,10 +49,10 @@ void NetworkSession::startNextPost() {
   ++posting_;
   const Post post = std::move(posts_.front());
   posts_.pop_front();
-  const auto complete = [this, completion = post.completion](const URLAnswer& answer) {
+  const auto complete = [this, completion = post.completion](const URLResponse& answer) {
     completion(answer);
     --posting_;
-    // Not at once: tasks that fail before they begin would be piled upon one another.
+    // Queued: tasks that fail before they begin would recurse.
     const auto goOn = [this] {
       if (posting_ == 0 || hurry_->isActive()) startNextPost();
     };

@@ -6,18 +6,18 @@
 #include <atomic>
 #include <deque>
 
-#include "platform/URLSession.h"
+#include "platform/network/URLSession.h"
 
 namespace kelvar {
 
-/// The URL session on Qt Network. All its work is done on a thread of its own.
+/// `URLSession` implemented with Qt Network. All its work is done on its own thread.
 class NetworkSession : public URLSession {
  public:
   NetworkSession();
   ~NetworkSession() override;
 
   void startTask(const URLRequest& request, Completion completion) override;
-  void hurry(std::chrono::milliseconds most) override;
+  void hurry(std::chrono::milliseconds limit) override;
   void setTimeout(std::chrono::milliseconds timeout) override { timeout_ = timeout; }
 
  private:
@@ -30,15 +30,17 @@ class NetworkSession : public URLSession {
   void startNextPost();
 
   QThread thread_;
-  /// Lives on the thread, which deletes it, and with it the tasks, its children.
+  /// Lives on the thread, which deletes it together with its children, the tasks.
   QObject* const tasks_ = new QObject;
-  /// Those that wait for the one under way. On the thread alone. A deque gives back what it no
-  /// longer needs.
+  /// POSTs that wait for the one in progress. Used on the thread only. A deque, because it frees
+  /// memory that it no longer needs.
   std::deque<Post> posts_;
   int posting_ = 0;
-  /// While it runs POSTs do not wait for one another. Those of a fast server still arrive in order.
+  /// While it is active, POSTs do not wait for one another. If the server is fast, they still
+  /// arrive in order.
   QTimer* const hurry_ = new QTimer(tasks_);
-  /// Then there is still time for the reports that wait for them.
+  /// Deadline for requests that reports wait for; early enough for the reports to be sent
+  /// afterward.
   QDeadlineTimer lookupsEnd_;
   std::atomic<std::chrono::milliseconds> timeout_{std::chrono::seconds(30)};
 };

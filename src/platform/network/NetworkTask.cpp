@@ -5,8 +5,8 @@
 #include <QSslError>
 #include <algorithm>
 
-#include "platform/isAllowedAddress.h"
 #include "platform/network/Gunzip.h"
+#include "platform/network/isAllowedAddress.h"
 
 namespace kelvar {
 namespace {
@@ -26,7 +26,7 @@ class OneWayBuffer : public QIODevice {
   void setReply(const QNetworkReply* reply) { reply_ = reply; }
 
   bool isSequential() const override { return true; }
-  /// Before it hands over one of these answers, which it does not follow here, Qt rewinds.
+  /// Qt rewinds before it delivers one of these answers, though it does not follow them here.
   bool seek(qint64) override {
     const int status = reply_ ? statusOf(*reply_) : 0;
     return status == 307 || status == 308;
@@ -53,12 +53,12 @@ class OneWayBuffer : public QIODevice {
 
 bool isPost(const URLRequest& request) { return request.method == "POST"; }
 
-/// Without what may be secret.
+/// Without the parts that may be secret.
 QString shown(const QUrl& address) {
   return address.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
 }
 
-/// Qt's word for a connection that was closed when it would have sent the request again.
+/// Qt's error for a closed connection on which it would have sent the request again.
 constexpr auto kClosed = QNetworkReply::ContentReSendError;
 
 /// Whether the body of an answer ends where the connection does.
@@ -88,8 +88,8 @@ NetworkTask::NetworkTask(QObject* parent, URLRequest request, URLSession::Comple
 
 void NetworkTask::start(std::chrono::milliseconds timeout) {
   if (!isAllowedAddress(request_.address)) {
-    answer_.error = QStringLiteral("%1 is no HTTPS address").arg(shown(request_.address));
-    return complete();
+    return completeWith(Error::Kind::InvalidArgument,
+                        QStringLiteral("%1 is not an HTTPS URL").arg(shown(request_.address)));
   }
   connect(&deadline_, &QTimer::timeout, this,
           [this] { fail(QStringLiteral("the server did not answer in time")); });
@@ -108,19 +108,19 @@ void NetworkTask::send() {
   address.setUserInfo(QString());
   QNetworkRequest request(address);
   request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Kelvar"));
-  // By itself Qt would send the name and the password only to who asks, with the request again.
+  // Qt alone would send the name and the password only when asked, repeating the request.
   if (!request_.address.userInfo().isEmpty()) {
     const QString credential = request_.address.userName(QUrl::FullyDecoded) + u':' +
                                request_.address.password(QUrl::FullyDecoded);
     request.setRawHeader("Authorization", "Basic " + credential.toUtf8().toBase64());
   }
   for (const auto& [name, value] : request_.headers) request.setRawHeader(name, value);
-  // One request on a connection has no use for it.
+  // Useless for a single request on a connection.
   request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
-  // Qt 6.4 loses its way where it asks us about each redirection and follows them itself.
+  // Qt 6.4 fails when it follows redirections itself and asks us about each.
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                        QNetworkRequest::ManualRedirectPolicy);
-  // A server's cookie would make one machine of two requests.
+  // A cookie would let the server recognize two requests as one machine's.
   for (const auto control :
        {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute}) {
     request.setAttribute(control, QNetworkRequest::Manual);
@@ -133,8 +133,8 @@ void NetworkTask::send() {
   connect(reply_, &QNetworkReply::finished, this, &NetworkTask::finish);
 }
 
-/// With a body, perhaps empty, from a device that cannot be rewound: otherwise Qt sends the request
-/// again, and again, when the server closes the connection without an answer.
+/// Sends the body, even an empty one, from a device that cannot be rewound: otherwise Qt repeats
+/// the request endlessly when the server closes the connection without an answer.
 QNetworkReply* NetworkTask::sendOnce(QNetworkRequest request) {
   request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
   request.setHeader(QNetworkRequest::ContentLengthHeader, request_.body.size());
@@ -147,12 +147,13 @@ QNetworkReply* NetworkTask::sendOnce(QNetworkRequest request) {
 void NetworkTask::follow(const QUrl& redirection) {
   const QUrl target = request_.address.resolved(redirection);
   if (!isAllowedAddress(target) || target.scheme() != request_.address.scheme()) {
-    answer_.error = QStringLiteral("the redirection to %1 is not followed").arg(shown(target));
-    return complete();
+    return completeWith(Error::Kind::Unsupported,
+                        QStringLiteral("the redirection to %1 is not followed").arg(shown(target)));
   }
   if (++redirections_ > kMaxRedirections) {
-    answer_.error = QStringLiteral("there are more than %1 redirections").arg(kMaxRedirections);
-    return complete();
+    return completeWith(
+        Error::Kind::Io,
+        QStringLiteral("there are more than %1 redirections").arg(kMaxRedirections));
   }
   answer_ = {};
   reply_->deleteLater();
@@ -169,28 +170,34 @@ void NetworkTask::read() {
 }
 
 /// Ends in `finish`.
-void NetworkTask::fail(const QString& error) {
-  if (!answer_.error.isNull()) return;
-  answer_.error = error;
+void NetworkTask::fail(const QString& message) {
+  if (answer_.error) return;
+  answer_.error = Error{Error::Kind::Io, message.toStdString()};
   reply_->abort();
+}
+
+void NetworkTask::completeWith(Error::Kind kind, const QString& message) {
+  answer_.error = Error{kind, message.toStdString()};
+  complete();
 }
 
 void NetworkTask::finish() {
   answer_.status = statusOf(*reply_);
-  if (answer_.error.isNull()) read();
-  if (answer_.error.isNull() && isTransportError(*reply_, answer_.status)) {
-    answer_.error =
-        reply_->error() == kClosed ? QStringLiteral("Connection closed") : reply_->errorString();
+  if (!answer_.error) read();
+  if (!answer_.error && isTransportError(*reply_, answer_.status)) {
+    return completeWith(Error::Kind::Io, reply_->error() == kClosed
+                                             ? QStringLiteral("Connection closed")
+                                             : reply_->errorString());
   }
-  if (!answer_.error.isNull()) return complete();
+  if (answer_.error) return complete();
   const QUrl redirection = reply_->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
   if (!redirection.isEmpty() && !isPost(request_)) return follow(redirection);
   if (answer_.body.isNull()) answer_.body = QByteArray("");
-  if (!unpack()) answer_.error = QStringLiteral("the answer cannot be unpacked");
-  complete();
+  if (unpack()) return complete();
+  completeWith(Error::Kind::Damaged, QStringLiteral("the answer cannot be unpacked"));
 }
 
-/// Qt unpacks only what it has asked for by itself. False when the body is damaged or too long.
+/// Qt decompresses only what it has requested itself. False when the body is damaged or too long.
 bool NetworkTask::unpack() {
   const bool isOurs =
       std::any_of(request_.headers.begin(), request_.headers.end(),

@@ -5,18 +5,18 @@
 #include <QNetworkReply>
 #include <QTimer>
 
-#include "platform/URLSession.h"
+#include "platform/network/URLSession.h"
 
 namespace kelvar {
 
-/// One request under way. Goes away by itself once it has completed.
+/// One request in progress. Deletes itself after completion.
 class NetworkTask : public QObject {
  public:
   NetworkTask(QObject* parent, URLRequest request, URLSession::Completion completion);
 
-  /// Fails when it has not completed in time.
+  /// Starts the request, which fails if it does not complete in time.
   void start(std::chrono::milliseconds timeout);
-  /// What a report waits for is to have completed by then.
+  /// If reports wait for this request, it must complete by `end`.
   void hurry(const QDeadlineTimer& end);
 
  private:
@@ -26,18 +26,19 @@ class NetworkTask : public QObject {
   void read();
   void finish();
   bool unpack();
-  void fail(const QString& error);
+  void fail(const QString& message);
+  void completeWith(Error::Kind kind, const QString& message);
   void complete();
 
-  /// Of its own, since Qt has no other way to a connection that no other request has used.
+  /// Not shared: Qt has no other way to get a connection that no other request has used.
   QNetworkAccessManager* const manager_ = new QNetworkAccessManager(this);
   const URLSession::Completion completion_;
   QNetworkReply* reply_ = nullptr;
-  /// Its address changes with redirections.
+  /// Its URL changes with redirections.
   URLRequest request_;
   int redirections_ = 0;
   QTimer deadline_;
-  URLAnswer answer_;
+  URLResponse answer_;
 };
 
 }  // namespace kelvar

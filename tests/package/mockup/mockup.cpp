@@ -1,20 +1,27 @@
 #include <cstdio>
 
-#include "host/Mapping.h"
-#include "platform/ImageFile.h"
+#include "mockup/Mapping.h"
+#include "platform/image/ImageFile.h"
+
+namespace {
+
+int fail(const kelvar::Error& error) {
+  std::fprintf(stderr, "%s\n", error.message.c_str());
+  return 1;
+}
+
+}  // namespace
 
 int main() {
-  QString error;
-  const kelvar::ImageRef design = kelvar::ImageFile::read("design.png", {}, &error);
-  const kelvar::ImageRef photo = kelvar::ImageFile::read("phone.jpg", {}, &error);
+  const auto design = kelvar::ImageFile::read("design.png", {});
+  if (!design) return fail(design.error());
+  const auto photo = kelvar::ImageFile::read("phone.jpg", {});
+  if (!photo) return fail(photo.error());
 
-  kelvar::Mapping mapping;
-  mapping.path = {"{293.50, 447.31}", "{790.17, 262.05}", "{1644.59, 1066.26}",
-                  "{1118.93, 1400.51}"};
-  mapping.sampling = kelvar::warp::Sampling::Best;
-  const kelvar::ImageRef mockup = mapping.layOnto(design, photo);
-
-  if (mockup->isValid() && kelvar::ImageFile::write(*mockup, "mockup.png", &error)) return 0;
-  std::fprintf(stderr, "%s\n", qPrintable(error));
-  return 1;
+  const kelvar::Mapping mapping{
+      .corners = {{{293.50, 447.31}, {790.17, 262.05}, {1644.59, 1066.26}, {1118.93, 1400.51}}}};
+  const auto mockup = mapping.compositeOnto(*design, *photo);
+  if (!mockup) return fail(mockup.error());
+  const auto written = kelvar::ImageFile::write(**mockup, "mockup.png");
+  return written ? 0 : fail(written.error());
 }

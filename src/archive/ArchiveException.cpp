@@ -1,0 +1,9 @@
+#include "archive/ArchiveException.h"
+
+const char HRCoderException[] = "HRCoderException";
+
+namespace kelvar {
+
+ArchiveException::~ArchiveException() = default;
+
+}  // namespace kelvar

@@ -1,0 +1,7 @@
+#include "runtime/NamedException.h"
+
+namespace kelvar {
+
+NamedException::~NamedException() = default;
+
+}  // namespace kelvar

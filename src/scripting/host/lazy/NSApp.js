@@ -1,0 +1,5 @@
+(function (prelude) {
+  'use strict';
+
+  return prelude.classNamed('NSApplication').sharedApplication();
+})

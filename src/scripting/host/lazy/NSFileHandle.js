@@ -1,0 +1,6 @@
+(function (prelude) {
+  'use strict';
+
+  prelude.classNamed('NSPipe');
+  return prelude.classNamed('NSFileHandle');
+})

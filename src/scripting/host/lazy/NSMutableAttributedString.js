@@ -1,0 +1,6 @@
+(function (prelude) {
+  'use strict';
+
+  prelude.classNamed('NSAttributedString');
+  return prelude.classNamed('NSMutableAttributedString');
+})

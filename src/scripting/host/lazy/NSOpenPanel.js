@@ -1,0 +1,6 @@
+(function (prelude) {
+  'use strict';
+
+  prelude.classNamed('NSSavePanel');
+  return prelude.classNamed('NSOpenPanel');
+})

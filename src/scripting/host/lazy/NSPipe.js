@@ -1,0 +1,56 @@
+// What a script reads of a program, or writes for it.
+(function (prelude) {
+  'use strict';
+
+  const {native} = prelude;
+  class Pipe {
+    constructor() { Object.assign(this, {program: null, isErrors: false, waiting: []}); }
+    // From then on, the pipe is the program's.
+    attach(program, isErrors) { Object.assign(this, {program, isErrors}); }
+    read(operation) {
+      return this.program === null ? new Uint8Array(0) : operation(this.program, this.isErrors);
+    }
+    write(bytes) {
+      if (this.program === null) this.waiting.push(bytes);
+      else native.writeToProgram(this.program, bytes);
+    }
+    close() {
+      if (this.program === null) this.waiting.push(null);
+      else native.closeProgramInput(this.program);
+    }
+    // Writes what was given before the program was there.
+    flush() {
+      for (const bytes of this.waiting.splice(0)) bytes === null ? this.close() : this.write(bytes);
+    }
+  }
+  class FileHandle {
+    constructor(pipe, isForWriting) { Object.assign(this, {pipe, isForWriting}); }
+  }
+  prelude.isPipe = value => value instanceof Pipe;
+  prelude.defineClass({
+    name: 'NSFileHandle',
+    implementation: FileHandle,
+    initializers: {},
+    operations: {
+      'readDataToEndOfFile'() { return this.pipe.read(native.readProgram); },
+      'availableData'() { return this.pipe.read(native.readSomeOfProgram); },
+      'writeData:'(data) {
+        if (!(data instanceof Uint8Array)) {
+          throw prelude.exception('NSInvalidArgumentException',
+                                  `writeData: takes bytes, not ${prelude.describeKind(data)}`);
+        }
+        this.pipe.write(data);
+      },
+      'closeFile'() { if (this.isForWriting) this.pipe.close(); },
+    },
+  });
+  return prelude.defineClass({
+    name: 'NSPipe',
+    implementation: Pipe,
+    classOperations: {'pipe': () => new Pipe()},
+    operations: {
+      'fileHandleForReading'() { return new FileHandle(this, false); },
+      'fileHandleForWriting'() { return new FileHandle(this, true); },
+    },
+  });
+})

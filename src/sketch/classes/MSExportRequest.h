@@ -1,0 +1,26 @@
+#pragma once
+
+#include "sketch/document/SketchLayer.h"
+
+namespace kelvar {
+
+/// Something that is to be exported: a layer, and how.
+class KELVAR_EXPORT MSExportRequest : public Object {
+ public:
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
+
+  MSExportRequest(SketchLayerRef layer, double scale, const QString& format, const QString& name)
+      : layer(std::move(layer)), scale(scale), format(format), name(name) {}
+  /// One for each of the layer's export formats, or for a PNG in its natural size.
+  static QVariantList forLayer(const SketchLayerRef& layer);
+
+  const SketchLayerRef layer;
+  /// Pixels per unit.
+  double scale;
+  /// The extension of the file.
+  QString format;
+  QString name;
+};
+
+}  // namespace kelvar
