@@ -39,6 +39,32 @@ void fillBackground(const QPainterPath& outline, const QColor& color, const Pain
   painter->fillPath(outline, color);
 }
 
+/// Whether an outline, in pixels, is a rectangle of whole ones.
+bool isAlongPixels(const QPainterPath& outline) {
+  const QRectF box = outline.boundingRect();
+  const auto isNear = [](double a, double b) { return std::abs(a - b) < 1e-6; };
+  for (int i = 0; i < outline.elementCount(); ++i) {
+    const auto [x, y, kind] = outline.elementAt(i);
+    const bool isCorner = (isNear(x, box.left()) || isNear(x, box.right())) &&
+                          (isNear(y, box.top()) || isNear(y, box.bottom()));
+    if (!isCorner || !isNear(x, std::round(x)) || !isNear(y, std::round(y))) return false;
+  }
+  return true;
+}
+
+size_t endOfMaskChain(const DisplayItem::List& items, size_t first, size_t last) {
+  while (first < last && !items[first].properties().breaksMaskChain) ++first;
+  return first;
+}
+
+void composeWith(QPainter::CompositionMode mode, const BitmapTile& above,
+                 const PaintContext& below) {
+  ScopedPainter painter(below);
+  painter->setWorldTransform({});
+  painter->setCompositionMode(mode);
+  painter->drawImage(above.origin - below.tile().origin, above.pixels);
+}
+
 }  // namespace
 
 LayerPainter::LayerPainter(DisplayList* list, DocumentImages* images)
@@ -81,14 +107,16 @@ void LayerPainter::paintRange(DisplayItem::List* items, size_t first, size_t las
     DisplayItem* const item = &(*items)[i];
     const LayerProperties& layer = item->properties();
     if (layer.breaksMaskChain) canvas = outside;
-    paintLayer(item, canvas);
-    if (layer.isMask && layer.isVisible && !layer.isAlphaMask) {
-      canvas = canvas.clipped(list_.maskOutlineOf(item));
-    } else if (layer.isMask && layer.isVisible) {
-      size_t end = i + 1;
-      while (end < last && !(*items)[end].properties().breaksMaskChain) ++end;
-      const qint64 held = heldPixels_ + 2 * pixelsOf(canvas.tile().rect());
-      if (reservePixels(held, *item)) {
+    const size_t end =
+        layer.isMask && layer.isVisible ? endOfMaskChain(*items, i + 1, last) : i + 1;
+    const qint64 held = heldPixels_ + 2 * pixelsOf(canvas.tile().rect());
+    if (end > i + 1 && !layer.isAlphaMask && paintCut(items, i, end, canvas)) {
+      i = end - 1;
+    } else {
+      paintLayer(item, canvas);
+      if (end > i + 1 && !layer.isAlphaMask) {
+        canvas = canvas.clipped(list_.maskOutlineOf(item));
+      } else if (end > i + 1 && reservePixels(held, *item)) {
         const QScopedValueRollback holds(heldPixels_, held);
         paintMasked(items, i + 1, end, canvas);
         i = end - 1;
@@ -98,15 +126,63 @@ void LayerPainter::paintRange(DisplayItem::List* items, size_t first, size_t las
   }
 }
 
+bool LayerPainter::hasEndlessFills(const DisplayItem& mask) const {
+  const LayerStyle& style = mask.style();
+  return mask.properties().hasOutline() && style.opacity == 1 &&
+         style.blendMode == BlendMode::Normal && style.blurs.isEmpty() && style.borders.isEmpty() &&
+         style.innerShadows.isEmpty() && !style.fills.isEmpty() &&
+         std::none_of(style.fills.begin(), style.fills.end(),
+                      [](const Paint& fill) { return fill.kind == Paint::Kind::Pattern; });
+}
+
+/// Clipped one by one, the layers would let through at the edge what lies below each: a light icon
+/// would have the dark rim of its mask.
+bool LayerPainter::paintCut(DisplayItem::List* items, size_t mask, size_t last,
+                            const PaintContext& canvas) {
+  DisplayItem* const item = &(*items)[mask];
+  const QPainterPath edge = canvas.toImage().map(list_.maskOutlineOf(item));
+  const QRect rect = touchedPixels(edge.boundingRect(), 1, canvas.tile().rect());
+  const qint64 held = heldPixels_ + 2 * pixelsOf(rect);
+  if (rect.isEmpty() || isAlongPixels(edge)) return false;
+  if (held > kMaxHeldPixels || depth_ > kMaxDepth / 2) return false;
+  const QScopedValueRollback holds(heldPixels_, held);
+
+  const bool isEndless = hasEndlessFills(*item);
+  const LayerContext context{item, canvas.within(item->properties().transform)};
+  if (!isEndless) {
+    paintLayer(item, canvas);
+  } else if (isWithinLimits(context)) {
+    warnOfUnsupported(*item);
+    shapes_.paintShadows(context, list_.outlineOf(item));
+  }
+  BitmapTile cutOut{canvas.tile().pixels.copy(rect.translated(-canvas.tile().origin)),
+                    rect.topLeft()};
+  BitmapTile coverage = BitmapTile::of(rect);
+  if (cutOut.isEmpty() || coverage.isEmpty()) return true;
+  {
+    const PaintContext inside(&cutOut, canvas.toImage());
+    if (isEndless) {
+      const PaintContext inMask = inside.within(item->properties().transform);
+      QPainterPath everywhere;
+      everywhere.addPolygon(inMask.toImage().inverted().map(QPolygonF(QRectF(rect))));
+      shapes_.paintFills({item, inMask}, everywhere);
+    }
+    paintRange(items, mask + 1, last, inside);
+    fillBackground(edge, Qt::black, {&coverage, {}, canvas.clips()});
+    composeWith(QPainter::CompositionMode_DestinationIn, coverage, inside);
+  }
+  const PaintContext unclipped = canvas.clippedOnly({});
+  composeWith(QPainter::CompositionMode_DestinationOut, coverage, unclipped);
+  composeWith(QPainter::CompositionMode_Plus, cutOut, unclipped);
+  return true;
+}
+
 void LayerPainter::paintMasked(DisplayItem::List* items, size_t first, size_t last,
                                const PaintContext& canvas) {
   BitmapTile masked = BitmapTile::of(canvas.tile().rect()), mask = masked;
   paintRange(items, first, last, {&masked, canvas.toImage()});
   paintLayer(&(*items)[first - 1], {&mask, canvas.toImage()});
-  QPainter painter(&masked.pixels);
-  painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-  painter.drawImage(0, 0, mask.pixels);
-  painter.end();
+  composeWith(QPainter::CompositionMode_DestinationIn, mask, {&masked, {}});
   compose(masked, canvas, BlendMode::Normal, 1);
 }
 

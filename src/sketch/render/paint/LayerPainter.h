@@ -33,6 +33,11 @@ class LayerPainter {
 
  private:
   void paintRange(DisplayItem::List* items, size_t first, size_t last, PaintContext canvas);
+  /// Paints a mask and the layers from the next one to `last`, which it cuts with its outline. Does
+  /// nothing and returns false if clipping each layer gives the same, or if pixels are short.
+  bool paintCut(DisplayItem::List* items, size_t mask, size_t last, const PaintContext& canvas);
+  /// Whether a mask consists of fills, and perhaps of shadows, that go on beyond its outline.
+  bool hasEndlessFills(const DisplayItem& mask) const;
   /// Paints the layers from `first` to `last`, masked by the alpha of the layer before them.
   void paintMasked(DisplayItem::List* items, size_t first, size_t last, const PaintContext& canvas);
   bool isWithinLimits(const LayerContext& context);

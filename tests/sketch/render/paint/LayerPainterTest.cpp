@@ -298,6 +298,38 @@ TEST(LayerPainterTest, Masks) {
   });
 }
 
+/// Edges in the middle of pixels: at 10.5 and 20.5.
+TEST(LayerPainterTest, MaskEdgesShowNothingBelowTheContents) {
+  const SketchJson below = rectangle(0, 0, 40, 40, filled(kGreen));
+  const SketchJson blue = masking(rectangle(10.5, 10, 10, 20, filled(kBlue)));
+  const SketchJson paper = rectangle(0, 0, 40, 40, filled(kRed));
+  const SketchJson part = rectangle(0, 0, 40, 20, filled(kRed));
+  const SketchJson outer = masking(rectangle(10.5, 10, 20, 20, SketchJson::object()));
+  SketchJson shaded = filled(kBlue);
+  shaded["shadows"] =
+      SketchJson::array({{{"offsetX", 10}, {"blurRadius", 0}, {"color", color(kRed)}}});
+  expectDrawn({
+      {"of one layer",
+       {below, blue, paper},
+       {{10, 15, {128, 127, 0}}, {11, 15, kRed}, {20, 15, {128, 127, 0}}, {21, 15, kGreen}}},
+      {"of several", {below, blue, paper, paper}, {{10, 15, {128, 127, 0}}}},
+      {"the mask's own, where nothing covers it",
+       {below, blue, part},
+       {{10, 15, {128, 127, 0}}, {10, 25, {0, 127, 128}}, {15, 25, kBlue}}},
+      {"on nothing", {blue, paper}, {{10, 15, {255, 0, 0, 128}}, {15, 15, kRed}}},
+      {"of a mask within a mask",
+       {below, outer, blue, paper},
+       {{10, 15, {64, 191, 0}}, {15, 15, kRed}, {20, 15, {128, 127, 0}}}},
+      {"layers blend with what is below",
+       {below, masking(rectangle(10.5, 10, 10, 20, SketchJson::object())),
+        rectangle(0, 0, 40, 40, filled({255, 0, 0, 128}))},
+       {{15, 15, {128, 127, 0}}, {10, 15, {64, 191, 0}}}},
+      {"a mask casts its shadow outside",
+       {below, masking(rectangle(10.5, 10, 10, 20, shaded)), paper},
+       {{25, 15, kRed}, {15, 15, kRed}, {31, 15, kGreen}}},
+  });
+}
+
 SketchJson shapeGroup(const List& parts, int windingRule = 1) {
   SketchJson style = filled(kRed);
   style["windingRule"] = windingRule;
