@@ -81,28 +81,29 @@ End endOf(const QPainterPath& path, bool atStart) {
   return {point(0), {1, 0}};
 }
 
-QPainterPath outlined(const QPainterPath& path, double width) {
+QPainterPath outlined(const QPainterPath& path, double width, Qt::PenJoinStyle join) {
   QPainterPathStroker stroker;
   stroker.setWidth(width);
-  stroker.setJoinStyle(Qt::MiterJoin);
+  stroker.setJoinStyle(join);
   return stroker.createStroke(path);
 }
 
-/// At the origin, pointing along x.
+/// At the origin, pointing along x. The arrow's size is that of stored previews.
 QPainterPath markerShape(Marker marker, double width) {
-  const double size = 3 * width;
+  const double size = 3 * width, arrowLength = 10.8 * width;
   QPainterPath path;
   path.setFillRule(Qt::WindingFill);
   switch (marker) {
     case Marker::None:
       return path;
     case Marker::OpenArrow:
-      path.moveTo(-size, -size);
-      path.lineTo(0, 0);
-      path.lineTo(-size, size);
-      return outlined(path, width);
     case Marker::FilledArrow:
-      path.addPolygon(QPolygonF({{-size, -size}, {size / 2, 0}, {-size, size}, {-size, -size}}));
+      path.moveTo(-arrowLength, -size);
+      path.lineTo(0, 0);
+      path.lineTo(-arrowLength, size);
+      if (marker == Marker::OpenArrow) return outlined(path, width, Qt::BevelJoin);
+      path.closeSubpath();
+      path.addPath(outlined(path, width, Qt::BevelJoin));
       return path;
     case Marker::Line:
       path.addRect(-width / 2, -size, width, 2 * size);
@@ -110,11 +111,11 @@ QPainterPath markerShape(Marker marker, double width) {
     case Marker::OpenCircle:
     case Marker::FilledCircle:
       path.addEllipse(QPointF(0, 0), size, size);
-      return marker == Marker::OpenCircle ? outlined(path, width) : path;
+      return marker == Marker::OpenCircle ? outlined(path, width, Qt::MiterJoin) : path;
     case Marker::OpenSquare:
     case Marker::FilledSquare:
       path.addRect(-size, -size, 2 * size, 2 * size);
-      return marker == Marker::OpenSquare ? outlined(path, width) : path;
+      return marker == Marker::OpenSquare ? outlined(path, width, Qt::MiterJoin) : path;
   }
   return path;
 }

@@ -141,8 +141,8 @@ TEST(LayerPainterTest, LineEndMarkers) {
     QList<Probe> probes;
   } cases[] = {
       {0, {{27, 20, kRed}, {25, 22, kNothing}, {29, 20, kNothing}}},
-      {1, {{24, 16, kRed}, {24, 23, kRed}, {23, 18, kNothing}, {30, 20, kNothing}}},
-      {2, {{24, 17, kRed}, {24, 22, kRed}, {24, 14, kNothing}, {28, 20, kRed}, {32, 20, kNothing}}},
+      {1, {{8, 14, kRed}, {8, 25, kRed}, {8, 22, kNothing}, {4, 15, kNothing}, {30, 20, kNothing}}},
+      {2, {{8, 15, kRed}, {8, 22, kRed}, {8, 12, kNothing}, {27, 20, kRed}, {30, 20, kNothing}}},
       {3, {{28, 15, kRed}, {27, 24, kRed}, {25, 17, kNothing}}},
       {4, {{28, 14, kRed}, {33, 20, kRed}, {30, 18, kNothing}, {28, 25, kRed}}},
       {5, {{28, 15, kRed}, {32, 20, kRed}, {30, 18, kRed}, {33, 15, kNothing}}},
