@@ -16,10 +16,13 @@ double ownBlur(const LayerStyle& style) {
   return std::min(deviation, kMaxBlur);
 }
 
+/// How far an arrowhead reaches back from the end of a line, in border widths.
+constexpr double kArrowhead = 12;
+
 QRectF withStyle(const QRectF& content, const LayerStyle& style) {
   double margin = 1;
   for (const Border& border : style.borders) {
-    margin = std::max(margin, border.thickness * std::max(4.0, style.miterLimit));
+    margin = std::max(margin, border.thickness * std::max(kArrowhead, style.miterLimit));
   }
   QRectF shadows = content;
   for (const Shadow& shadow : style.shadows) {

@@ -74,6 +74,8 @@ struct Fallback {
 /// type. Of two rows, the one with the longer prefix comes first. The platform adds a fifth to the
 /// lines of its own Helvetica, Times and Courier.
 const Fallback kFallbacks[] = {
+    {"applecoloremoji"_L1, {"Noto Color Emoji"_L1, "Inter"_L1}},
+    {"segoeuiemoji"_L1, {"Noto Color Emoji"_L1, "Inter"_L1}},
     {"sfmono"_L1, {"DejaVu Sans Mono"_L1}, {0.952, 0.241, 0}},
     {"menlo"_L1, {"DejaVu Sans Mono"_L1}, {0.928, 0.236, 0}},
     {"monaco"_L1, {"DejaVu Sans Mono"_L1}},
@@ -161,7 +163,12 @@ void setFallback(const QString& family, const Style& style,
       match->strokeOffset = strokeOffsetFor(style.weight);
       return;
     }
-    if (!std::any_of(row.families.begin(), row.families.end(), take)) break;
+    QStringList families;
+    for (const QLatin1StringView name : row.families) {
+      if (const QString found = installed.value(plain(name)); !found.isEmpty()) families << found;
+    }
+    if (families.isEmpty()) break;
+    match->font.setFamilies(families);
     match->strokeOffset = row.strokeOffset + (isGrotesque ? strokeOffsetFor(style.weight) : 0);
     match->outlines = installed.value(plain(row.outlines));
     return;

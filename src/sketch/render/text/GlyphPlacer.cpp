@@ -132,7 +132,8 @@ void GlyphPlacer::addGlyphs(const QGlyphRun& glyphs, double layoutBaseline, doub
   const QList<QPointF> positions = glyphs.positions();
   const QList<QPointF> advances = font.advancesForGlyphIndexes(indexes);
   // Looked up by index: reading the tables with the color images would copy them.
-  const bool isColored = !font.fontTable("CBLC").isEmpty() || !font.fontTable("COLR").isEmpty();
+  const bool hasImages = !font.fontTable("CBLC").isEmpty();
+  const bool isColored = hasImages || !font.fontTable("COLR").isEmpty();
   for (qsizetype i = 0; i < indexes.size(); ++i) {
     const double x = positions[i].x() / kLayoutScale;
     const double y = baseline + (positions[i].y() - layoutBaseline) / kLayoutScale;
@@ -140,8 +141,10 @@ void GlyphPlacer::addGlyphs(const QGlyphRun& glyphs, double layoutBaseline, doub
     if (!place) continue;
     const QTransform toText = QTransform::fromScale(1 / kLayoutScale, 1 / kLayoutScale) * *place;
     const quint32 mapped = hasGlyphMap ? item.glyphMap.value(indexes[i]) : 0;
-    const QPainterPath glyph =
-        mapped != 0 ? item.outlines.pathForGlyph(mapped) : font.pathForGlyph(indexes[i]);
+    // A font of images has no paths, and Qt 6.4 takes wrong advances from it after it was asked.
+    const QPainterPath glyph = mapped != 0 ? item.outlines.pathForGlyph(mapped)
+                               : hasImages ? QPainterPath()
+                                           : font.pathForGlyph(indexes[i]);
     if (indexes[i] == 0 && !layout_.incompleteFonts.contains(item.style.font)) {
       layout_.incompleteFonts.append(item.style.font);
     }

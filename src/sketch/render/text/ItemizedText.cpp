@@ -5,21 +5,31 @@
 #include <cmath>
 
 #include "sketch/render/text/FontMatcher.h"
+#include "sketch/render/text/emojiLength.h"
 
 namespace kelvar::render {
 namespace {
 
 constexpr double kMaxSize = 4000;
 
+const QString kEmojiFont = QStringLiteral("AppleColorEmoji");
+
+/// Of the font's tables: for a font of images, Qt says the size of these.
+double unitsPerEmOf(const QRawFont& font) {
+  const QByteArray head = font.fontTable("head");
+  return head.size() < 20 ? font.unitsPerEm() : qFromBigEndian<quint16>(head.constData() + 18);
+}
+
 /// Read from one table, as Qt's own numbers come now from one of a font's tables, now from another.
 LineMetrics metricsOf(const QRawFont& font, double size, bool asOnWindows) {
   const QByteArray table = font.fontTable(asOnWindows ? "OS/2" : "hhea");
   const qsizetype start = asOnWindows ? 74 : 4;
+  const double unitsPerEm = unitsPerEmOf(font);
   double ascent = font.ascent() / kLayoutScale, descent = font.descent() / kLayoutScale;
   double leading = 0;
-  if (table.size() >= start + 6 && font.unitsPerEm() > 0) {
+  if (table.size() >= start + 6 && unitsPerEm > 0) {
     const auto at = [&](qsizetype i) {
-      return qFromBigEndian<qint16>(table.constData() + start + 2 * i) * size / font.unitsPerEm();
+      return qFromBigEndian<qint16>(table.constData() + start + 2 * i) * size / unitsPerEm;
     };
     ascent = at(0);
     descent = asOnWindows ? at(1) : -at(1);
@@ -75,6 +85,32 @@ TextItem itemOf(const TextRun& run, const FontMatch& match, bool asOnWindows) {
   item.xHeight = raw.xHeight() / kLayoutScale;
   item.strokeOffset = match.strokeOffset * size;
   return item;
+}
+
+/// Appends the item, in pieces where it has emoji: these are always set in the emoji font, as other
+/// fonts may have them without colors. The pieces keep the heights of the item's lines.
+void appendPieces(const TextItem& item, QStringView characters, QList<TextItem>* items) {
+  const QString emojiFamily = matchFont(kEmojiFont).font.family();
+  const auto append = [&](qsizetype start, qsizetype end, bool isEmoji) {
+    if (start == end && !characters.isEmpty()) return;
+    TextItem piece = item;
+    piece.start = item.start + start;
+    piece.length = end - start;
+    if (isEmoji) piece.font.setFamily(emojiFamily);
+    items->append(piece);
+  };
+  qsizetype start = 0;
+  for (qsizetype i = 0; i < characters.size();) {
+    qsizetype end = i;
+    while (const qsizetype length = emojiLength(characters, end)) end += length;
+    if (end > i) {
+      append(start, i, false);
+      append(i, end, true);
+      start = end;
+    }
+    i = std::max(end, i + 1);
+  }
+  append(start, characters.size(), false);
 }
 
 }  // namespace
@@ -135,7 +171,7 @@ ItemizedText itemize(const TextRuns& runs, const TextBox& box,
     }
     const QString characters = withCase(runs.text.mid(run.start, run.length), run.style.letters);
     if (!match.outlines.isEmpty()) setOutlines(match.outlines, characters, &item);
-    text.items.append(item);
+    appendPieces(item, characters, &text.items);
     text.text += characters;
   }
   text.text.replace(QChar::CarriageReturn, QChar::LineFeed);

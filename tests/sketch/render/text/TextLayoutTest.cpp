@@ -60,6 +60,34 @@ TEST_F(TextLayoutTest, PlacesBaselines) {
   }
 }
 
+/// Also in fonts that have it without colors, in the font of the design's platform, and when it was
+/// laid out before.
+TEST_F(TextLayoutTest, SetsEmojiInTheEmojiFont) {
+  if (!matchFont(QStringLiteral("NotoColorEmoji")).isInstalled) GTEST_SKIP() << "no emoji";
+  const struct {
+    const char* font;
+    const char* text;
+    int emoji;
+  } cases[] = {{"Roboto-Regular", "A😀B👍🏽", 2},
+               {"DejaVuSans", "😀😀", 2},
+               {"AppleColorEmoji", "😀A", 1},
+               {"NoSuchFont", "😀 ♥", 1},
+               {"Roboto-Regular", "♥ ☺", 0}};
+  for (const auto& [font, text, emoji] : cases) {
+    CharacterStyle style = this->style();
+    style.font = QString::fromLatin1(font);
+    const TextRuns measured = runs(QString::fromUtf8(text), style);
+    const TextLayout first = layoutText(measured, {.size = {}, .fitsText = false, .ink = {}});
+    const TextLayout second = layoutText(measured, {.size = {}, .fitsText = false, .ink = {}});
+    qsizetype colored = 0;
+    for (const TextLayout::GlyphRun& run : first.runs) colored += run.colorGlyphs.size();
+    EXPECT_EQ(colored, emoji) << text;
+    EXPECT_EQ(first.size, second.size) << text;
+    EXPECT_LT(first.size.height(), 160) << text;
+    EXPECT_GT(first.size.width(), 100 * emoji) << text;
+  }
+}
+
 TEST_F(TextLayoutTest, AlignsLines) {
   const struct {
     Alignment alignment;
