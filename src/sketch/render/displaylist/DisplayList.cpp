@@ -167,7 +167,10 @@ const TextLayout& DisplayList::textOf(DisplayItem* item) {
   }
   if (!rules_.measuresInk) box.ink = {};
   const bool frameTells = box.fitsText && box.behavior == TextBox::Behavior::AutoWidth;
-  if (!frameTells && !calibrations_) calibrations_ = calibrateFontWidths(document_);
+  const bool isGuess =
+      std::any_of(textRunsOf(item).runs.begin(), textRunsOf(item).runs.end(),
+                  [](const TextRun& run) { return matchFont(run.style.font).standIns.size() > 1; });
+  if ((!frameTells || isGuess) && !calibrations_) calibrations_ = calibrateFontWidths(document_);
   item->text = layoutText(textRunsOf(item), box, calibrations_.value_or(FontWidthCalibrations()));
   if (!item->text->missingFonts.isEmpty() && box.path.isEmpty()) {
     if (!previews_) previews_.emplace(document_);
@@ -180,8 +183,9 @@ const TextLayout& DisplayList::textOf(DisplayItem* item) {
 
 void DisplayList::warnOfText(const DisplayItem& text, bool hasPath) {
   for (const QString& font : text.text->missingFonts) {
-    warn(u"The font %1 is not installed; %2 is used instead."_s.arg(font,
-                                                                    matchFont(font).font.family()));
+    const QString standIn = calibrations_ ? calibrations_->value(font).standIn : QString();
+    warn(u"The font %1 is not installed; %2 is used instead."_s.arg(
+        font, matchFont(font, standIn).font.family()));
   }
   const QString name = text.properties().name;
   for (const QString& font : text.text->incompleteFonts) {

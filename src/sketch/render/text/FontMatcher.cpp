@@ -60,8 +60,8 @@ QHash<QString, QString> installedFamilies() {
 }
 
 /// What replaces a family that Sketch documents name and few systems have: what comes nearest to
-/// it, the nearest first, and the family's own vertical metrics (of its `hhea` table), in ems;
-/// zeros where they are not known.
+/// it, the nearest first (if nothing does, one of its class of type), and the family's own vertical
+/// metrics (of its `hhea` table), in ems; zeros where they are not known.
 struct Fallback {
   QLatin1StringView prefix;  ///< Of the family's plain name.
   std::initializer_list<QLatin1StringView> families;
@@ -133,11 +133,66 @@ const Fallback kFallbacks[] = {
     {"ibmplex"_L1, {"Inter"_L1}, {1.025, 0.275, 0}},
     {"pingfang"_L1, {"Inter"_L1}, {1.060, 0.340, 0}},
     {"sourcesans"_L1, {"Open Sans"_L1, "Noto Sans"_L1}, {0.984, 0.273, 0}},
+    {"sourcehansans"_L1, {"Open Sans"_L1, "Noto Sans"_L1}, {1.160, 0.288, 0}},
+    {"notosanscjk"_L1, {"Open Sans"_L1, "Noto Sans"_L1}, {1.160, 0.288, 0}},
     {"notosans"_L1, {"Open Sans"_L1}, {1.069, 0.293, 0}},
     {"opensans"_L1, {"Noto Sans"_L1}, {1.069, 0.293, 0}},
     {"lato"_L1, {"Carlito"_L1}, {0.987, 0.213, 0}},
+    {"robotoslab"_L1, {}, {1.048, 0.271, 0}},
     {"roboto"_L1, {"Inter"_L1}, {0.927, 0.244, 0}},
+    {"poppins"_L1, {}, {1.050, 0.350, 0.100}},
+    {"raleway"_L1, {}, {0.940, 0.234, 0}},
+    {"nunito"_L1, {}, {1.011, 0.353, 0}},
+    {"ubuntu"_L1, {}, {0.932, 0.189, 0.028}},
+    {"ptsans"_L1, {}, {1.018, 0.276, 0}},
+    {"oswald"_L1, {}, {1.193, 0.289, 0}},
+    {"rubik"_L1, {}, {0.935, 0.250, 0}},
+    {"quicksand"_L1, {}, {1.000, 0.250, 0}},
+    {"worksans"_L1, {}, {0.930, 0.243, 0}},
+    {"firasans"_L1, {}, {0.935, 0.265, 0}},
+    {"barlow"_L1, {}, {1.000, 0.200, 0}},
+    {"dmsans"_L1, {}, {0.992, 0.310, 0}},
+    {"jetbrainsmono"_L1, {}, {1.020, 0.300, 0}},
 };
+
+/// Classes of type by the words in a family's plain name, and the families that can stand in for
+/// one of the class, the best first. The last row has all others.
+const struct {
+  std::initializer_list<QLatin1StringView> words;
+  std::initializer_list<QLatin1StringView> families;
+} kClasses[] = {
+    {{"mono"_L1, "code"_L1, "console"_L1, "typewriter"_L1, "terminal"_L1, "fixed"_L1},
+     {"DejaVu Sans Mono"_L1, "Liberation Mono"_L1, "Nimbus Mono PS"_L1}},
+    {{"script"_L1, "handwrit"_L1, "brush"_L1, "callig"_L1, "chancery"_L1, "cursive"_L1,
+      "signature"_L1},
+     {"Z003"_L1}},
+    {{"serif"_L1, "slab"_L1, "roman"_L1, "antiqua"_L1, "oldstyle"_L1, "bodoni"_L1, "caslon"_L1,
+      "minion"_L1, "charter"_L1, "crimson"_L1, "lora"_L1, "bitter"_L1, "rockwell"_L1, "songti"_L1,
+      "mincho"_L1, "simsun"_L1},
+     {"Liberation Serif"_L1, "DejaVu Serif"_L1, "C059"_L1, "P052"_L1, "URW Bookman"_L1}},
+    {{},
+     {"Inter"_L1, "Roboto"_L1, "Open Sans"_L1, "Liberation Sans"_L1, "Lato"_L1, "Cantarell"_L1,
+      "DejaVu Sans"_L1, "URW Gothic"_L1}}};
+
+QStringList installedOf(std::initializer_list<QLatin1StringView> names,
+                        const QHash<QString, QString>& installed) {
+  QStringList families;
+  for (const QLatin1StringView name : names) {
+    if (const QString found = installed.value(plain(name)); !found.isEmpty()) families << found;
+  }
+  return families;
+}
+
+/// The installed families of the class of type that the name says.
+QStringList familiesOfClass(const QString& family, const QHash<QString, QString>& installed) {
+  const QString name = QString(family).remove("sansserif"_L1);
+  const auto* const found =
+      std::find_if(std::begin(kClasses), std::end(kClasses) - 1, [&](const auto& row) {
+        return std::any_of(row.words.begin(), row.words.end(),
+                           [&](QLatin1StringView word) { return name.contains(word); });
+      });
+  return installedOf(found->families, installed);
+}
 
 /// The stroke offset for a weight between the two that a fallback has: stems of grotesques grow by
 /// about a fortieth of an em with each hundred.
@@ -157,23 +212,22 @@ void setFallback(const QString& family, const Style& style,
   for (const Fallback& row : kFallbacks) {
     if (!family.startsWith(row.prefix)) continue;
     match->metrics = row.metrics;
+    if (row.families.size() == 0) break;
     const bool isGrotesque = row.families.begin()[0] == "Liberation Sans"_L1;
     if (isGrotesque && style.stretch < QFont::Unstretched &&
         (take("Liberation Sans Narrow"_L1) || take("Nimbus Sans Narrow"_L1))) {
       match->strokeOffset = strokeOffsetFor(style.weight);
       return;
     }
-    QStringList families;
-    for (const QLatin1StringView name : row.families) {
-      if (const QString found = installed.value(plain(name)); !found.isEmpty()) families << found;
-    }
+    const QStringList families = installedOf(row.families, installed);
     if (families.isEmpty()) break;
     match->font.setFamilies(families);
     match->strokeOffset = row.strokeOffset + (isGrotesque ? strokeOffsetFor(style.weight) : 0);
     match->outlines = installed.value(plain(row.outlines));
     return;
   }
-  if (!take("Inter"_L1) && !take("Roboto"_L1)) match->font.setFamily(u"sans-serif"_s);
+  match->standIns = familiesOfClass(family, installed);
+  match->font.setFamily(match->standIns.value(0, u"sans-serif"_s));
 }
 
 /// The family part of a PostScript name: what precedes the hyphen, without the suffixes that some
@@ -226,6 +280,12 @@ FontMatch matchFont(const QString& postScriptName) {
   const auto found = matches.constFind(postScriptName);
   if (found != matches.constEnd()) return *found;
   return *matches.insert(postScriptName, findMatch(postScriptName));
+}
+
+FontMatch matchFont(const QString& postScriptName, const QString& standIn) {
+  FontMatch match = matchFont(postScriptName);
+  if (match.standIns.contains(standIn)) match.font.setFamily(standIn);
+  return match;
 }
 
 }  // namespace kelvar::render

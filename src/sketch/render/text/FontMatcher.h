@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
 namespace kelvar::render {
 
@@ -23,13 +24,18 @@ struct FontMatch {
   QString outlines;
   /// How far to move outlines outward, in ems, to imitate a weight that the fallback lacks.
   double strokeOffset = 0;
+  /// The families that may replace a missing one of which only the class of type is known, the
+  /// best first; `font` is of the first. The widths in a document tell which comes nearest.
+  QStringList standIns = {};
 };
 
 /// The font of that name. If it is not installed, the closest one that is: metric-compatible
-/// replacements for common fonts, Inter for the system font of Sketch's platform, others of the
-/// same style, and Inter again for everything else; weight, slant and width are kept. Requires an
-/// application with fonts. Results are cached per thread.
+/// replacements for common fonts, Inter for the system font of Sketch's platform, and for others
+/// one of the same class of type (serif, sans, mono, script); weight, slant and width are kept.
+/// Requires an application with fonts. Results are cached per thread.
 FontMatch matchFont(const QString& postScriptName);
+/// The same, in the family `standIn` if that is one of the match's stand-ins.
+FontMatch matchFont(const QString& postScriptName, const QString& standIn);
 
 /// Forgets this thread's results, because fonts were added or removed.
 void forgetFontMatches();

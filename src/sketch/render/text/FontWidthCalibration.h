@@ -15,6 +15,9 @@ struct FontWidthCalibration {
   double spacing = 0;
   /// Ratio of Sketch's widths to those of the fallback for a missing font.
   double stretch = 1;
+  /// The family that comes nearest to Sketch's widths, among those that may replace a missing one
+  /// of which only the class of type is known; else null.
+  QString standIn = {};
 };
 
 /// By PostScript name. Fonts that are not listed need no calibration.

@@ -159,13 +159,13 @@ ItemizedText itemize(const TextRuns& runs, const TextBox& box,
   const bool needsCalibration = box.breaksLines() || !box.fitsText;
   ItemizedText text;
   for (const TextRun& run : runs.runs) {
-    const FontMatch match = matchFont(run.style.font);
+    const FontWidthCalibration calibration = calibrations.value(run.style.font);
+    const FontMatch match = matchFont(run.style.font, calibration.standIn);
     if (!match.isInstalled && !text.missingFonts.contains(run.style.font)) {
       text.missingFonts.append(run.style.font);
     }
     TextItem item = itemOf(run, match, box.metrics == TextBox::Metrics::Windows);
     if (needsCalibration) {
-      const FontWidthCalibration calibration = calibrations.value(run.style.font);
       item.spacing = calibration.spacing * std::clamp(run.style.size, 1 / kLayoutScale, kMaxSize);
       if (text.items.isEmpty()) text.widthRatio = calibration.stretch;
     }
