@@ -13,6 +13,7 @@ VersionRules VersionRules::of(const DocumentFiles& files) {
           .tintsGroups = format >= 124,
           .stylesArtboards = format >= 160,
           .hasWindowsLineMetrics = format < 118,
+          .alignsBaselines = !isNextPreview,
           .measuresInk = format >= 95,
           .countsEachShadow = format >= 112};
 }

@@ -24,6 +24,8 @@ struct VersionRules {
   /// Whether texts with old line spacing take the heights of their lines from the fields of a font
   /// that are meant for Windows.
   bool hasWindowsLineMetrics = false;
+  /// Whether the baselines of texts lie on whole pixels.
+  bool alignsBaselines = true;
   /// Whether the bounds of a text's glyphs are those of their ink, instead of its lines.
   bool measuresInk = false;
   /// Whether the size of an export includes every shadow up to its blur radius, instead of only the

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QPainterPath>
 #include <QSizeF>
+#include <QtNumeric>
 
 namespace kelvar {
 
@@ -13,6 +14,8 @@ struct PageOutlines {
   struct Shape {
     QPainterPath path;
     QColor color;
+    /// Of a glyph, from the page's top; NaN for other shapes.
+    double baseline = qQNaN();
   };
   QSizeF size;
   QList<Shape> shapes;
@@ -21,10 +24,10 @@ struct PageOutlines {
 };
 
 inline QDataStream& operator<<(QDataStream& stream, const PageOutlines::Shape& shape) {
-  return stream << shape.path << shape.color;
+  return stream << shape.path << shape.color << shape.baseline;
 }
 inline QDataStream& operator>>(QDataStream& stream, PageOutlines::Shape& shape) {
-  return stream >> shape.path >> shape.color;
+  return stream >> shape.path >> shape.color >> shape.baseline;
 }
 inline QDataStream& operator<<(QDataStream& stream, const PageOutlines& page) {
   return stream << page.size << page.shapes << page.isIncomplete;

@@ -57,9 +57,11 @@ ShapePainter::Body bodyOf(const TextLayout& text) {
 
 }  // namespace
 
-void paintText(const LayerContext& context, const TextLayout& text, DisplayList* list,
+void paintText(const LayerContext& context, const TextLayout& layout, DisplayList* list,
                ShapePainter* shapes, bool usesDisplayP3) {
   const PaintContext& canvas = context.canvas;
+  const TextLayout text =
+      list->rules().alignsBaselines ? layout.onPixels(canvas.toImage()) : layout;
   usesDisplayP3 ? paintColorGlyphsInDisplayP3(text, canvas) : paintColorGlyphs(text, canvas);
   const QPainterPath outline = text.outline();
   if (outline.isEmpty()) return;

@@ -115,10 +115,11 @@ void GlyphPlacer::addRuns(const BrokenLine& line, qsizetype paragraph, double ba
                         addGlyphs(glyphs, text.ascent() + text.y(), y, item, &run);
                       }
                       run.path.setFillRule(Qt::WindingFill);
+                      if (!path_) run.baseline = y;
                       layout_.runs.append(run);
                       // By themselves: together with letters that wind the other way, they would
                       // leave holes.
-                      TextLayout::GlyphRun lines{{}, item.style.color};
+                      TextLayout::GlyphRun lines{{}, item.style.color, {}, y};
                       if (!path_) addDecorations(text, item, at, length, y, &lines.path);
                       if (!lines.path.isEmpty()) layout_.runs.append(lines);
                     });
@@ -192,7 +193,10 @@ void GlyphPlacer::alignVertically() {
   offset_ = box_.vertical == TextBox::Vertical::Middle ? std::round(spare / 2) : spare;
   for (PlacedLine& line : lines_) line.baseline += offset_;
   const QTransform down = QTransform::fromTranslate(0, offset_);
-  for (TextLayout::GlyphRun& run : layout_.runs) run.transform(down);
+  for (TextLayout::GlyphRun& run : layout_.runs) {
+    run.transform(down);
+    run.baseline += offset_;
+  }
 }
 
 }  // namespace kelvar::render

@@ -1,5 +1,6 @@
 #include "sketch/render/text/TextLayout.h"
 
+#include <cmath>
 #include <optional>
 
 #include "sketch/render/text/FrameFit.h"
@@ -33,6 +34,23 @@ TextLayout layoutItems(ItemizedText text, const TextBox& box) {
 void TextLayout::GlyphRun::transform(const QTransform& transform) {
   path = transform.map(path);
   for (ColorGlyph& glyph : colorGlyphs) glyph.place *= transform;
+}
+
+TextLayout TextLayout::onPixels(const QTransform& toImage) const {
+  TextLayout text = *this;
+  if (toImage.m12() != 0 || toImage.m21() != 0 || !(toImage.m11() > 0 && toImage.m22() > 0)) {
+    return text;
+  }
+  // What is off by lost digits stays where it is.
+  constexpr double kLost = 1e-3;
+  for (GlyphRun& run : text.runs) {
+    const double y = toImage.map(QPointF(0, run.baseline)).y();
+    const double down = std::ceil(y - kLost) - y;
+    if (std::abs(down) > kLost) {
+      run.transform(QTransform::fromTranslate(0, down / toImage.m22()));
+    }
+  }
+  return text;
 }
 
 QPainterPath TextLayout::outline() const {

@@ -7,6 +7,7 @@
 #include <QSizeF>
 #include <QStringList>
 #include <QTransform>
+#include <QtNumeric>
 
 #include "sketch/render/text/FontWidthCalibration.h"
 #include "sketch/render/text/TextBox.h"
@@ -30,6 +31,9 @@ struct TextLayout {
     QPainterPath path;
     QColor color;
     QList<ColorGlyph> colorGlyphs = {};
+    /// In Sketch: a fallback's glyphs may lie elsewhere. NaN if the line is not straight.
+    double baseline = qQNaN();
+    /// Leaves the baseline as it is.
     void transform(const QTransform& transform);
   };
   QList<GlyphRun> runs;
@@ -41,6 +45,11 @@ struct TextLayout {
   QStringList incompleteFonts;
 
   QPainterPath outline() const;
+
+  /// The text as Sketch's platform draws it with this transform, which maps it to an image:
+  /// baselines begin at whole pixels, unless the text is turned or mirrored. They are moved down by
+  /// less than one pixel.
+  TextLayout onPixels(const QTransform& toImage) const;
 };
 
 /// Lays the text out: lines are broken, aligned and placed as on Sketch's platform, and glyphs are

@@ -67,8 +67,13 @@ TextLayout layoutOf(const PageOutlines& page, const QPointF& origin, const TextR
     // Lines below a fixed frame are hidden.
     if (!shape.path.boundingRect().intersects(visible)) continue;
     const QColor color = runs.runs.size() == 1 ? runs.runs[0].style.color : shape.color;
-    if (layout.runs.isEmpty() || layout.runs.last().color != color) {
-      layout.runs.append({{}, color});
+    // Underlines belong to the glyphs before them.
+    const bool isGlyph = !std::isnan(shape.baseline);
+    const double before = layout.runs.isEmpty() ? qQNaN() : layout.runs.last().baseline;
+    const double baseline = isGlyph ? shape.baseline - origin.y() : before;
+    if (layout.runs.isEmpty() || layout.runs.last().color != color ||
+        (isGlyph && baseline != before)) {
+      layout.runs.append({{}, color, {}, baseline});
       layout.runs.last().path.setFillRule(Qt::WindingFill);
     }
     layout.runs.last().path.addPath(shape.path.translated(-origin));

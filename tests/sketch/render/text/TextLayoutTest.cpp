@@ -88,6 +88,32 @@ TEST_F(TextLayoutTest, SetsEmojiInTheEmojiFont) {
   }
 }
 
+TEST_F(TextLayoutTest, BeginsBaselinesAtWholePixels) {
+  const TextLayout text = layoutText(runs(QStringLiteral("H\nH"), style()),
+                                     {.size = {72, 234}, .fitsText = false, .ink = {}});
+  const double scale = 0.7;
+  // Baselines at 93 and 210, and what they become.
+  const struct {
+    QTransform toImage;
+    double first, second;
+  } cases[] = {{QTransform(), 93, 210},
+               {QTransform::fromTranslate(0, 0.3), 94, 211},
+               {QTransform::fromTranslate(5, -1e-5), 93, 210},
+               {QTransform::fromScale(scale, scale), 66, 147},
+               {QTransform(1, 0, 0, -1, 0, 300.5), 207.5, 90.5},
+               {QTransform(1, 0.1, -0.1, 1, 0, 0.5), 93.5, 210.5}};
+  for (const auto& [toImage, first, second] : cases) {
+    const TextLayout moved = text.onPixels(toImage);
+    const auto baseline = [&](qsizetype i) {
+      const QPointF corner(0, moved.runs[i].path.boundingRect().bottom());
+      return toImage.map(corner).y();
+    };
+    ASSERT_EQ(moved.runs.size(), 2);
+    EXPECT_NEAR(baseline(0), first, 0.02);
+    EXPECT_NEAR(baseline(1), second, 0.02);
+  }
+}
+
 TEST_F(TextLayoutTest, AlignsLines) {
   const struct {
     Alignment alignment;
