@@ -1,6 +1,7 @@
 #include "scripting/host/NSUserDefaults.h"
 
 #include <QHash>
+#include <QUrl>
 
 #include "platform/QtError.h"
 #include "runtime/ClassInfo.h"
@@ -65,6 +66,15 @@ void setBool(Self& self, bool value, const QString& key) { self.setObject(value,
 void setInteger(Self& self, qlonglong value, const QString& key) { self.setObject(value, key); }
 void setDouble(Self& self, double value, const QString& key) { self.setObject(value, key); }
 
+void setDomain(Self&, const QVariantMap& values, const QString& name) {
+  const auto suite = Self::suite(name);
+  if (!suite) raise(u"a domain needs a name"_s);
+  for (const QString& key : suite->storedValues().keys()) suite->removeObjectForKey(key);
+  for (auto each = values.begin(); each != values.end(); ++each) {
+    suite->setObject(each.value(), each.key());
+  }
+}
+
 ClassInfoBuilder<Self> withReaders(ClassInfoBuilder<Self> builder) {
   return std::move(builder)
       .operation("objectForKey:", &Self::objectForKey, "Returns the value, or nil.")
@@ -75,6 +85,10 @@ ClassInfoBuilder<Self> withReaders(ClassInfoBuilder<Self> builder) {
       .operation("integerForKey:", integerForKey, "Returns the whole number, or 0.")
       .operation("doubleForKey:", doubleForKey, "Returns the number, or 0.")
       .operation("floatForKey:", doubleForKey, "Returns the number, or 0.")
+      .operation(
+          "URLForKey:",
+          [](const Self& self, const QString& key) { return QUrl(stringForKey(self, key)); },
+          "Returns the URL that was stored, or nil.")
       .operation("arrayForKey:", valueForKey<QVariantList>, "Returns the list, or nil.")
       .operation("stringArrayForKey:", valueForKey<QVariantList>, "Returns the list, or nil.")
       .operation("dictionaryForKey:", valueForKey<QVariantMap>, "Returns the dictionary, or nil.")
@@ -107,6 +121,26 @@ const ClassInfo& NSUserDefaults::staticClassInfo() {
           .operation("setInteger:forKey:", setInteger, "Stores a whole number.")
           .operation("setDouble:forKey:", setDouble, "Stores a number.")
           .operation("setFloat:forKey:", setDouble, "Stores a number.")
+          .operation(
+              "setURL:forKey:",
+              [](Self& self, const QUrl& url, const QString& key) {
+                self.setObject(url.isEmpty() ? QVariant() : url.toString(QUrl::FullyEncoded), key);
+              },
+              "Stores a URL as text; nil removes what was stored.")
+          .operation(
+              "persistentDomainForName:",
+              [](const Self&, const QString& name) -> QVariant {
+                const auto suite = Self::suite(name);
+                const QVariantMap all = suite ? suite->storedValues() : QVariantMap();
+                return all.isEmpty() ? QVariant() : all;
+              },
+              "Returns what is stored under the name of a suite, or nil.")
+          .operation("setPersistentDomain:forName:", setDomain,
+                     "Replaces what is stored under the name of a suite.")
+          .operation(
+              "removePersistentDomainForName:",
+              [](Self& self, const QString& name) { setDomain(self, {}, name); },
+              "Removes what is stored under the name of a suite.")
           .operation("removeObjectForKey:", &Self::removeObjectForKey, "Removes what was stored.")
           .operation("registerDefaults:", &Self::registerDefaults,
                      "Gives values for keys without a stored one, until the program ends.")
@@ -156,7 +190,14 @@ void NSUserDefaults::registerDefaults(const QVariantMap& defaults) {
 
 QVariantMap NSUserDefaults::dictionaryRepresentation() const {
   QVariantMap all = registered().value(prefix_);
-  const SettingsStore& store = UserDefaults::standard().store();
+  all.insert(storedValues());
+  return all;
+}
+
+QVariantMap NSUserDefaults::storedValues() const {
+  QVariantMap all;
+  const UserDefaults defaults = UserDefaults::standard();
+  const SettingsStore& store = defaults.store();
   for (const QString& key : orRaise(store.keys())) {
     const bool isOwn = prefix_.isEmpty() ? !key.startsWith(kSuitePrefix) : key.startsWith(prefix_);
     if (isOwn) all.insert(key.mid(prefix_.size()), orRaise(store.read(key)));

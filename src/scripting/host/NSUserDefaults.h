@@ -28,8 +28,9 @@ class NSUserDefaults : public Object {
   void removeObjectForKey(const QString& key);
   /// Registered defaults are found where nothing is stored.
   void registerDefaults(const QVariantMap& defaults);
-  /// What is stored, and below it what is registered.
+  /// Also those that are registered.
   QVariantMap dictionaryRepresentation() const;
+  QVariantMap storedValues() const;
 
  private:
   explicit NSUserDefaults(const QString& prefix) : prefix_(prefix) {}

@@ -58,6 +58,15 @@ TEST_F(NSUserDefaultsTest, KeepsValues) {
        "return [d.integerForKey('int'), d.stringForKey('text'),\n"
        "  d.dictionaryRepresentation().int].join(' ')",
        "9 12 px 9"},
+      {"var a = [[NSUserDefaults alloc] initWithSuiteName:@\"d\"]; a.setObject_forKey('v', 'k');\n"
+       "a.setURL_forKey(NSURL.URLWithString('http://a.b/'), 'u');\n"
+       "var d = [NSUserDefaults standardUserDefaults], all = a.dictionaryRepresentation();\n"
+       "var domain = d.persistentDomainForName('d'), url = a.URLForKey('u').host();\n"
+       "d.setPersistentDomain_forName({n: 1}, 'd');\n"
+       "var after = JSON.stringify(a.dictionaryRepresentation());\n"
+       "d.removePersistentDomainForName('d');\n"
+       "return [all.k, domain.k, url, after, d.persistentDomainForName('d')].join(' ')",
+       "v v a.b {\"n\":1} "},
       // Suites have keys of their own, also by names with a slash.
       {"var a = [[NSUserDefaults alloc] initWithSuiteName:@\"a\"],\n"
        "  b = NSUserDefaults.alloc().initWithSuiteName('a/b');\n"
