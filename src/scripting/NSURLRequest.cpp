@@ -1,6 +1,7 @@
 #include "scripting/NSURLRequest.h"
 
 #include "runtime/ClassInfo.h"
+#include "runtime/raise.h"
 
 namespace kelvar {
 namespace {
@@ -11,6 +12,25 @@ QVariantMap headersOf(const URLRequest& request) {
     headers.insert(QString::fromLatin1(name), QString::fromLatin1(value));
   }
   return headers;
+}
+
+template <class T>
+std::shared_ptr<T> withURL(const QUrl& url) {
+  return std::make_shared<T>(QVariant::fromValue(URLRequest{.address = url}));
+}
+template <class T>
+std::shared_ptr<T> withURLAndTime(const QUrl& url, int, double) {
+  return withURL<T>(url);
+}
+
+template <class T, class Base>
+ClassInfoBuilder<T, Base> made(ClassInfoBuilder<T, Base> builder) {
+  return std::move(builder)
+      .initializer("initWithURL:", withURL<T>, "Creates a GET request.")
+      .classOperation("requestWithURL:", withURL<T>, "Creates a GET request.")
+      .classOperation("requestWithURL:cachePolicy:timeoutInterval:", withURLAndTime<T>,
+                      "Creates a GET request. Nothing is cached, and the time is limited to 30 "
+                      "seconds in any case.");
 }
 
 /// Names of headers have no case.
@@ -27,7 +47,7 @@ QString header(const URLRequest& request, const QString& wanted) {
 const ClassInfo& NSURLRequest::staticClassInfo() {
   using Self = NSURLRequest;
   static const ClassInfo kClass =
-      ClassInfoBuilder<Self>("NSURLRequest")
+      made(ClassInfoBuilder<Self>("NSURLRequest"))
           .property(
               "URL", [](const Self& self) { return self.request_.address; }, "Where it is sent to.")
           .property(
@@ -44,6 +64,49 @@ const ClassInfo& NSURLRequest::staticClassInfo() {
               [](const Self& self, const QString& name) { return header(self.request_, name); },
               "Returns the header's value; nil if there is none.");
   return kClass;
+}
+
+const ClassInfo& NSMutableURLRequest::staticClassInfo() {
+  using Self = NSMutableURLRequest;
+  static const ClassInfo kClass =
+      made(ClassInfoBuilder<Self, NSURLRequest>("NSMutableURLRequest"))
+          .initializer(
+              "init", [] { return withURL<Self>({}); }, "Creates a GET request to nowhere yet.")
+          .operation(
+              "setURL:", [](Self& self, const QUrl& url) { self.request_.address = url; },
+              "Sets where it is sent to.")
+          .operation("setHTTPMethod:", &Self::setMethod, "Sets the method, GET or POST.")
+          .operation(
+              "setHTTPBody:", [](Self& self, const QByteArray& body) { self.request_.body = body; },
+              "Sets the bytes to send.")
+          .operation("setValue:forHTTPHeaderField:", &Self::setHeader,
+                     "Sets a header; nil removes it.")
+          .operation("addValue:forHTTPHeaderField:", &Self::setHeader,
+                     "Sets a header; nil removes it.")
+          .operation("setAllHTTPHeaderFields:", &Self::setHeaders, "Replaces the headers.");
+  return kClass;
+}
+
+void NSMutableURLRequest::setMethod(const QString& method) {
+  const QString upper = method.toUpper();
+  if (upper != u"GET" && upper != u"POST") {
+    raise(QStringLiteral("the method %1 is not supported, only GET and POST").arg(method));
+  }
+  request_.method = upper.toLatin1();
+}
+
+void NSMutableURLRequest::setHeader(const QString& value, const QString& name) {
+  const QByteArray key = name.toLatin1();
+  request_.headers.removeIf(
+      [&](const auto& header) { return header.first.compare(key, Qt::CaseInsensitive) == 0; });
+  if (!value.isNull()) request_.headers.append({key, value.toUtf8()});
+}
+
+void NSMutableURLRequest::setHeaders(const QVariantMap& headers) {
+  request_.headers.clear();
+  for (auto each = headers.begin(); each != headers.end(); ++each) {
+    setHeader(each.value().toString(), each.key());
+  }
 }
 
 }  // namespace kelvar

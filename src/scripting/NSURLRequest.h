@@ -5,7 +5,7 @@
 
 namespace kelvar {
 
-/// A request to a server as scripts see it, to look at.
+/// A request to a server as scripts see it.
 class NSURLRequest : public Boxed {
  public:
   static const ClassInfo& staticClassInfo();
@@ -17,7 +17,24 @@ class NSURLRequest : public Boxed {
   QVariant value() const override { return QVariant::fromValue(request_); }
 
  private:
-  const URLRequest request_;
+  URLRequest request_;
+
+  friend class NSMutableURLRequest;
+};
+
+/// A request that a script puts together.
+class NSMutableURLRequest : public NSURLRequest {
+ public:
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
+
+  using NSURLRequest::NSURLRequest;
+
+  /// Raises for anything but GET and POST.
+  void setMethod(const QString& method);
+  /// Nil removes the header.
+  void setHeader(const QString& value, const QString& name);
+  void setHeaders(const QVariantMap& headers);
 };
 
 }  // namespace kelvar

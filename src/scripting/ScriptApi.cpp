@@ -97,6 +97,7 @@ QList<const ClassInfo*> exportedClasses() {
           &NSImage::staticClassInfo(),
           &NSURL::staticClassInfo(),
           &NSURLRequest::staticClassInfo(),
+          &NSMutableURLRequest::staticClassInfo(),
           Boxed::classFor(QMetaType::fromType<QColor>()),
           Boxed::classFor(QMetaType::fromType<BezierPath>())};
 }

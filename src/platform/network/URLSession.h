@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "pixels/Result.h"
+#include "platform/Export.h"
 #include "platform/PendingTasks.h"
 #include "platform/Permissions.h"
 #include "platform/network/URLRequest.h"
@@ -35,7 +36,7 @@ struct URLResponse {
 ///
 /// The implementation is in a separate library, loaded by the first call of `shared`, because
 /// loading Qt Network takes longer than mapping a small image.
-class URLSession {
+class KELVAR_EXPORT URLSession {
  public:
   using Completion = std::function<void(const URLResponse&)>;
 

@@ -6,6 +6,7 @@
 #include "scripting/foundation/FileFunctions.h"
 #include "scripting/foundation/SystemFunctions.h"
 #include "scripting/host/DialogFunctions.h"
+#include "scripting/host/NetworkFunctions.h"
 #include "scripting/host/PasteboardFunctions.h"
 #include "scripting/host/ProgramFunctions.h"
 
@@ -38,7 +39,7 @@ NativeFunctions::NativeFunctions(const EngineContext& context, WrapperTable& wra
   for (const ClassInfo* const info :
        {&FileFunctions::staticClassInfo(), &SystemFunctions::staticClassInfo(),
         &DialogFunctions::staticClassInfo(), &PasteboardFunctions::staticClassInfo(),
-        &ProgramFunctions::staticClassInfo()}) {
+        &ProgramFunctions::staticClassInfo(), &NetworkFunctions::staticClassInfo()}) {
     for (const ClassInfo::Operation& each : info->operations()) {
       context_.set(native, each.selector, classes.functionOf(*info, each));
     }
