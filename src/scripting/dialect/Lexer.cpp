@@ -142,8 +142,11 @@ Token Lexer::atSign() const {
     const Token whole = token(Kind::String, stringEnd(at_ + 1));
     return {Kind::String, whole.text.sliced(1), whole.length};
   }
-  // A list, a dictionary or a number in the other language's notation.
-  const bool isLiteral = at(1) == u'[' || at(1) == u'{' || at(1) == u'(' || at(1).isDigit();
+  if (at(1) == u'{') return {Kind::Open, script_.sliced(at_ + 1, 1), 2};
+  // A list, a number or a boolean in the other language's notation.
+  const QStringView next = script_.sliced(at_ + 1, wordEnd(at_ + 1) - at_ - 1);
+  const bool isLiteral =
+      at(1) == u'[' || at(1) == u'(' || at(1).isDigit() || next == u"YES" || next == u"NO";
   if (isLiteral) return {Kind::Blank, QStringView(), 1};
   if (rest().startsWith(u"@import")) {
     const qsizetype next = blanksEnd(at_ + kImport);

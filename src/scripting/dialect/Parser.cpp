@@ -93,7 +93,7 @@ void Parser::rewrite(const Token& token, Scope& scope) {
     case Kind::Punctuator:
       return punctuator(token.text, scope);
     case Kind::Open:
-      return open(token.text.front(), scope);
+      return token.length == 1 ? open(token.text.front(), scope) : boxedDictionary(scope.out);
     case Kind::Backquote:
       return templateLiteral(scope.out);
     case Kind::Import:
@@ -212,6 +212,16 @@ void Parser::open(QChar opener, Scope& scope) {
   code(closer, scope.out);
   close(scope.out);
   setPrevious(isValue, closer);
+}
+
+/// "@{…}" has the operations of a dictionary, as what Foundation returns has.
+void Parser::boxedDictionary(QString& out) {
+  out += u"NSDictionary.dictionaryWithDictionary_({"_s;
+  setPrevious(false, u"("_s);
+  code(u'}', out);
+  close(out);
+  out += u')';
+  setPrevious(true, u")"_s);
 }
 
 /// The closing bracket at which some code has ended, if the script does not end there.

@@ -39,6 +39,7 @@ class Parser {
   void templateLiteral(QString& out);
   void importStatement(QString& out);
   bool beginsStatement(const QString& before) const;
+  void boxedDictionary(QString& out);
   void open(QChar opener, Scope& scope);
   void close(QString& out);
   void bracket(QString& out);

@@ -110,6 +110,16 @@
       'objectsAtIndexes:'(indexes) {
         return indexesOf(indexes, this.length, 'objectsAtIndexes:').map(each => this[each]);
       },
+      'insertObjects:atIndexes:'(objects, indexes) {
+        const added = takeList(objects, 'insertObjects:atIndexes:');
+        const places = prelude.indexesIn(indexes, 'insertObjects:atIndexes:');
+        if (added.length !== places.length) {
+          throw prelude.exception('NSInvalidArgumentException',
+              `insertObjects:atIndexes: takes as many indexes as objects, not ${places.length} ` +
+              `and ${added.length}`);
+        }
+        places.forEach((at, i) => this.insertObject_atIndex_(added[i], at));
+      },
       'containsObject:'(value) { return indexOf(this, value) >= 0; },
       'indexOfObject:'(value) { return found(indexOf(this, value)); },
       'indexOfObject:inRange:'(value, range) {

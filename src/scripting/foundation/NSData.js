@@ -19,7 +19,8 @@
     [`${prefix}ContentsOfURL:options:error:`]: (url, _, error) => fromURL(url, error),
     [`${prefix}Data:`]: data => takeBytes(data, `${prefix}Data:`).slice(),
     [`${prefix}Bytes:length:`]: (data, length) =>
-        takeBytes(data, `${prefix}Bytes:`).slice(0, length),
+        takeBytes(Array.isArray(data) ? Uint8Array.from(data) : data, `${prefix}Bytes:`)
+            .slice(0, length),
   });
 
   prelude.defineClass({

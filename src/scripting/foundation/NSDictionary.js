@@ -108,6 +108,13 @@
       'keysSortedByValueUsingComparator:'(compare) {
         return sortedKeys(this, takeFunction(compare, 'keysSortedByValueUsingComparator:'));
       },
+      // Of the attributes of a file.
+      'fileSize'() { return get(this, 'NSFileSize') ?? 0; },
+      'fileType'() { return get(this, 'NSFileType'); },
+      'fileModificationDate'() { return get(this, 'NSFileModificationDate'); },
+      'fileCreationDate'() { return get(this, 'NSFileCreationDate'); },
+      'filePosixPermissions'() { return get(this, 'NSFilePosixPermissions') ?? 0; },
+
       'writeToFile:atomically:'(path) { return prelude.writePropertyList(path, this); },
 
       'setObject:forKey:'(value, key) {

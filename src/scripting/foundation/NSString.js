@@ -255,6 +255,10 @@
       'dataUsingEncoding:allowLossyConversion:'(encoding, isLossy) {
         return prelude.encodeText(String(this), encoding, isLossy);
       },
+      'cStringUsingEncoding:'(encoding) {
+        return prelude.encodeText(String(this), encoding) === null ? null : String(this);
+      },
+      'fileSystemRepresentation'() { return String(this); },
       'lengthOfBytesUsingEncoding:'(encoding) {
         return prelude.encodeText(String(this), encoding)?.length ?? 0;
       },

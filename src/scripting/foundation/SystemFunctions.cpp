@@ -99,7 +99,8 @@ QVariantMap system() {
           {u"processId"_s, QCoreApplication::applicationPid()},
           {u"processors"_s, qint64(sysconf(_SC_NPROCESSORS_ONLN))},
           {u"memory"_s, qint64(sysconf(_SC_PHYS_PAGES)) * sysconf(_SC_PAGESIZE)},
-          {u"folder"_s, QDir::currentPath()}};
+          {u"folder"_s, QDir::currentPath()},
+          {u"programFolder"_s, QCoreApplication::applicationDirPath()}};
 }
 
 /// A signal, such as that of Ctrl-C, cuts it short.

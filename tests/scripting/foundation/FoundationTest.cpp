@@ -57,5 +57,119 @@ TEST(FoundationTest, ComputesWithRectangles) {
   });
 }
 
+TEST(FoundationTest, CountsDates) {
+  expectResults({
+      {R"js(
+var c = NSCalendar.currentCalendar(), p = NSDateComponents.new();
+c.timeZone = NSTimeZone.timeZoneForSecondsFromGMT(3600);
+p.year = 2020; p.month = 1; p.day = 31; p.setHour(13);
+var d = c.dateFromComponents(p), one = NSDateComponents.new();
+one.month = 1;
+var next = c.dateByAddingComponents_toDate_options(one, d, 0);
+var back = c.components_fromDate(NSCalendarUnitMonth | NSCalendarUnitDay | 32, next);
+var apart = c.components_fromDate_toDate_options(NSCalendarUnitDay | 32, d, next, 0);
+return [d.toISOString(), back.month(), back.day(), back.hour(), back.year() === NSNotFound,
+        apart.day(), c.component_fromDate(NSCalendarUnitWeekday, d),
+        c.startOfDayForDate(d).toISOString()].join(' '))js",
+       "2020-01-31T12:00:00.000Z 2 29 13 true 29 6 2020-01-30T23:00:00.000Z"},
+      {"NSISO8601DateFormatter.new().stringFromDate(NSISO8601DateFormatter.new()"
+       ".dateFromString('2020-02-03T04:05:06+0100'))",
+       "2020-02-03T03:05:06Z"},
+      {"NSISO8601DateFormatter.new().dateFromString('3.2.2020')", "null"},
+  });
+}
+
+TEST(FoundationTest, WritesNumbersByPattern) {
+  expectResults({
+      {"var f = NSNumberFormatter.new(); f.setFormat('#,##0.00'); return "
+       "f.stringFromNumber(1234.5)",
+       "1,234.50"},
+      {"var f = NSNumberFormatter.new(); f.positiveFormat = '0.0# px'; return "
+       "f.stringFromNumber(3)",
+       "3.0 px"},
+      {"var f = NSNumberFormatter.new(); f.positiveFormat = '0%'; return "
+       "f.stringFromNumber(-0.256)",
+       "-26%"},
+      {"var f = NSNumberFormatter.new(); f.numberStyle = 1; f.decimalSeparator = ',';"
+       "f.groupingSeparator = '.'; return f.stringFromNumber(1234.5) + ' ' +"
+       "f.numberFromString('1.234,5')",
+       "1.234,5 1234.5"},
+      {"var f = NSNumberFormatter.new(); f.numberStyle = 2; f.currencySymbol = '€';"
+       "return f.stringFromNumber(-2)",
+       "-€2.00"},
+  });
+}
+
+TEST(FoundationTest, TakesURLsApart) {
+  expectResults({
+      {"var c = NSURLComponents.componentsWithString('https://u@a.com:81/p%20q?x=1&y=a%26b#f');"
+       "return [c.scheme(), c.user(), c.host(), c.port(), c.path(), c.fragment(),"
+       "c.queryItems().map(i => i.name() + i.value())].join(' ')",
+       "https u a.com 81 /p q f x1,ya&b"},
+      {"var c = NSURLComponents.new(); c.scheme = 'https'; c.setHost('a.com'); c.path = '/a b';"
+       "c.queryItems = [NSURLQueryItem.queryItemWithName_value('q', 'a&b c')];"
+       "return c.URL().absoluteString()",
+       "https://a.com/a%20b?q=a%26b%20c"},
+      {"NSURLComponents.componentsWithString('a b')", "null"},
+      {"var r = NSMutableURLRequest.requestWithURL(NSURL.URLWithString('https://a.com'));"
+       "r.setHTTPMethod('post'); r.setValue_forHTTPHeaderField('b', 'A'); r.HTTPBody();"
+       "r.setHTTPBody('x'.dataUsingEncoding(4)); r.addValue_forHTTPHeaderField('c', 'a');"
+       "return [r.HTTPMethod(), JSON.stringify(r.allHTTPHeaderFields()), r.HTTPBody().length(),"
+       "r.URL().host(), r.isKindOfClass(NSURLRequest)].join(' ')",
+       R"js(POST {"a":"c"} 1 a.com true)js"},
+      {"var r = [[NSMutableURLRequest alloc] init]; [r setURL:NSURL.URLWithString('https://b.c')];"
+       "return r.URL().host() + r.HTTPMethod()",
+       "b.cGET"},
+      {"NSMutableURLRequest.requestWithURL(nil).setHTTPMethod('PUT')",
+       "threw Error: the method PUT is not supported, only GET and POST"},
+  });
+}
+
+TEST(FoundationTest, TransformsPoints) {
+  expectResults({
+      {"var t = CGAffineTransformRotate(CGAffineTransformMakeTranslation(10, 0), Math.PI / 2);"
+       "var p = CGPointApplyAffineTransform(CGPointMake(2, 0), t);"
+       "return [Math.round(p.x), Math.round(p.y)]",
+       "10,2"},
+      {"CGRectApplyAffineTransform(CGRectMake(1, 1, 2, 2), CGAffineTransformMakeScale(-2, 3))",
+       "{{-6, 3}, {4, 6}}"},
+      {"CGAffineTransformIsIdentity(CGAffineTransformConcat(CGAffineTransformMakeScale(2, 4),"
+       "CGAffineTransformInvert(CGAffineTransformMakeScale(2, 4))))",
+       "true"},
+      {"CGPointApplyAffineTransform(CGPointMake(1, 0), nil)",
+       "threw NSInvalidArgumentException: CGPointApplyAffineTransform takes a transform, not nil"},
+  });
+}
+
+TEST(FoundationTest, ReadsAndWritesOpenFiles) {
+  expectResults({
+      {R"js(
+var path = NSTemporaryDirectory() + NSUUID.UUID().UUIDString();
+'abc'.writeToFile_atomically_encoding_error(path, true, 4, nil);
+var f = NSFileHandle.fileHandleForUpdatingAtPath(path);
+f.seekToEndOfFile(); f.writeData('de'.dataUsingEncoding(4));
+f.seekToFileOffset(1); f.writeData('X'.dataUsingEncoding(4));
+var rest = NSString.alloc().initWithData_encoding(f.readDataToEndOfFile(), 4);
+f.truncateFileAtOffset(4); f.closeFile();
+var size = NSFileManager.defaultManager().attributesOfItemAtPath_error(path, nil).fileSize();
+var text = NSString.stringWithContentsOfFile_encoding_error(path, 4, nil);
+NSFileManager.defaultManager().removeItemAtPath_error(path, nil);
+return [rest, text, size, NSFileHandle.fileHandleForReadingAtPath(path)].join(' '))js",
+       "cde aXcd 4 "},
+      {R"js(
+var folder = NSTemporaryDirectory() + NSUUID.UUID().UUIDString(), fm = NSFileManager.defaultManager();
+fm.createDirectoryAtPath_withIntermediateDirectories_attributes_error(
+    folder + '/Contents/Resources', true, nil, nil);
+(@{CFBundleIdentifier: 'com.example.b'}).writeToFile_atomically(folder + '/Contents/Info.plist', true);
+'x'.writeToFile_atomically_encoding_error(folder + '/Contents/Resources/a.txt', true, 4, nil);
+var b = NSBundle.bundleWithPath(folder + '/');
+var found = [b.bundleIdentifier(), b.pathForResource_ofType('a', 'txt') === b.resourcePath() + '/a.txt',
+             b.URLForResource_withExtension('b', 'txt'), NSBundle.bundleWithPath(folder + '/no')];
+fm.removeItemAtPath_error(folder, nil);
+return found.join(' '))js",
+       "com.example.b true  "},
+  });
+}
+
 }  // namespace
 }  // namespace kelvar

@@ -19,6 +19,11 @@
       'userName': () => native.system().userName,
       'fullUserName': () => native.system().fullUserName,
       'operatingSystemVersionString': () => native.system().systemVersion,
+      'operatingSystemVersion'() {
+        const [major = 0, minor = 0, patch = 0] =
+            (native.system().systemVersion.match(/\d+/g) ?? []).map(Number);
+        return {majorVersion: major, minorVersion: minor, patchVersion: patch};
+      },
       'processorCount': () => native.system().processors,
       'activeProcessorCount': () => native.system().processors,
       'physicalMemory': () => native.system().memory,

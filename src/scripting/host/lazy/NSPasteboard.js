@@ -76,6 +76,12 @@
             .map(each => prelude.takeString(each, 'writeObjects:')).join('\n');
         return this.put(prelude.encodeText(text, utf8), 'public.utf8-plain-text', 'writeObjects:');
       },
+      'readObjectsForClasses:options:'(classes) {
+        const wanted = prelude.takeList(classes, 'readObjectsForClasses:options:');
+        const text = prelude.decodeText(this.bytes('public.utf8-plain-text', 'types'), utf8);
+        const isWanted = wanted.some(each => prelude.nameOfClass(each) === 'NSString');
+        return isWanted && text !== null ? [text] : [];
+      },
       'types'() { return Object.keys(this.contents).map(typeOf); },
       'availableTypeFromArray:'(types) {
         const contents = this.contents;

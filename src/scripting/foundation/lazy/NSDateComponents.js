@@ -1,0 +1,6 @@
+(function (prelude) {
+  'use strict';
+
+  prelude.classNamed('NSCalendar');
+  return prelude.classNamed('NSDateComponents');
+})
