@@ -1491,6 +1491,18 @@ interface NSPopUpButton extends NSControl {
   addItemsWithTitles_(titles: string[] | null): void;
   /** Appends items; the first one is selected. */
   addItemsWithTitles(titles: string[] | null): void;
+  /** Removes an item by its position. */
+  removeItemAtIndex_(index: number): void;
+  /** Removes an item by its position. */
+  removeItemAtIndex(index: number): void;
+  /** Removes the first item with that title, if there is one. */
+  removeItemWithTitle_(title: string | null): void;
+  /** Removes the first item with that title, if there is one. */
+  removeItemWithTitle(title: string | null): void;
+  /** Inserts an item at a position. */
+  insertItemWithTitle_atIndex_(title: string | null, index: number): void;
+  /** Inserts an item at a position. */
+  insertItemWithTitle_atIndex(title: string | null, index: number): void;
   /** Removes all items. */
   removeAllItems(): void;
   /** Returns an item by its position. */
@@ -2731,6 +2743,10 @@ interface NSImageAllocated {
   initByReferencingFile_(file: string | null): NSImage;
   /** Reads an image from a PNG, JPEG or WebP file; nil if that fails. */
   initByReferencingFile(file: string | null): NSImage;
+  /** Reads an image from the bytes of a PNG, JPEG or WebP file; nil if they are none. */
+  initWithData_(data: Uint8Array | null): NSImage;
+  /** Reads an image from the bytes of a PNG, JPEG or WebP file; nil if they are none. */
+  initWithData(data: Uint8Array | null): NSImage;
   /** Reads an image from the URL of a file; nil if that fails. */
   initWithContentsOfURL_(url: NSURL | null): NSImage;
   /** Reads an image from the URL of a file; nil if that fails. */
@@ -2835,13 +2851,83 @@ interface NSURLRequest extends NSObject {
 }
 
 interface NSURLRequestAllocated {
+  /** Creates a GET request. */
+  initWithURL_(url: NSURL | null): NSURLRequest;
+  /** Creates a GET request. */
+  initWithURL(url: NSURL | null): NSURLRequest;
 }
 
 declare const NSURLRequest: KelvarClass & {
   alloc(): NSURLRequestAllocated;
+  /** Creates a GET request. */
+  requestWithURL_(url: NSURL | null): NSURLRequest;
+  /** Creates a GET request. */
+  requestWithURL(url: NSURL | null): NSURLRequest;
+  /** Creates a GET request. Nothing is cached, and the time is limited to 30 seconds in any case. */
+  requestWithURL_cachePolicy_timeoutInterval_(url: NSURL | null, policy: number, interval: number): NSURLRequest;
+  /** Creates a GET request. Nothing is cached, and the time is limited to 30 seconds in any case. */
+  requestWithURL_cachePolicy_timeoutInterval(url: NSURL | null, policy: number, interval: number): NSURLRequest;
+};
+
+interface NSMutableURLRequest extends NSURLRequest {
+  /** Sets where it is sent to. */
+  setURL_(url: NSURL | null): void;
+  /** Sets where it is sent to. */
+  setURL(url: NSURL | null): void;
+  /** Sets the method, GET or POST. */
+  setHTTPMethod_(method: string | null): void;
+  /** Sets the method, GET or POST. */
+  setHTTPMethod(method: string | null): void;
+  /** Sets the bytes to send. */
+  setHTTPBody_(body: Uint8Array | null): void;
+  /** Sets the bytes to send. */
+  setHTTPBody(body: Uint8Array | null): void;
+  /** Sets a header; nil removes it. */
+  setValue_forHTTPHeaderField_(value: string | null, field: string | null): void;
+  /** Sets a header; nil removes it. */
+  setValue_forHTTPHeaderField(value: string | null, field: string | null): void;
+  /** Sets a header; nil removes it. */
+  addValue_forHTTPHeaderField_(value: string | null, field: string | null): void;
+  /** Sets a header; nil removes it. */
+  addValue_forHTTPHeaderField(value: string | null, field: string | null): void;
+  /** Replaces the headers. */
+  setAllHTTPHeaderFields_(fields: Record<string, any> | null): void;
+  /** Replaces the headers. */
+  setAllHTTPHeaderFields(fields: Record<string, any> | null): void;
+}
+
+interface NSMutableURLRequestAllocated {
+  /** Creates a GET request. */
+  initWithURL_(url: NSURL | null): NSMutableURLRequest;
+  /** Creates a GET request. */
+  initWithURL(url: NSURL | null): NSMutableURLRequest;
+  /** Creates a GET request to nowhere yet. */
+  init(): NSMutableURLRequest;
+}
+
+declare const NSMutableURLRequest: KelvarClass & {
+  alloc(): NSMutableURLRequestAllocated;
+  /** Creates a GET request. */
+  requestWithURL_(url: NSURL | null): NSMutableURLRequest;
+  /** Creates a GET request. */
+  requestWithURL(url: NSURL | null): NSMutableURLRequest;
+  /** Creates a GET request. Nothing is cached, and the time is limited to 30 seconds in any case. */
+  requestWithURL_cachePolicy_timeoutInterval_(url: NSURL | null, policy: number, interval: number): NSMutableURLRequest;
+  /** Creates a GET request. Nothing is cached, and the time is limited to 30 seconds in any case. */
+  requestWithURL_cachePolicy_timeoutInterval(url: NSURL | null, policy: number, interval: number): NSMutableURLRequest;
+  /** Creates a GET request to nowhere yet. */
+  "new"(): NSMutableURLRequest;
 };
 
 interface NSColor extends NSObject {
+  /** Returns the color itself, as there is one color space. */
+  colorUsingColorSpaceName_(name: any): any;
+  /** Returns the color itself, as there is one color space. */
+  colorUsingColorSpaceName(name: any): any;
+  /** Returns the color itself, as there is one color space. */
+  colorUsingColorSpace_(space: any): any;
+  /** Returns the color itself, as there is one color space. */
+  colorUsingColorSpace(space: any): any;
   /** Returns the color with another opacity. */
   colorWithAlphaComponent_(component: number): NSColor;
   /** Returns the color with another opacity. */
@@ -2895,6 +2981,24 @@ declare const NSColor: KelvarClass & {
   colorWithHue_saturation_brightness_alpha_(hue: number, saturation: number, brightness: number, alpha: number): NSColor;
   /** Creates a color from components between 0 and 1. */
   colorWithHue_saturation_brightness_alpha(hue: number, saturation: number, brightness: number, alpha: number): NSColor;
+  /** Creates a color from components between 0 and 1. */
+  colorWithCalibratedHue_saturation_brightness_alpha_(hue: number, saturation: number, brightness: number, alpha: number): NSColor;
+  /** Creates a color from components between 0 and 1. */
+  colorWithCalibratedHue_saturation_brightness_alpha(hue: number, saturation: number, brightness: number, alpha: number): NSColor;
+  /** Creates a gray from components between 0 and 1. */
+  colorWithDeviceWhite_alpha_(white: number, alpha: number): NSColor;
+  /** Creates a gray from components between 0 and 1. */
+  colorWithDeviceWhite_alpha(white: number, alpha: number): NSColor;
+  /** Orange. */
+  orangeColor(): NSColor;
+  /** Purple. */
+  purpleColor(): NSColor;
+  /** Brown. */
+  brownColor(): NSColor;
+  /** Light gray. */
+  lightGrayColor(): NSColor;
+  /** Dark gray. */
+  darkGrayColor(): NSColor;
   /** Transparent black. */
   clearColor(): NSColor;
   /** Black. */
@@ -3039,6 +3143,10 @@ interface MSDocument extends SketchDocument {
   isDocumentEdited(): boolean;
   /** Does nothing, as there is no inspector. */
   reloadInspector(): void;
+  /** Returns nil, as there is no window. */
+  window(): any;
+  /** Returns nil, as there is no window. */
+  documentWindow(): any;
   /** Returns the view of a canvas, which is not there. */
   contentDrawView(): MSContentDrawView;
   /** Returns the view of a canvas, which is not there. */
@@ -3063,6 +3171,8 @@ interface MSDocument extends SketchDocument {
   documentData(): MSDocumentData;
   /** The artboard that is selected or has a selected layer, or nil. */
   currentArtboard(): SketchLayer;
+  /** Returns the artboard that is selected or has a selected layer, or nil. */
+  findCurrentArtboardGroup(): SketchLayer;
   /** Returns the selected layers. */
   selectedLayers(): MSLayerArray;
   /** Returns the selected layers as an ordinary list. */
@@ -3139,6 +3249,10 @@ interface NSUserDefaults extends NSObject {
   floatForKey_(key: string | null): number;
   /** Returns the number, or 0. */
   floatForKey(key: string | null): number;
+  /** Returns the URL that was stored, or nil. */
+  URLForKey_(key: string | null): NSURL;
+  /** Returns the URL that was stored, or nil. */
+  URLForKey(key: string | null): NSURL;
   /** Returns the list, or nil. */
   arrayForKey_(key: string | null): any;
   /** Returns the list, or nil. */
@@ -3181,6 +3295,22 @@ interface NSUserDefaults extends NSObject {
   setFloat_forKey_(float: number, key: string | null): void;
   /** Stores a number. */
   setFloat_forKey(float: number, key: string | null): void;
+  /** Stores a URL as text; nil removes what was stored. */
+  setURL_forKey_(url: NSURL | null, key: string | null): void;
+  /** Stores a URL as text; nil removes what was stored. */
+  setURL_forKey(url: NSURL | null, key: string | null): void;
+  /** Returns what is stored under the name of a suite, or nil. */
+  persistentDomainForName_(name: string | null): any;
+  /** Returns what is stored under the name of a suite, or nil. */
+  persistentDomainForName(name: string | null): any;
+  /** Replaces what is stored under the name of a suite. */
+  setPersistentDomain_forName_(domain: Record<string, any> | null, name: string | null): void;
+  /** Replaces what is stored under the name of a suite. */
+  setPersistentDomain_forName(domain: Record<string, any> | null, name: string | null): void;
+  /** Removes what is stored under the name of a suite. */
+  removePersistentDomainForName_(name: string | null): void;
+  /** Removes what is stored under the name of a suite. */
+  removePersistentDomainForName(name: string | null): void;
   /** Removes what was stored. */
   removeObjectForKey_(key: string | null): void;
   /** Removes what was stored. */
@@ -3238,6 +3368,46 @@ declare const NSWorkspace: KelvarClass & {
   sharedWorkspace(): NSWorkspace;
 };
 
+interface NSFontManager extends NSObject {
+  /** Returns the families. */
+  availableFontFamilies(): string[];
+  /** Returns the PostScript names. */
+  availableFonts(): string[];
+  /** Returns lists of PostScript name, style, weight (5 is regular, 9 bold) and traits; nil for an unknown family. */
+  availableMembersOfFontFamily_(family: string | null): any;
+  /** Returns lists of PostScript name, style, weight (5 is regular, 9 bold) and traits; nil for an unknown family. */
+  availableMembersOfFontFamily(family: string | null): any;
+  /** Returns the font of a family with exactly these traits, italic (1) and bold (2), or nil. */
+  fontWithFamily_traits_weight_size_(family: string | null, traits: number, weight: number, size: number): NSFont;
+  /** Returns the font of a family with exactly these traits, italic (1) and bold (2), or nil. */
+  fontWithFamily_traits_weight_size(family: string | null, traits: number, weight: number, size: number): NSFont;
+  /** Returns the traits, italic (1) and bold (2). */
+  traitsOfFont_(font: NSFont | null): number;
+  /** Returns the traits, italic (1) and bold (2). */
+  traitsOfFont(font: NSFont | null): number;
+  /** Returns the font with a trait, or the font itself if its family has none. */
+  convertFont_toHaveTrait_(font: NSFont | null, trait: number): NSFont;
+  /** Returns the font with a trait, or the font itself if its family has none. */
+  convertFont_toHaveTrait(font: NSFont | null, trait: number): NSFont;
+  /** Returns the font without a trait, or the font itself if its family has none. */
+  convertFont_toNotHaveTrait_(font: NSFont | null, trait: number): NSFont;
+  /** Returns the font without a trait, or the font itself if its family has none. */
+  convertFont_toNotHaveTrait(font: NSFont | null, trait: number): NSFont;
+  /** Returns the font in another size. */
+  convertFont_toSize_(font: NSFont | null, size: number): NSFont;
+  /** Returns the font in another size. */
+  convertFont_toSize(font: NSFont | null, size: number): NSFont;
+}
+
+interface NSFontManagerAllocated {
+}
+
+declare const NSFontManager: KelvarClass & {
+  alloc(): NSFontManagerAllocated;
+  /** Returns the only one. */
+  sharedFontManager(): NSFontManager;
+};
+
 interface MSDocumentData extends NSObject {
   /** The open page. */
   get currentPage(): () => SketchLayer;
@@ -3254,6 +3424,14 @@ interface MSDocumentData extends NSObject {
   layerStyles(): MSSharedStyleContainer;
   /** Returns the shared styles of texts. */
   layerTextStyles(): MSSharedStyleContainer;
+  /** Returns the shared style of layers with this identifier, or nil. */
+  layerStyleWithID_(id: string | null): MSModelObject;
+  /** Returns the shared style of layers with this identifier, or nil. */
+  layerStyleWithID(id: string | null): MSModelObject;
+  /** Returns the shared style of texts with this identifier, or nil. */
+  textStyleWithID_(id: string | null): MSModelObject;
+  /** Returns the shared style of texts with this identifier, or nil. */
+  textStyleWithID(id: string | null): MSModelObject;
   /** Returns the shared styles of layers as an ordinary list, also those of libraries. */
   allLayerStyles(): any[];
   /** Returns the shared styles of texts as an ordinary list, also those of libraries. */
@@ -3276,6 +3454,16 @@ interface MSDocumentData extends NSObject {
   layerWithID(id: string | null): SketchLayer;
   /** The pages in order. */
   pages(): any[];
+  /** Puts a new page after the others and returns it. */
+  addPage_(page: SketchLayer | null): SketchLayer;
+  /** Puts a new page after the others and returns it. */
+  addPage(page: SketchLayer | null): SketchLayer;
+  /** Removes a page, which must not be the only one. */
+  removePage_(page: SketchLayer | null): void;
+  /** Removes a page, which must not be the only one. */
+  removePage(page: SketchLayer | null): void;
+  /** Returns the colors and gradients that the document offers. */
+  assets(): MSAssetCollection;
 }
 
 interface MSDocumentDataAllocated {
@@ -3322,6 +3510,34 @@ declare const MSExportRequest: KelvarClass & {
   exportRequestsFromExportableLayer_inRect_useIDForName_(layer: SketchLayer | null, rect: NSRect, name: boolean): any[];
   /** Returns the same; the rectangle must contain all that the layer covers, as a part of a layer cannot be exported. */
   exportRequestsFromExportableLayer_inRect_useIDForName(layer: SketchLayer | null, rect: NSRect, name: boolean): any[];
+  /** Returns a request for a layer in one format. */
+  exportRequestFromLayerAncestry_exportFormat_(ancestry: MSImmutableLayerAncestry | null, format: MSModelObject | null): MSExportRequest;
+  /** Returns a request for a layer in one format. */
+  exportRequestFromLayerAncestry_exportFormat(ancestry: MSImmutableLayerAncestry | null, format: MSModelObject | null): MSExportRequest;
+  /** Returns a request for a layer in one format; the rectangle must contain all that the layer covers. */
+  exportRequestFromExportFormat_layer_inRect_useIDForName_(format: MSModelObject | null, layer: SketchLayer | null, rect: NSRect, name: boolean): MSExportRequest;
+  /** Returns a request for a layer in one format; the rectangle must contain all that the layer covers. */
+  exportRequestFromExportFormat_layer_inRect_useIDForName(format: MSModelObject | null, layer: SketchLayer | null, rect: NSRect, name: boolean): MSExportRequest;
+};
+
+interface MSImmutableLayerAncestry extends NSObject {
+  /** Returns the layer. */
+  layer(): SketchLayer;
+}
+
+interface MSImmutableLayerAncestryAllocated {
+  /** Creates the place of a layer, for MSExportRequest. */
+  initWithLayer_(layer: SketchLayer | null): MSImmutableLayerAncestry;
+  /** Creates the place of a layer, for MSExportRequest. */
+  initWithLayer(layer: SketchLayer | null): MSImmutableLayerAncestry;
+}
+
+declare const MSImmutableLayerAncestry: KelvarClass & {
+  alloc(): MSImmutableLayerAncestryAllocated;
+  /** Returns the place of a layer, for MSExportRequest. */
+  ancestryWithMSLayer_(layer: SketchLayer | null): MSImmutableLayerAncestry;
+  /** Returns the place of a layer, for MSExportRequest. */
+  ancestryWithMSLayer(layer: SketchLayer | null): MSImmutableLayerAncestry;
 };
 
 interface MSLayer extends SketchLayer {
@@ -3352,6 +3568,12 @@ interface MSLayer extends SketchLayer {
   /** Which sides and sizes are fixed, as a bit mask of documents. */
   get resizingConstraint(): () => number;
   set resizingConstraint(value: number);
+  /** Where a click leads in a prototype; nil for nowhere. */
+  get flow(): () => MSModelObject;
+  set flow(value: MSModelObject | null);
+  /** Whether the layer stays in place when a prototype scrolls. */
+  get isFixedToViewport(): () => boolean;
+  set isFixedToViewport(value: boolean);
   /** Whether the host protects the layer from changes by hand. */
   get isLocked(): () => boolean;
   set isLocked(value: boolean);
@@ -3439,6 +3661,8 @@ interface MSLayer extends SketchLayer {
   setAbsolutePosition_(position: NSPoint): void;
   /** The top left corner on the page. */
   setAbsolutePosition(position: NSPoint): void;
+  /** Returns the layer's frame in its parent, before it is rotated and mirrored. */
+  frameForTransforms(): NSRect;
   /** What the layer covers on its page, with borders, shadows and blurs. */
   absoluteInfluenceRect(): NSRect;
   /** Rotation in degrees, counter-clockwise on screen. */
@@ -3461,6 +3685,14 @@ interface MSLayer extends SketchLayer {
   setResizingConstraint_(constraint: number): void;
   /** Which sides and sizes are fixed, as a bit mask of documents. */
   setResizingConstraint(constraint: number): void;
+  /** Where a click leads in a prototype; nil for nowhere. */
+  setFlow_(flow: MSModelObject | null): void;
+  /** Where a click leads in a prototype; nil for nowhere. */
+  setFlow(flow: MSModelObject | null): void;
+  /** Whether the layer stays in place when a prototype scrolls. */
+  setIsFixedToViewport_(viewport: boolean): void;
+  /** Whether the layer stays in place when a prototype scrolls. */
+  setIsFixedToViewport(viewport: boolean): void;
   /** Whether the host protects the layer from changes by hand. */
   setIsLocked_(locked: boolean): void;
   /** Whether the host protects the layer from changes by hand. */
@@ -3489,6 +3721,8 @@ interface MSLayer extends SketchLayer {
   setUserInfo_(info: Record<string, any> | null): void;
   /** What plug-ins have stored on the layer. */
   setUserInfo(info: Record<string, any> | null): void;
+  /** Returns a copy of what the document has of the layer, without the layers in it. */
+  treeAsDictionary(): Record<string, any>;
   /** Returns how the layer is exported. */
   exportOptions(): MSModelObject;
   /** Returns whether the layer has export formats. */
@@ -3635,6 +3869,18 @@ declare const MSLayerGroup: KelvarClass & {
 };
 
 interface MSPage extends MSLayerGroup {
+  /** The horizontal ruler with its vertical guides. */
+  get horizontalRulerData(): () => MSModelObject;
+  set horizontalRulerData(value: MSModelObject | null);
+  /** The vertical ruler with its horizontal guides. */
+  get verticalRulerData(): () => MSModelObject;
+  set verticalRulerData(value: MSModelObject | null);
+  /** The grid; nil for none. */
+  get grid(): () => MSModelObject;
+  set grid(value: MSModelObject | null);
+  /** The layout of columns and rows; nil for none. */
+  get layout(): () => MSModelObject;
+  set layout(value: MSModelObject | null);
   /** Returns the selected layers on the page. */
   selectedLayers(): MSLayerArray;
   /** Returns the selected layers on the page as an ordinary list. */
@@ -3655,6 +3901,22 @@ interface MSPage extends MSLayerGroup {
   deselectAllLayers(): void;
   /** Returns the artboard that is selected or has a selected layer, or nil. */
   currentArtboard(): SketchLayer;
+  /** The horizontal ruler with its vertical guides. */
+  setHorizontalRulerData_(data: MSModelObject | null): void;
+  /** The horizontal ruler with its vertical guides. */
+  setHorizontalRulerData(data: MSModelObject | null): void;
+  /** The vertical ruler with its horizontal guides. */
+  setVerticalRulerData_(data: MSModelObject | null): void;
+  /** The vertical ruler with its horizontal guides. */
+  setVerticalRulerData(data: MSModelObject | null): void;
+  /** The grid; nil for none. */
+  setGrid_(grid: MSModelObject | null): void;
+  /** The grid; nil for none. */
+  setGrid(grid: MSModelObject | null): void;
+  /** The layout of columns and rows; nil for none. */
+  setLayout_(layout: MSModelObject | null): void;
+  /** The layout of columns and rows; nil for none. */
+  setLayout(layout: MSModelObject | null): void;
   /** The symbol masters on the page. */
   symbols(): any[];
   /** Returns the layers with export formats, at any depth. */
@@ -3677,6 +3939,21 @@ declare const MSPage: KelvarClass & {
 };
 
 interface MSArtboardGroup extends MSLayerGroup {
+  /** The horizontal ruler with its vertical guides. */
+  get horizontalRulerData(): () => MSModelObject;
+  set horizontalRulerData(value: MSModelObject | null);
+  /** The vertical ruler with its horizontal guides. */
+  get verticalRulerData(): () => MSModelObject;
+  set verticalRulerData(value: MSModelObject | null);
+  /** The grid; nil for none. */
+  get grid(): () => MSModelObject;
+  set grid(value: MSModelObject | null);
+  /** The layout of columns and rows; nil for none. */
+  get layout(): () => MSModelObject;
+  set layout(value: MSModelObject | null);
+  /** Whether a prototype begins here. */
+  get isFlowHome(): () => boolean;
+  set isFlowHome(value: boolean);
   /** Whether the background is drawn. */
   get hasBackgroundColor(): () => boolean;
   set hasBackgroundColor(value: boolean);
@@ -3689,6 +3966,26 @@ interface MSArtboardGroup extends MSLayerGroup {
   /** Whether the host resizes what is in it. */
   get resizesContent(): () => boolean;
   set resizesContent(value: boolean);
+  /** The horizontal ruler with its vertical guides. */
+  setHorizontalRulerData_(data: MSModelObject | null): void;
+  /** The horizontal ruler with its vertical guides. */
+  setHorizontalRulerData(data: MSModelObject | null): void;
+  /** The vertical ruler with its horizontal guides. */
+  setVerticalRulerData_(data: MSModelObject | null): void;
+  /** The vertical ruler with its horizontal guides. */
+  setVerticalRulerData(data: MSModelObject | null): void;
+  /** The grid; nil for none. */
+  setGrid_(grid: MSModelObject | null): void;
+  /** The grid; nil for none. */
+  setGrid(grid: MSModelObject | null): void;
+  /** The layout of columns and rows; nil for none. */
+  setLayout_(layout: MSModelObject | null): void;
+  /** The layout of columns and rows; nil for none. */
+  setLayout(layout: MSModelObject | null): void;
+  /** Whether a prototype begins here. */
+  setIsFlowHome_(home: boolean): void;
+  /** Whether a prototype begins here. */
+  setIsFlowHome(home: boolean): void;
   /** Whether the background is drawn. */
   setHasBackgroundColor_(color: boolean): void;
   /** Whether the background is drawn. */
@@ -3737,6 +4034,12 @@ interface MSSymbolMaster extends MSArtboardGroup {
   newSymbolInstance(): SketchLayer;
   /** Returns the instances in the document. */
   allInstances(): any[];
+  /** Returns whether there are instances in the document. */
+  hasInstances(): boolean;
+  /** Returns whether the symbol is on no page, as those of libraries are. */
+  isForeign(): boolean;
+  /** Returns what can differ in instances. */
+  overridePoints(): any[];
   /** Whether instances show the background. */
   setIncludeBackgroundColorInInstance_(instance: boolean): void;
   /** Whether instances show the background. */
@@ -3770,6 +4073,12 @@ interface MSShapeGroup extends MSLayerGroup {
   /** How it is combined with the shape below: none (-1), union (0), subtract (1), intersect (2) or difference (3). */
   get booleanOperation(): () => number;
   set booleanOperation(value: number);
+  /** Returns the outline in the coordinates of its parent, rotated and mirrored like the layer. */
+  bezierPathWithTransforms(): NSBezierPath;
+  /** Returns the outline in the coordinates of its parent, rotated and mirrored like the layer. */
+  pathInFrameWithTransforms(): NSBezierPath;
+  /** Returns the outline in the coordinates of its parent, neither rotated nor mirrored. */
+  pathInFrame(): NSBezierPath;
   /** How it is combined with the shape below: none (-1), union (0), subtract (1), intersect (2) or difference (3). */
   setBooleanOperation_(operation: number): void;
   /** How it is combined with the shape below: none (-1), union (0), subtract (1), intersect (2) or difference (3). */
@@ -3797,6 +4106,10 @@ declare const MSShapeGroup: KelvarClass & {
   shapeWithBezierPath_(path: any): SketchLayer;
   /** Creates a shape group of a path, or of a shape that is taken out of where it is. */
   shapeWithBezierPath(path: any): SketchLayer;
+  /** Creates a shape group of a rectangle. */
+  shapeWithRect_(rect: NSRect): SketchLayer;
+  /** Creates a shape group of a rectangle. */
+  shapeWithRect(rect: NSRect): SketchLayer;
 };
 
 interface MSShapePathLayer extends MSStyledLayer {
@@ -3806,6 +4119,9 @@ interface MSShapePathLayer extends MSStyledLayer {
   /** How it is combined with the shape below: none (-1), union (0), subtract (1), intersect (2) or difference (3). */
   get booleanOperation(): () => number;
   set booleanOperation(value: number);
+  /** The points of the outline. */
+  get points(): () => any[];
+  set points(value: any[] | null);
   /** Returns the outline in the coordinates of its parent, rotated and mirrored like the layer. */
   bezierPathWithTransforms(): NSBezierPath;
   /** Returns the outline in the coordinates of its parent, rotated and mirrored like the layer. */
@@ -3822,6 +4138,10 @@ interface MSShapePathLayer extends MSStyledLayer {
   setBooleanOperation_(operation: number): void;
   /** How it is combined with the shape below: none (-1), union (0), subtract (1), intersect (2) or difference (3). */
   setBooleanOperation(operation: number): void;
+  /** The points of the outline. */
+  setPoints_(points: any[] | null): void;
+  /** The points of the outline. */
+  setPoints(points: any[] | null): void;
   /** How many points the outline has. */
   numberOfPoints(): number;
 }
@@ -4013,6 +4333,15 @@ interface MSTextLayer extends MSStyledLayer {
   /** The case that is shown: as typed (0), upper (1) or lower (2). */
   get textTransform(): () => number;
   set textTransform(value: number);
+  /** The font, of the first character. */
+  get font(): () => NSFont;
+  set font(value: NSFont | null);
+  /** The characters with their attributes, as an NSAttributedString. */
+  get attributedStringValue(): () => any;
+  set attributedStringValue(value: any);
+  /** The characters with their attributes, as an NSAttributedString. */
+  get attributedString(): () => any;
+  set attributedString(value: any);
   /** What the host fits to the text: width and height (0), the height (1) or nothing (2). */
   get textBehaviour(): () => number;
   set textBehaviour(value: number);
@@ -4055,6 +4384,40 @@ interface MSTextLayer extends MSStyledLayer {
   setTextTransform_(transform: number): void;
   /** The case that is shown: as typed (0), upper (1) or lower (2). */
   setTextTransform(transform: number): void;
+  /** The font, of the first character. */
+  setFont_(font: NSFont | null): void;
+  /** The font, of the first character. */
+  setFont(font: NSFont | null): void;
+  /** The different fonts of the characters. */
+  fonts(): any[];
+  /** The characters with their attributes, as an NSAttributedString. */
+  setAttributedStringValue_(value: any): void;
+  /** The characters with their attributes, as an NSAttributedString. */
+  setAttributedStringValue(value: any): void;
+  /** The characters with their attributes, as an NSAttributedString. */
+  setAttributedString_(string: any): void;
+  /** The characters with their attributes, as an NSAttributedString. */
+  setAttributedString(string: any): void;
+  /** Returns false, as there is no canvas to edit the text on. */
+  isEditingText(): boolean;
+  /** Returns the attributes of the first character. */
+  styleAttributes(): Record<string, any>;
+  /** Sets an attribute of all characters, such as NSColor. */
+  addAttribute_value_(attribute: string | null, value: any): void;
+  /** Sets an attribute of all characters, such as NSColor. */
+  addAttribute_value(attribute: string | null, value: any): void;
+  /** Sets an attribute of some characters, such as NSColor. */
+  addAttribute_value_forRange_(attribute: string | null, value: any, range: Record<string, any> | null): void;
+  /** Sets an attribute of some characters, such as NSColor. */
+  addAttribute_value_forRange(attribute: string | null, value: any, range: Record<string, any> | null): void;
+  /** Sets attributes of some characters, by names such as NSColor. */
+  addAttributes_forRange_(attributes: Record<string, any> | null, range: Record<string, any> | null): void;
+  /** Sets attributes of some characters, by names such as NSColor. */
+  addAttributes_forRange(attributes: Record<string, any> | null, range: Record<string, any> | null): void;
+  /** Sets the color of all characters. */
+  changeTextColorTo_(to: any): void;
+  /** Sets the color of all characters. */
+  changeTextColorTo(to: any): void;
   /** Fits the frame to the text as textBehaviour says, which also happens when the text or its font changes. */
   adjustFrameToFit(): void;
   /** What the host fits to the text: width and height (0), the height (1) or nothing (2). */
@@ -4126,6 +4489,9 @@ interface MSSymbolInstance extends MSStyledLayer {
   /** How much larger than the symbol it is drawn. */
   get scale(): () => number;
   set scale(value: number);
+  /** What differs from the symbol, by the identifiers of its layers; for nested symbols, in dictionaries. */
+  get overrides(): () => Record<string, any>;
+  set overrides(value: Record<string, any> | null);
   /** The symbol's identifier. */
   setSymbolID_(id: string | null): void;
   /** The symbol's identifier. */
@@ -4140,12 +4506,12 @@ interface MSSymbolInstance extends MSStyledLayer {
   changeInstanceToSymbol_(symbol: SketchLayer | null): void;
   /** Makes it show another symbol. */
   changeInstanceToSymbol(symbol: SketchLayer | null): void;
-  /** Returns what differs from the symbol, by the identifiers of its layers; for nested symbols, in dictionaries. */
-  overrides(): Record<string, any>;
-  /** Replaces what differs from the symbol. */
+  /** What differs from the symbol, by the identifiers of its layers; for nested symbols, in dictionaries. */
   setOverrides_(overrides: Record<string, any> | null): void;
-  /** Replaces what differs from the symbol. */
+  /** What differs from the symbol, by the identifiers of its layers; for nested symbols, in dictionaries. */
   setOverrides(overrides: Record<string, any> | null): void;
+  /** What differs from the symbol, one by one. */
+  overrideValues(): any[];
   /** Returns what can differ from the symbol. */
   overridePoints(): any[];
   /** Returns what can differ from the symbol, with its values. */
@@ -4198,16 +4564,28 @@ declare const MSSliceLayer: KelvarClass & {
   alloc(): MSSliceLayerAllocated;
   /** Creates a slice. */
   "new"(): MSSliceLayer;
+  /** Puts a slice of the same frame above a layer and returns it. */
+  sliceLayerFromLayer_(layer: SketchLayer | null): SketchLayer;
+  /** Puts a slice of the same frame above a layer and returns it. */
+  sliceLayerFromLayer(layer: SketchLayer | null): SketchLayer;
 };
 
 interface MSHotspotLayer extends MSLayer {
 }
 
 interface MSHotspotLayerAllocated {
+  /** Creates a hotspot. */
+  init(): MSHotspotLayer;
+  /** Creates a hotspot. */
+  initWithFrame_(frame: NSRect): MSHotspotLayer;
+  /** Creates a hotspot. */
+  initWithFrame(frame: NSRect): MSHotspotLayer;
 }
 
 declare const MSHotspotLayer: KelvarClass & {
   alloc(): MSHotspotLayerAllocated;
+  /** Creates a hotspot. */
+  "new"(): MSHotspotLayer;
 };
 
 interface MSLayerArray extends NSObject {
@@ -4614,6 +4992,30 @@ interface MSSharedStyleContainer extends NSObject {
   addSharedObject_(object: MSModelObject | null): void;
   /** Adds a shared style. */
   addSharedObject(object: MSModelObject | null): void;
+  /** Removes a shared style. Layers keep how they look. */
+  removeSharedStyle_(style: MSModelObject | null): void;
+  /** Removes a shared style. Layers keep how they look. */
+  removeSharedStyle(style: MSModelObject | null): void;
+  /** Removes a shared style. Layers keep how they look. */
+  removeSharedObject_(object: MSModelObject | null): void;
+  /** Removes a shared style. Layers keep how they look. */
+  removeSharedObject(object: MSModelObject | null): void;
+  /** Removes a shared style by its index. Layers keep how they look. */
+  removeSharedStyleAtIndex_(index: number): void;
+  /** Removes a shared style by its index. Layers keep how they look. */
+  removeSharedStyleAtIndex(index: number): void;
+  /** Returns a shared style by its index. */
+  sharedStyleAtIndex_(index: number): MSModelObject;
+  /** Returns a shared style by its index. */
+  sharedStyleAtIndex(index: number): MSModelObject;
+  /** Returns the index of a shared style; -1 for none of these. */
+  indexOfSharedStyle_(style: MSModelObject | null): number;
+  /** Returns the index of a shared style; -1 for none of these. */
+  indexOfSharedStyle(style: MSModelObject | null): number;
+  /** Gives a shared style a copy of a style. Layers keep theirs until resetReferencingInstances. */
+  updateValueOfSharedObject_byCopyingInstance_(object: MSModelObject | null, instance: MSModelObject | null): void;
+  /** Gives a shared style a copy of a style. Layers keep theirs until resetReferencingInstances. */
+  updateValueOfSharedObject_byCopyingInstance(object: MSModelObject | null, instance: MSModelObject | null): void;
 }
 
 interface MSSharedStyleContainerAllocated {
@@ -4664,6 +5066,10 @@ interface MSSharedStyleAllocated {
   initWithName_firstInstance_(name: string | null, instance: MSModelObject | null): MSSharedStyle;
   /** Creates a shared style with a copy of a style. The layer that has the style refers to it. */
   initWithName_firstInstance(name: string | null, instance: MSModelObject | null): MSSharedStyle;
+  /** Creates a shared style with a copy of a style. The layer that has the style refers to it. */
+  initWithName_style_(name: string | null, style: MSModelObject | null): MSSharedStyle;
+  /** Creates a shared style with a copy of a style. The layer that has the style refers to it. */
+  initWithName_style(name: string | null, style: MSModelObject | null): MSSharedStyle;
 }
 
 declare const MSSharedStyle: KelvarClass & {
@@ -4798,6 +5204,10 @@ interface MSStyle extends MSModelObject {
   addStylePartOfType_(type: number): MSModelObject;
   /** Adds a fill (0), border (1), shadow (2) or inner shadow (3) and returns it. */
   addStylePartOfType(type: number): MSModelObject;
+  /** Removes a fill, border, shadow or inner shadow of this style. */
+  removeStylePart_(part: MSModelObject | null): void;
+  /** Removes a fill, border, shadow or inner shadow of this style. */
+  removeStylePart(part: MSModelObject | null): void;
   /** What all borders have in common. */
   borderOptions(): MSModelObject;
   /** Opacity and blend mode of the whole layer. */
@@ -4824,6 +5234,8 @@ interface MSStyle extends MSModelObject {
   setSharedObjectID_(id: string | null): void;
   /** The identifier of the shared style that it is a copy of; nil for none. */
   setSharedObjectID(id: string | null): void;
+  /** How texts look; nil in a style that says nothing of them. */
+  textStyle(): MSModelObject;
   /** Returns a copy that is in no layer. */
   copy(): MSModelObject;
 }
@@ -5256,6 +5668,8 @@ interface MSGradient extends MSModelObject {
 interface MSGradientAllocated {
   /** Creates a gradient from white to black, from top to bottom. */
   init(): MSGradient;
+  /** Creates a gradient from white to black, from top to bottom. */
+  initBlankGradient(): MSGradient;
 }
 
 declare const MSGradient: KelvarClass & {
@@ -5307,6 +5721,10 @@ interface MSColor extends NSObject {
   set alpha(value: number);
   /** Returns the digits, such as "FF8800". */
   hexValue(): string;
+  /** Returns "#FF8800", or with alpha "rgba(255,136,0,0.50)" if it is not opaque. */
+  stringValueWithAlpha_(alpha: boolean): string;
+  /** Returns "#FF8800", or with alpha "rgba(255,136,0,0.50)" if it is not opaque. */
+  stringValueWithAlpha(alpha: boolean): string;
   /** Returns the color as SVG writes it: "#FF8800", or "rgba(255,136,0,0.50)" if it is not opaque. */
   svgRepresentation(): string;
   /** Returns the same components as an NSColor; there is one color space. */
@@ -5393,6 +5811,10 @@ declare const MSColor: KelvarClass & {
 interface MSImmutableColor extends NSObject {
   /** Returns the digits, such as "FF8800". */
   hexValue(): string;
+  /** Returns "#FF8800", or with alpha "rgba(255,136,0,0.50)" if it is not opaque. */
+  stringValueWithAlpha_(alpha: boolean): string;
+  /** Returns "#FF8800", or with alpha "rgba(255,136,0,0.50)" if it is not opaque. */
+  stringValueWithAlpha(alpha: boolean): string;
   /** Returns the color as SVG writes it: "#FF8800", or "rgba(255,136,0,0.50)" if it is not opaque. */
   svgRepresentation(): string;
   /** Returns the same components as an NSColor; there is one color space. */
@@ -5542,6 +5964,9 @@ interface MSExportFormat extends MSModelObject {
   /** What is added to the name of the file. */
   get name(): () => string;
   set name(value: string | null);
+  /** What is added to the name of the file, like name. */
+  get suffix(): () => string;
+  set suffix(value: string | null);
   /** Where it is added: at the end (0) or at the beginning (1). */
   get namingScheme(): () => number;
   set namingScheme(value: number);
@@ -5557,6 +5982,10 @@ interface MSExportFormat extends MSModelObject {
   setName_(name: string | null): void;
   /** What is added to the name of the file. */
   setName(name: string | null): void;
+  /** What is added to the name of the file, like name. */
+  setSuffix_(suffix: string | null): void;
+  /** What is added to the name of the file, like name. */
+  setSuffix(suffix: string | null): void;
   /** Where it is added: at the end (0) or at the beginning (1). */
   setNamingScheme_(scheme: number): void;
   /** Where it is added: at the end (0) or at the beginning (1). */
@@ -5585,6 +6014,12 @@ interface MSOverridePoint extends NSObject {
   property(): string;
   /** The layer's identifier. */
   layerID(): string;
+  /** Returns whether a text can differ. */
+  isTextOverride(): boolean;
+  /** Returns whether the symbol of a nested instance can differ. */
+  isSymbolOverride(): boolean;
+  /** Returns whether an image can differ. */
+  isImageOverride(): boolean;
 }
 
 interface MSOverridePointAllocated {
@@ -5660,6 +6095,452 @@ interface MSForeignSymbolAllocated {
 
 declare const MSForeignSymbol: KelvarClass & {
   alloc(): MSForeignSymbolAllocated;
+};
+
+interface MSOverrideValue extends MSModelObject {
+  /** What documents call it: "ID/ID_property". */
+  overrideName(): string;
+  /** What the instance shows. */
+  value(): any;
+}
+
+interface MSOverrideValueAllocated {
+}
+
+declare const MSOverrideValue: KelvarClass & {
+  alloc(): MSOverrideValueAllocated;
+};
+
+interface MSTextStyle extends MSModelObject {
+  /** Where the lines are in the frame: at its top (0), middle (1) or bottom (2). */
+  get verticalAlignment(): () => number;
+  set verticalAlignment(value: number);
+  /** How texts of the style look, by names such as NSFont. */
+  attributes(): Record<string, any>;
+  /** How texts of the style look, by names such as NSFont. */
+  encodedAttributes(): Record<string, any>;
+  /** Where the lines are in the frame: at its top (0), middle (1) or bottom (2). */
+  setVerticalAlignment_(alignment: number): void;
+  /** Where the lines are in the frame: at its top (0), middle (1) or bottom (2). */
+  setVerticalAlignment(alignment: number): void;
+}
+
+interface MSTextStyleAllocated {
+}
+
+declare const MSTextStyle: KelvarClass & {
+  alloc(): MSTextStyleAllocated;
+};
+
+interface MSAssetCollection extends NSObject {
+  /** The colors, as copies. */
+  get colors(): () => any[];
+  set colors(value: any[] | null);
+  /** The colors with their names, as copies. */
+  get colorAssets(): () => any[];
+  set colorAssets(value: any[] | null);
+  /** The gradients, as copies. */
+  get gradients(): () => any[];
+  set gradients(value: any[] | null);
+  /** The gradients with their names, as copies. */
+  get gradientAssets(): () => any[];
+  set gradientAssets(value: any[] | null);
+  /** The colors, as copies. */
+  setColors_(colors: any[] | null): void;
+  /** The colors, as copies. */
+  setColors(colors: any[] | null): void;
+  /** Returns the colors, as copies. */
+  primitiveColors(): any[];
+  /** The colors with their names, as copies. */
+  setColorAssets_(assets: any[] | null): void;
+  /** The colors with their names, as copies. */
+  setColorAssets(assets: any[] | null): void;
+  /** Adds a color. */
+  addColor_(color: any): void;
+  /** Adds a color. */
+  addColor(color: any): void;
+  /** Adds colors. */
+  addColors_(colors: any[] | null): void;
+  /** Adds colors. */
+  addColors(colors: any[] | null): void;
+  /** Adds a color with a name. */
+  addColorAsset_(asset: MSModelObject | null): void;
+  /** Adds a color with a name. */
+  addColorAsset(asset: MSModelObject | null): void;
+  /** Removes the first color of these components, if there is one. */
+  removeColor_(color: any): void;
+  /** Removes the first color of these components, if there is one. */
+  removeColor(color: any): void;
+  /** Removes a color by its index. */
+  removeColorAtIndex_(index: number): void;
+  /** Removes a color by its index. */
+  removeColorAtIndex(index: number): void;
+  /** Removes a color by its index. */
+  removeColorAssetAtIndex_(index: number): void;
+  /** Removes a color by its index. */
+  removeColorAssetAtIndex(index: number): void;
+  /** Removes all colors. */
+  removeAllColors(): void;
+  /** Removes all colors. */
+  removeAllColorAssets(): void;
+  /** The gradients, as copies. */
+  setGradients_(gradients: any[] | null): void;
+  /** The gradients, as copies. */
+  setGradients(gradients: any[] | null): void;
+  /** The gradients with their names, as copies. */
+  setGradientAssets_(assets: any[] | null): void;
+  /** The gradients with their names, as copies. */
+  setGradientAssets(assets: any[] | null): void;
+  /** Adds a gradient. */
+  addGradient_(gradient: any): void;
+  /** Adds a gradient. */
+  addGradient(gradient: any): void;
+  /** Adds gradients. */
+  addGradients_(gradients: any[] | null): void;
+  /** Adds gradients. */
+  addGradients(gradients: any[] | null): void;
+  /** Adds a gradient with a name. */
+  addGradientAsset_(asset: MSModelObject | null): void;
+  /** Adds a gradient with a name. */
+  addGradientAsset(asset: MSModelObject | null): void;
+  /** Removes a gradient by its index. */
+  removeGradientAtIndex_(index: number): void;
+  /** Removes a gradient by its index. */
+  removeGradientAtIndex(index: number): void;
+  /** Removes all gradients. */
+  removeAllGradients(): void;
+  /** Removes all gradients. */
+  removeAllGradientAssets(): void;
+}
+
+interface MSAssetCollectionAllocated {
+}
+
+declare const MSAssetCollection: KelvarClass & {
+  alloc(): MSAssetCollectionAllocated;
+};
+
+interface MSColorAsset extends MSModelObject {
+  /** The name. */
+  get name(): () => string;
+  set name(value: string | null);
+  /** The color. */
+  get color(): () => MSColor;
+  set color(value: MSColor | null);
+  /** The name. */
+  setName_(name: string | null): void;
+  /** The name. */
+  setName(name: string | null): void;
+  /** The color. */
+  setColor_(color: any): void;
+  /** The color. */
+  setColor(color: any): void;
+}
+
+interface MSColorAssetAllocated {
+  /** Creates a named copy of a color. */
+  initWithAsset_name_(asset: any, name: string | null): MSColorAsset;
+  /** Creates a named copy of a color. */
+  initWithAsset_name(asset: any, name: string | null): MSColorAsset;
+}
+
+declare const MSColorAsset: KelvarClass & {
+  alloc(): MSColorAssetAllocated;
+};
+
+interface MSGradientAsset extends MSModelObject {
+  /** The name. */
+  get name(): () => string;
+  set name(value: string | null);
+  /** The name. */
+  setName_(name: string | null): void;
+  /** The name. */
+  setName(name: string | null): void;
+  /** The gradient. */
+  gradient(): MSModelObject;
+}
+
+interface MSGradientAssetAllocated {
+  /** Creates a named copy of a gradient. */
+  initWithAsset_name_(asset: any, name: string | null): MSGradientAsset;
+  /** Creates a named copy of a gradient. */
+  initWithAsset_name(asset: any, name: string | null): MSGradientAsset;
+}
+
+declare const MSGradientAsset: KelvarClass & {
+  alloc(): MSGradientAssetAllocated;
+};
+
+interface MSCurvePoint extends MSModelObject {
+  /** Where it is, in parts of the shape's width and height. */
+  get point(): () => NSPoint;
+  set point(value: NSPoint);
+  /** The handle of the curve that begins here. */
+  get curveFrom(): () => NSPoint;
+  set curveFrom(value: NSPoint);
+  /** The handle of the curve that ends here. */
+  get curveTo(): () => NSPoint;
+  set curveTo(value: NSPoint);
+  /** Whether a curve begins here. */
+  get hasCurveFrom(): () => boolean;
+  set hasCurveFrom(value: boolean);
+  /** Whether a curve ends here. */
+  get hasCurveTo(): () => boolean;
+  set hasCurveTo(value: boolean);
+  /** How the handles depend on each other: straight (1), mirrored (2), asymmetric (3) or not at all (4). */
+  get curveMode(): () => number;
+  set curveMode(value: number);
+  /** The radius of the corner. */
+  get cornerRadius(): () => number;
+  set cornerRadius(value: number);
+  /** Where it is, in parts of the shape's width and height. */
+  setPoint_(point: NSPoint): void;
+  /** Where it is, in parts of the shape's width and height. */
+  setPoint(point: NSPoint): void;
+  /** The handle of the curve that begins here. */
+  setCurveFrom_(from: NSPoint): void;
+  /** The handle of the curve that begins here. */
+  setCurveFrom(from: NSPoint): void;
+  /** The handle of the curve that ends here. */
+  setCurveTo_(to: NSPoint): void;
+  /** The handle of the curve that ends here. */
+  setCurveTo(to: NSPoint): void;
+  /** Whether a curve begins here. */
+  setHasCurveFrom_(from: boolean): void;
+  /** Whether a curve begins here. */
+  setHasCurveFrom(from: boolean): void;
+  /** Whether a curve ends here. */
+  setHasCurveTo_(to: boolean): void;
+  /** Whether a curve ends here. */
+  setHasCurveTo(to: boolean): void;
+  /** How the handles depend on each other: straight (1), mirrored (2), asymmetric (3) or not at all (4). */
+  setCurveMode_(mode: number): void;
+  /** How the handles depend on each other: straight (1), mirrored (2), asymmetric (3) or not at all (4). */
+  setCurveMode(mode: number): void;
+  /** The radius of the corner. */
+  setCornerRadius_(radius: number): void;
+  /** The radius of the corner. */
+  setCornerRadius(radius: number): void;
+}
+
+interface MSCurvePointAllocated {
+}
+
+declare const MSCurvePoint: KelvarClass & {
+  alloc(): MSCurvePointAllocated;
+  /** Creates a corner without handles. */
+  pointWithPoint_(point: NSPoint): MSModelObject;
+  /** Creates a corner without handles. */
+  pointWithPoint(point: NSPoint): MSModelObject;
+};
+
+interface MSFlowConnection extends MSModelObject {
+  /** The identifier of the artboard that it leads to; "back" for the previous one. */
+  get destinationArtboardID(): () => string;
+  set destinationArtboardID(value: string | null);
+  /** How the artboard comes in: at once (-1), or from a side (0 to 4). */
+  get animationType(): () => number;
+  set animationType(value: number);
+  /** Whether scrolling is kept. */
+  get maintainScrollPosition(): () => boolean;
+  set maintainScrollPosition(value: boolean);
+  /** The identifier of the artboard that it leads to; "back" for the previous one. */
+  setDestinationArtboardID_(id: string | null): void;
+  /** The identifier of the artboard that it leads to; "back" for the previous one. */
+  setDestinationArtboardID(id: string | null): void;
+  /** The artboard that it leads to; nil if the document does not have it. */
+  destinationArtboard(): SketchLayer;
+  /** How the artboard comes in: at once (-1), or from a side (0 to 4). */
+  setAnimationType_(type: number): void;
+  /** How the artboard comes in: at once (-1), or from a side (0 to 4). */
+  setAnimationType(type: number): void;
+  /** Whether scrolling is kept. */
+  setMaintainScrollPosition_(position: boolean): void;
+  /** Whether scrolling is kept. */
+  setMaintainScrollPosition(position: boolean): void;
+  /** Returns whether it leads to the previous artboard. */
+  isBackAction(): boolean;
+  /** Returns whether it leads anywhere. */
+  isValidFlowConnection(): boolean;
+}
+
+interface MSFlowConnectionAllocated {
+  /** Creates a link to nowhere. */
+  init(): MSFlowConnection;
+}
+
+declare const MSFlowConnection: KelvarClass & {
+  alloc(): MSFlowConnectionAllocated;
+  /** Creates a link to nowhere. */
+  "new"(): MSFlowConnection;
+};
+
+interface MSRulerData extends MSModelObject {
+  /** Where the ruler's 0 is. */
+  get base(): () => number;
+  set base(value: number);
+  /** Where the ruler's 0 is. */
+  setBase_(base: number): void;
+  /** Where the ruler's 0 is. */
+  setBase(base: number): void;
+  /** Where the guides are. */
+  guides(): any[];
+  /** Returns how many guides there are. */
+  numberOfGuides(): number;
+  /** Returns where a guide is, by its index. */
+  guideAtIndex_(index: number): number;
+  /** Returns where a guide is, by its index. */
+  guideAtIndex(index: number): number;
+  /** Adds a guide. */
+  addGuideWithValue_(value: number): void;
+  /** Adds a guide. */
+  addGuideWithValue(value: number): void;
+  /** Removes a guide by its index. */
+  removeGuideAtIndex_(index: number): void;
+  /** Removes a guide by its index. */
+  removeGuideAtIndex(index: number): void;
+  /** Removes all guides. */
+  removeAllGuides(): void;
+}
+
+interface MSRulerDataAllocated {
+}
+
+declare const MSRulerData: KelvarClass & {
+  alloc(): MSRulerDataAllocated;
+};
+
+interface MSSimpleGrid extends MSModelObject {
+  /** Whether the host shows it. */
+  get isEnabled(): () => boolean;
+  set isEnabled(value: boolean);
+  /** How far its lines are apart. */
+  get gridSize(): () => number;
+  set gridSize(value: number);
+  /** After how many lines one is thick; 0 for none. */
+  get thickGridTimes(): () => number;
+  set thickGridTimes(value: number);
+  /** Whether the host shows it. */
+  setIsEnabled_(enabled: boolean): void;
+  /** Whether the host shows it. */
+  setIsEnabled(enabled: boolean): void;
+  /** How far its lines are apart. */
+  setGridSize_(size: number): void;
+  /** How far its lines are apart. */
+  setGridSize(size: number): void;
+  /** After how many lines one is thick; 0 for none. */
+  setThickGridTimes_(times: number): void;
+  /** After how many lines one is thick; 0 for none. */
+  setThickGridTimes(times: number): void;
+}
+
+interface MSSimpleGridAllocated {
+  /** Creates a grid of 20 units. */
+  init(): MSSimpleGrid;
+}
+
+declare const MSSimpleGrid: KelvarClass & {
+  alloc(): MSSimpleGridAllocated;
+  /** Creates a grid of 20 units. */
+  "new"(): MSSimpleGrid;
+};
+
+interface MSLayoutGrid extends MSModelObject {
+  /** Whether the host shows it. */
+  get isEnabled(): () => boolean;
+  set isEnabled(value: boolean);
+  /** The width of all columns together. */
+  get totalWidth(): () => number;
+  set totalWidth(value: number);
+  /** Where the first column begins. */
+  get horizontalOffset(): () => number;
+  set horizontalOffset(value: number);
+  /** How many columns there are. */
+  get numberOfColumns(): () => number;
+  set numberOfColumns(value: number);
+  /** The width of a column. */
+  get columnWidth(): () => number;
+  set columnWidth(value: number);
+  /** What is between two columns. */
+  get gutterWidth(): () => number;
+  set gutterWidth(value: number);
+  /** What is between two rows. */
+  get gutterHeight(): () => number;
+  set gutterHeight(value: number);
+  /** Whether half a gutter is left and right of the columns. */
+  get guttersOutside(): () => boolean;
+  set guttersOutside(value: boolean);
+  /** The height of a row, in gutters. */
+  get rowHeightMultiplication(): () => number;
+  set rowHeightMultiplication(value: number);
+  /** Whether columns are shown. */
+  get drawVertical(): () => boolean;
+  set drawVertical(value: boolean);
+  /** Whether rows are shown. */
+  get drawHorizontal(): () => boolean;
+  set drawHorizontal(value: boolean);
+  /** Whether the lines of rows are shown. */
+  get drawHorizontalLines(): () => boolean;
+  set drawHorizontalLines(value: boolean);
+  /** Whether the host shows it. */
+  setIsEnabled_(enabled: boolean): void;
+  /** Whether the host shows it. */
+  setIsEnabled(enabled: boolean): void;
+  /** The width of all columns together. */
+  setTotalWidth_(width: number): void;
+  /** The width of all columns together. */
+  setTotalWidth(width: number): void;
+  /** Where the first column begins. */
+  setHorizontalOffset_(offset: number): void;
+  /** Where the first column begins. */
+  setHorizontalOffset(offset: number): void;
+  /** How many columns there are. */
+  setNumberOfColumns_(columns: number): void;
+  /** How many columns there are. */
+  setNumberOfColumns(columns: number): void;
+  /** The width of a column. */
+  setColumnWidth_(width: number): void;
+  /** The width of a column. */
+  setColumnWidth(width: number): void;
+  /** What is between two columns. */
+  setGutterWidth_(width: number): void;
+  /** What is between two columns. */
+  setGutterWidth(width: number): void;
+  /** What is between two rows. */
+  setGutterHeight_(height: number): void;
+  /** What is between two rows. */
+  setGutterHeight(height: number): void;
+  /** Whether half a gutter is left and right of the columns. */
+  setGuttersOutside_(outside: boolean): void;
+  /** Whether half a gutter is left and right of the columns. */
+  setGuttersOutside(outside: boolean): void;
+  /** The height of a row, in gutters. */
+  setRowHeightMultiplication_(multiplication: number): void;
+  /** The height of a row, in gutters. */
+  setRowHeightMultiplication(multiplication: number): void;
+  /** Whether columns are shown. */
+  setDrawVertical_(vertical: boolean): void;
+  /** Whether columns are shown. */
+  setDrawVertical(vertical: boolean): void;
+  /** Whether rows are shown. */
+  setDrawHorizontal_(horizontal: boolean): void;
+  /** Whether rows are shown. */
+  setDrawHorizontal(horizontal: boolean): void;
+  /** Whether the lines of rows are shown. */
+  setDrawHorizontalLines_(lines: boolean): void;
+  /** Whether the lines of rows are shown. */
+  setDrawHorizontalLines(lines: boolean): void;
+}
+
+interface MSLayoutGridAllocated {
+  /** Creates a layout of 12 columns. */
+  init(): MSLayoutGrid;
+}
+
+declare const MSLayoutGrid: KelvarClass & {
+  alloc(): MSLayoutGridAllocated;
+  /** Creates a layout of 12 columns. */
+  "new"(): MSLayoutGrid;
 };
 
 interface NSMenuItem extends NSObject {
@@ -5755,12 +6636,22 @@ declare const NSShadow: KelvarClass & {
 };
 
 interface NSFont extends NSObject {
-  /** The family, with the style if it has one. */
+  /** The PostScript name, or the family. */
   fontName(): string;
   /** The family. */
   familyName(): string;
+  /** The family and the style. */
+  displayName(): string;
   /** The size in points. */
   pointSize(): number;
+  /** How far letters reach above the baseline. */
+  ascender(): number;
+  /** How far letters reach below the baseline, as a negative number. */
+  descender(): number;
+  /** The height of capital letters. */
+  capHeight(): number;
+  /** The height of the letter x. */
+  xHeight(): number;
 }
 
 interface NSFontAllocated {
@@ -5776,9 +6667,9 @@ declare const NSFont: KelvarClass & {
   boldSystemFontOfSize_(size: number): NSFont;
   /** Returns the application's bold font in that size in points, 0 for 13. */
   boldSystemFontOfSize(size: number): NSFont;
-  /** Returns the font of that family, or nil if it is not installed. */
+  /** Returns the font of that family or PostScript name, or nil if it is not installed. */
   fontWithName_size_(name: string | null, size: number): NSFont;
-  /** Returns the font of that family, or nil if it is not installed. */
+  /** Returns the font of that family or PostScript name, or nil if it is not installed. */
   fontWithName_size(name: string | null, size: number): NSFont;
 };
 

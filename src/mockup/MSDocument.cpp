@@ -91,6 +91,11 @@ ClassInfoBuilder<Self> withWindow(ClassInfoBuilder<Self> builder) {
                  "Returns whether there are changes that are not saved.")
       .operation(
           "reloadInspector", [](Self&) {}, "Does nothing, as there is no inspector.")
+      .operation(
+          "window", [](const Self&) { return QVariant(); }, "Returns nil, as there is no window.")
+      .operation(
+          "documentWindow", [](const Self&) { return QVariant(); },
+          "Returns nil, as there is no window.")
       .operation("contentDrawView", contentDrawView,
                  "Returns the view of a canvas, which is not there.")
       .operation("currentView", contentDrawView,
@@ -136,6 +141,8 @@ const ClassInfo& documentClass() {
               "The pages, symbols and layers.")
           .property("currentArtboard", currentArtboard,
                     "The artboard that is selected or has a selected layer, or nil.")
+          .operation("findCurrentArtboardGroup", currentArtboard,
+                     "Returns the artboard that is selected or has a selected layer, or nil.")
           .operation(
               "selectedLayers",
               [](const Self& self) { return std::make_shared<MSLayerArray>(self.selection()); },

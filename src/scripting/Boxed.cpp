@@ -38,6 +38,14 @@ QColor named() {
   return color == Qt::gray ? QColor::fromRgbF(0.5f, 0.5f, 0.5f) : QColor(color);
 }
 
+QVariant same(const Handle<QColor>& self, const QVariant&) { return self.value(); }
+
+QColor orange() { return QColor::fromRgbF(1, 0.5f, 0); }
+QColor purple() { return QColor::fromRgbF(0.5f, 0, 0.5f); }
+QColor brown() { return QColor::fromRgbF(0.6f, 0.4f, 0.2f); }
+QColor lightGray() { return gray(2 / 3.0f, 1); }
+QColor darkGray() { return gray(1 / 3.0f, 1); }
+
 template <>
 const ClassInfo& Handle<QImage>::staticClassInfo() {
   static const ClassInfo kClass = ClassInfoBuilder<Handle>("CGImage");
@@ -61,6 +69,15 @@ const ClassInfo& Handle<QColor>::staticClassInfo() {
                           "Creates a gray from components between 0 and 1.")
           .classOperation("colorWithHue:saturation:brightness:alpha:", &QColor::fromHsvF,
                           "Creates a color from components between 0 and 1.")
+          .classOperation("colorWithCalibratedHue:saturation:brightness:alpha:", &QColor::fromHsvF,
+                          "Creates a color from components between 0 and 1.")
+          .classOperation("colorWithDeviceWhite:alpha:", gray,
+                          "Creates a gray from components between 0 and 1.")
+          .classOperation("orangeColor", orange, "Orange.")
+          .classOperation("purpleColor", purple, "Purple.")
+          .classOperation("brownColor", brown, "Brown.")
+          .classOperation("lightGrayColor", lightGray, "Light gray.")
+          .classOperation("darkGrayColor", darkGray, "Dark gray.")
           .classOperation("clearColor", named<Qt::transparent>, "Transparent black.")
           .classOperation("blackColor", named<Qt::black>, "Black.")
           .classOperation("whiteColor", named<Qt::white>, "White.")
@@ -71,6 +88,10 @@ const ClassInfo& Handle<QColor>::staticClassInfo() {
           .classOperation("cyanColor", named<Qt::cyan>, "Cyan.")
           .classOperation("magentaColor", named<Qt::magenta>, "Magenta.")
           .classOperation("yellowColor", named<Qt::yellow>, "Yellow.")
+          .operation("colorUsingColorSpaceName:", same,
+                     "Returns the color itself, as there is one color space.")
+          .operation("colorUsingColorSpace:", same,
+                     "Returns the color itself, as there is one color space.")
           .operation(
               "colorWithAlphaComponent:",
               [](const Handle<QColor>& self, float alpha) {

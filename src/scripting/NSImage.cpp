@@ -19,6 +19,13 @@ std::shared_ptr<NSImage> initWithContentsOfURL(const QUrl& url) {
   return NSImage::initWithContentsOfFile(url.toLocalFile());
 }
 
+std::shared_ptr<NSImage> initWithData(const QByteArray& bytes) {
+  const Result<ImageRef> image = ImageFile::fromBytes(bytes, {});
+  if (image) return std::make_shared<NSImage>(QVariant::fromValue(*image));
+  logLine(u"NSImage: %@", {messageOf(image.error())});
+  return nullptr;
+}
+
 }  // namespace
 
 const ClassInfo& NSImage::staticClassInfo() {
@@ -28,6 +35,9 @@ const ClassInfo& NSImage::staticClassInfo() {
                        "Reads an image from a PNG, JPEG or WebP file; nil if that fails.")
           .initializer("initByReferencingFile:", &NSImage::initWithContentsOfFile,
                        "Reads an image from a PNG, JPEG or WebP file; nil if that fails.")
+          .initializer("initWithData:", initWithData,
+                       "Reads an image from the bytes of a PNG, JPEG or WebP file; nil if they are "
+                       "none.")
           .initializer("initWithContentsOfURL:", initWithContentsOfURL,
                        "Reads an image from the URL of a file; nil if that fails.")
           .initializer("initByReferencingURL:", initWithContentsOfURL,

@@ -2,8 +2,8 @@
 
 #include <QFont>
 
+#include "core/NSFont.h"
 #include "ui/ControlAction.h"
-#include "ui/NSFont.h"
 #include "ui/View.h"
 
 namespace kelvar {

@@ -57,6 +57,25 @@ Builder&& addItems(Builder&& builder) {
                  "Appends an item; the first one is selected.")
       .operation("addItemsWithTitles:", &P::addItemsWithTitles,
                  "Appends items; the first one is selected.")
+      .operation(
+          "removeItemAtIndex:",
+          [](P& button, int64_t index) {
+            if (const KVMenuRef menu = button.menu()) menu->removeItemAtIndex(index);
+          },
+          "Removes an item by its position.")
+      .operation(
+          "removeItemWithTitle:",
+          [](P& button, const QString& title) {
+            const qsizetype index = button.itemTitles().indexOf(title);
+            if (index >= 0) button.menu()->removeItemAtIndex(index);
+          },
+          "Removes the first item with that title, if there is one.")
+      .operation(
+          "insertItemWithTitle:atIndex:",
+          [](P& button, const QString& title, int64_t index) {
+            if (const KVMenuRef menu = button.menu()) menu->insertItem(makeItem(title), index);
+          },
+          "Inserts an item at a position.")
       .operation("removeAllItems", &P::removeAllItems, "Removes all items.")
       .operation("itemAtIndex:", onMenu(&KVMenu::itemAtIndex), "Returns an item by its position.")
       .operation(

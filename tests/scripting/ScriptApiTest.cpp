@@ -88,7 +88,26 @@ QString maker(const ClassInfo& info) {
       {u"MSSharedStyle"_s,
        u"MSSharedStyle.alloc().initWithName_firstInstance_('s', MSStyle.new())"_s},
       {u"MSImageData"_s, u"MSImageData.alloc().initWithImage_(image)"_s},
-      {u"MSSharedStyleContainer"_s, u"document.documentData().layerStyles()"_s}};
+      {u"MSSharedStyleContainer"_s,
+       u"[document.documentData().layerStyles()].map(s => { for (const name of ['a', 'b'])"
+       " s.addSharedStyleWithName_firstInstance_(name, MSStyle.new()); return s })[0]"_s},
+      {u"MSAssetCollection"_s,
+       u"[document.documentData().assets()].map(a => { a.setColors_([MSColor.new(), "
+       "MSColor.new()]);"
+       " a.setGradients_([MSGradient.new(), MSGradient.new()]); return a })[0]"_s},
+      {u"MSColorAsset"_s, u"MSColorAsset.alloc().initWithAsset_name_(MSColor.new(), 'c')"_s},
+      {u"MSGradientAsset"_s,
+       u"MSGradientAsset.alloc().initWithAsset_name_(MSGradient.new(), 'g')"_s},
+      {u"MSRulerData"_s,
+       u"[artboard.horizontalRulerData()].map(r => { r.addGuideWithValue_(1);"
+       " r.addGuideWithValue_(2); return r })[0]"_s},
+      {u"MSTextStyle"_s, u"MSTextLayer.new().style().textStyle()"_s},
+      {u"MSCurvePoint"_s, u"MSCurvePoint.pointWithPoint_(NSMakePoint(0, 0))"_s},
+      {u"MSOverrideValue"_s,
+       u"[put(put(MSSymbolMaster.new()).newSymbolInstance())].map(i => {"
+       " i.setOverrides_({a: 'b'}); return i.overrideValues()[0] })[0]"_s},
+      {u"MSImmutableLayerAncestry"_s, u"MSImmutableLayerAncestry.ancestryWithMSLayer_(layer)"_s},
+      {u"NSFontManager"_s, u"NSFontManager.sharedFontManager()"_s}};
   const QString made = info.name() + u".new()"_s;
   return kMakers.value(info.name(), isLayer(&info) ? u"put(%1)"_s.arg(made) : made);
 }
@@ -173,6 +192,33 @@ QString ownArguments(const QString& selector) {
        u"NSMakeRect(0, 0, 9, 9), MSImageData.alloc().initWithImage_(image)"_s},
       {u"exportRequestsFromExportableLayer:inRect:useIDForName:"_s,
        u"layer, NSMakeRect(-999, -999, 9999, 9999), true"_s},
+      {u"setAttributedStringValue:"_s, u"'text'"_s},
+      {u"setAttributedString:"_s, u"'text'"_s},
+      {u"setFont:"_s, u"NSFont.systemFontOfSize_(12)"_s},
+      {u"addAttribute:value:"_s, u"'NSKern', 1"_s},
+      {u"addAttribute:value:forRange:"_s, u"'NSKern', 1, NSMakeRange(0, 1)"_s},
+      {u"addAttributes:forRange:"_s, u"{NSKern: 1}, NSMakeRange(0, 1)"_s},
+      {u"changeTextColorTo:"_s, u"MSColor.new()"_s},
+      {u"addColor:"_s, u"MSColor.new()"_s},
+      {u"removeColor:"_s, u"MSColor.new()"_s},
+      {u"initWithAsset:name:"_s, u"MSColor.new(), 'c'"_s},
+      {u"addColorAsset:"_s, u"MSColorAsset.alloc().initWithAsset_name_(MSColor.new(), 'c')"_s},
+      {u"addGradient:"_s, u"MSGradient.new()"_s},
+      {u"addGradientAsset:"_s,
+       u"MSGradientAsset.alloc().initWithAsset_name_(MSGradient.new(), 'g')"_s},
+      {u"removeSharedStyle:"_s, u"document.documentData().layerStyles().objects()[0]"_s},
+      {u"removeSharedObject:"_s, u"document.documentData().layerStyles().objects()[0]"_s},
+      {u"indexOfSharedStyle:"_s, u"document.documentData().layerStyles().objects()[0]"_s},
+      {u"updateValueOfSharedObject:byCopyingInstance:"_s,
+       u"document.documentData().layerStyles().objects()[0], MSStyle.new()"_s},
+      {u"initWithName:style:"_s, u"'s', MSStyle.new()"_s},
+      {u"removeStylePart:"_s, u"layer.style().addStylePartOfType_(0)"_s},
+      {u"exportRequestFromLayerAncestry:exportFormat:"_s,
+       u"MSImmutableLayerAncestry.ancestryWithMSLayer_(layer), MSExportFormat.new()"_s},
+      {u"exportRequestFromExportFormat:layer:inRect:useIDForName:"_s,
+       u"MSExportFormat.new(), layer, NSMakeRect(-999, -999, 9999, 9999), true"_s},
+      {u"addPage:"_s, u"MSPage.new()"_s},
+      {u"setHTTPMethod:"_s, u"'POST'"_s},
       {u"curveToPoint:controlPoint1:controlPoint2:"_s,
        u"NSMakePoint(1, 2), NSMakePoint(1, 2), NSMakePoint(1, 2)"_s}};
   return kArguments.value(selector);
@@ -189,6 +235,7 @@ bool isRefusal(const QString& line) {
       "sampling is \"best\" or \"bilinear\"|openURL: takes an NSURL, not nil|"
       "the combo box has no item 1|an image is read from the URL of a file alone|"
       "setValue:forOverridePoint: takes an MSOverridePoint or its name|"
+      "initWithAsset:name: takes MSGradient, not nil|"
       "the rectangle is not the frame of a layer|there is no element 1 among the 1 of the \\w+|"
       // Pages, and layers that are somewhere else.
       "it is not a page of this document|\"Page\" is in no other layer|\"\\w+\" is in no group "

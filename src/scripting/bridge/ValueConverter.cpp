@@ -13,6 +13,7 @@
 #include "runtime/ClassInfo.h"
 #include "runtime/DelegateInfo.h"
 #include "scripting/Boxed.h"
+#include "sketch/classes/AttributedText.h"
 #include "util/MD5String.h"
 #include "util/MF_Base64Codec.h"
 #include "util/shuffle.h"
@@ -177,6 +178,11 @@ JSObjectRef ValueConverter::newDictionary() const {
 JSValueRef ValueConverter::objectToScript(const QVariant& value) const {
   if (const auto object = value.value<ObjectRef>()) return wrappers_.wrapper(object);
   if (const JSObjectRef wrapper = wrappers_.wrapperOfValue(value)) return wrapper;
+  if (value.metaType() == QMetaType::fromType<AttributedText>()) {
+    const auto text = value.value<AttributedText>();
+    return context_.callPrelude("attributedText",
+                                {context_.string(text.string), listToScript(text.runs)});
+  }
   throw NativeError(u"a value of type %1 cannot be passed to a script"_s.arg(
       QString::fromLatin1(value.metaType().name())));
 }

@@ -1,5 +1,6 @@
 #include "scripting/host/HostClasses.h"
 
+#include "core/NSFontManager.h"
 #include "mockup/MSContentDrawView.h"
 #include "mockup/MSDocument.h"
 #include "runtime/ClassInfo.h"
@@ -12,7 +13,8 @@ namespace kelvar {
 QList<const ClassInfo*> hostClasses() {
   return QList<const ClassInfo*>{&documentClass(), &MSContentDrawView::staticClassInfo(),
                                  &NSUserDefaults::staticClassInfo(),
-                                 &NSWorkspace::staticClassInfo()} +
+                                 &NSWorkspace::staticClassInfo(),
+                                 &NSFontManager::staticClassInfo()} +
          sketchClasses();
 }
 

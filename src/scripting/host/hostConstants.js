@@ -16,11 +16,18 @@
     NSPasteboardTypePNG: 'public.png', NSPasteboardTypeHTML: 'public.html',
     NSPasteboardTypeURL: 'public.url',
     NSTaskTerminationReasonExit: 1, NSTaskTerminationReasonUncaughtSignal: 2,
+    NSItalicFontMask: 1, NSBoldFontMask: 2,
     NSFontAttributeName: 'NSFont', NSForegroundColorAttributeName: 'NSColor',
     NSBackgroundColorAttributeName: 'NSBackgroundColor', NSKernAttributeName: 'NSKern',
     NSParagraphStyleAttributeName: 'NSParagraphStyle', NSLinkAttributeName: 'NSLink',
     NSUnderlineStyleAttributeName: 'NSUnderline', NSBaselineOffsetAttributeName: 'NSBaselineOffset',
     NSStrikethroughStyleAttributeName: 'NSStrikethrough',
+    NSTextAlignmentJustified: 3, NSTextAlignmentNatural: 4,
+    NSLineBreakByWordWrapping: 0, NSLineBreakByCharWrapping: 1, NSLineBreakByClipping: 2,
+    NSLineBreakByTruncatingHead: 3, NSLineBreakByTruncatingTail: 4,
+    NSLineBreakByTruncatingMiddle: 5,
+    NSCalibratedRGBColorSpace: 'NSCalibratedRGBColorSpace',
+    NSDeviceRGBColorSpace: 'NSDeviceRGBColorSpace',
     NSRunLoopCommonModes: 'kCFRunLoopCommonModes', NSDefaultRunLoopMode: 'kCFRunLoopDefaultMode',
   });
 

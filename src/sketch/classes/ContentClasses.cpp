@@ -1,8 +1,10 @@
 #include "runtime/raise.h"
 #include "sketch/classes/LayerClasses.h"
 #include "sketch/classes/MSColor.h"
+#include "sketch/classes/MSCurvePoint.h"
 #include "sketch/classes/MSImageData.h"
 #include "sketch/classes/StyleClasses.h"
+#include "sketch/classes/TextAttributes.h"
 #include "sketch/classes/TextContent.h"
 #include "sketch/classes/newLayerJson.h"
 #include "sketch/classes/shapeWithPath.h"
@@ -173,13 +175,6 @@ void setCornerRadii(Self& self, const QString& components) {
   }
 }
 
-/// A shape's outline in its parent's coordinates.
-BezierPath pathInParent(const Self& self) { return self.path().mapped(self.transform()); }
-BezierPath pathInFrame(const Self& self) {
-  const QPointF origin = self.frameRect().topLeft();
-  return self.path().mapped(QTransform::fromTranslate(origin.x(), origin.y()));
-}
-
 QVariantList formats(const ModelPart& self) {
   return partsIn(self, "exportFormats", exportFormatClass());
 }
@@ -232,6 +227,44 @@ ClassInfoBuilder<Self> withFont(ClassInfoBuilder<Self> builder) {
 
 }  // namespace
 
+namespace {
+
+void append(const BezierPath& path, BezierPath* whole) {
+  for (const BezierPath::Element& each : path.elements()) {
+    switch (each.kind) {
+      case BezierPath::Kind::Move:
+        whole->moveTo(each.end());
+        break;
+      case BezierPath::Kind::Line:
+        whole->lineTo(each.end());
+        break;
+      case BezierPath::Kind::Curve:
+        whole->curveTo(each.end(), each.points[0], each.points[1]);
+        break;
+      case BezierPath::Kind::Close:
+        whole->close();
+        break;
+    }
+  }
+}
+
+}  // namespace
+
+BezierPath outlineOf(const SketchLayer& layer) {
+  if (layer.node().properties().kind != LayerKind::ShapeGroup) return layer.path();
+  BezierPath outline;
+  for (const SketchLayerRef& each : layer.children()) append(each->bezierPath(), &outline);
+  return outline;
+}
+
+BezierPath pathInParent(const SketchLayer& layer) {
+  return outlineOf(layer).mapped(layer.transform());
+}
+BezierPath pathInFrame(const SketchLayer& layer) {
+  const QPointF origin = layer.frameRect().topLeft();
+  return outlineOf(layer).mapped(QTransform::fromTranslate(origin.x(), origin.y()));
+}
+
 const ClassInfo& shapeLayerClass() {
   static const ClassInfo kClass =
       ClassInfoBuilder<Self>("MSShapePathLayer", styledLayerClass())
@@ -256,6 +289,7 @@ const ClassInfo& shapeLayerClass() {
                     M::setWhole<"booleanOperation">,
                     "How it is combined with the shape below: none (-1), union (0), subtract (1), "
                     "intersect (2) or difference (3).")
+          .property("points", curvePointsOf, setCurvePoints, "The points of the outline.")
           .property(
               "numberOfPoints",
               [](const Self& self) { return int(getArray(self.node().json(), "points").size()); },
@@ -316,10 +350,11 @@ const ClassInfo& starClass() {
 
 const ClassInfo& textLayerClass() {
   static const ClassInfo kClass =
-      withFont(ClassInfoBuilder<Self>("MSTextLayer", styledLayerClass())
-                   .initializer("init", newText, "Creates a text, \"Text\".")
-                   .initializer("initWithFrame:", newTextWithFrame,
-                                "Creates a text, \"Text\", whose frame begins there."))
+      withAttributes(
+          withFont(ClassInfoBuilder<Self>("MSTextLayer", styledLayerClass())
+                       .initializer("init", newText, "Creates a text, \"Text\".")
+                       .initializer("initWithFrame:", newTextWithFrame,
+                                    "Creates a text, \"Text\", whose frame begins there.")))
           .operation(
               "adjustFrameToFit", [](Self& self) { TextContent(self).fitFrame(); },
               "Fits the frame to the text as textBehaviour says, which also happens when the "
@@ -404,6 +439,8 @@ const ClassInfo& exportFormatClass() {
                     "Pixels per unit.")
           .property("name", P::text<"name">, P::setText<"name">,
                     "What is added to the name of the file.")
+          .property("suffix", P::text<"name">, P::setText<"name">,
+                    "What is added to the name of the file, like name.")
           .property("namingScheme", P::whole<"namingScheme">, P::setWhole<"namingScheme">,
                     "Where it is added: at the end (0) or at the beginning (1).");
   return kClass;

@@ -1,4 +1,5 @@
 #include "runtime/raise.h"
+#include "sketch/classes/CanvasAids.h"
 #include "sketch/classes/GroupEditing.h"
 #include "sketch/classes/LayerClasses.h"
 #include "sketch/classes/MSColor.h"
@@ -208,9 +209,10 @@ const ClassInfo& groupClass() {
 
 const ClassInfo& pageClass() {
   static const ClassInfo kClass =
-      withSelection(ClassInfoBuilder<Self>("MSPage", groupClass())
-                        .initializer("init", newLayer<"page">,
-                                     "Creates an empty page, which is in no document yet."))
+      withCanvasAids(
+          withSelection(ClassInfoBuilder<Self>("MSPage", groupClass())
+                            .initializer("init", newLayer<"page">,
+                                         "Creates an empty page, which is in no document yet.")))
           .property(
               "symbols",
               [](const Self& self) {
@@ -239,10 +241,12 @@ const ClassInfo& pageClass() {
 
 const ClassInfo& artboardClass() {
   static const ClassInfo kClass =
-      ClassInfoBuilder<Self>("MSArtboardGroup", groupClass())
-          .initializer("init", newLayer<"artboard">, "Creates an empty artboard.")
-          .initializer("initWithFrame:", newLayerWithFrame<"artboard">,
-                       "Creates an empty artboard with this frame.")
+      withCanvasAids(ClassInfoBuilder<Self>("MSArtboardGroup", groupClass())
+                         .initializer("init", newLayer<"artboard">, "Creates an empty artboard.")
+                         .initializer("initWithFrame:", newLayerWithFrame<"artboard">,
+                                      "Creates an empty artboard with this frame."))
+          .property("isFlowHome", M::flag<"isFlowHome">, M::setFlag<"isFlowHome">,
+                    "Whether a prototype begins here.")
           .property("hasBackgroundColor", M::flag<"hasBackgroundColor">,
                     M::setFlag<"hasBackgroundColor">, "Whether the background is drawn.")
           .property("backgroundColor", backgroundColor, setBackgroundColor, "The background.")
@@ -267,6 +271,21 @@ const ClassInfo& shapeGroupClass() {
           .classOperation("shapeWithBezierPath:", shapeWithPath,
                           "Creates a shape group of a path, or of a shape that is taken out of "
                           "where it is.")
+          .classOperation(
+              "shapeWithRect:",
+              [](const QRectF& rect) {
+                return shapeWithPath(toVariant(newLayerOfKind("rectangle", rect)));
+              },
+              "Creates a shape group of a rectangle.")
+          .operation("bezierPathWithTransforms", pathInParent,
+                     "Returns the outline in the coordinates of its parent, rotated and mirrored "
+                     "like the layer.")
+          .operation("pathInFrameWithTransforms", pathInParent,
+                     "Returns the outline in the coordinates of its parent, rotated and mirrored "
+                     "like the layer.")
+          .operation("pathInFrame", pathInFrame,
+                     "Returns the outline in the coordinates of its parent, neither rotated nor "
+                     "mirrored.")
           .property("booleanOperation", M::whole<"booleanOperation", -1>,
                     M::setWhole<"booleanOperation">,
                     "How it is combined with the shape below: none (-1), union (0), subtract (1), "

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "runtime/raise.h"
+#include "sketch/classes/CanvasAids.h"
 #include "sketch/classes/LayerRects.h"
 #include "sketch/classes/MSLayerArray.h"
 #include "sketch/classes/SharedStyles.h"
@@ -50,6 +51,15 @@ void select(Self& self, bool isSelected, bool byExtending) {
   if (!document) raise(QStringLiteral("\"%1\" is in no document").arg(self.name()));
   if (!byExtending) document->deselectAll();
   document->select(refTo(self), isSelected);
+}
+
+SketchLayerRef sliceAround(const SketchLayerRef& layer) {
+  const SketchLayerRef around = orRaiseMissing(layer, "sliceLayerFromLayer:")->parent();
+  if (!around) raise(QStringLiteral("\"%1\" is in no other layer").arg(layer->name()));
+  const SketchLayerRef slice = newLayerOfKind("slice", layer->frameRect());
+  slice->setName(layer->name());
+  insertOrRaise(*around, slice, around->children().indexOf(layer) + 1);
+  return slice;
 }
 
 void setIsSelected(Self& self, bool isSelected) { select(self, isSelected, true); }
@@ -172,6 +182,9 @@ ClassInfoBuilder<Self> withGeometry(ClassInfoBuilder<Self> builder) {
             rect.assign({at, rect.CGRect().size()});
           },
           "The top left corner on the page.")
+      .operation(
+          "frameForTransforms", [](const Self& self) { return self.frameRect(); },
+          "Returns the layer's frame in its parent, before it is rotated and mirrored.")
       .property("absoluteInfluenceRect", coveredOnPage,
                 "What the layer covers on its page, with borders, shadows and blurs.")
       .property("rotation", &Self::rotation, M::setNumber<"rotation">,
@@ -195,7 +208,8 @@ ClassInfoBuilder<Self> withGeometry(ClassInfoBuilder<Self> builder) {
 }
 
 ClassInfo describedLayer() {
-  return withGeometry(withTree(ClassInfoBuilder<Self>("MSLayer", Self::staticClassInfo())))
+  return withFlow(
+             withGeometry(withTree(ClassInfoBuilder<Self>("MSLayer", Self::staticClassInfo()))))
       .property("isLocked", M::flag<"isLocked">, M::setFlag<"isLocked">,
                 "Whether the host protects the layer from changes by hand.")
       .property("nameIsFixed", M::flag<"nameIsFixed">, M::setFlag<"nameIsFixed">,
@@ -211,6 +225,10 @@ ClassInfo describedLayer() {
                 "Whether the host's list shows what is in the layer: undecided (0), no (1) or yes "
                 "(2).")
       .property("userInfo", userInfo, setUserInfo, "What plug-ins have stored on the layer.")
+      .operation(
+          "treeAsDictionary",
+          [](const Self& self) { return variantFromSketchJson(self.node().json()).toMap(); },
+          "Returns a copy of what the document has of the layer, without the layers in it.")
       .operation("exportOptions", exportOptions, "Returns how the layer is exported.")
       .operation(
           "isLayerExportable",
@@ -247,13 +265,19 @@ const ClassInfo& sliceClass() {
       ClassInfoBuilder<Self>("MSSliceLayer", layerClass())
           .initializer("init", newLayer<"slice">, "Creates a slice.")
           .initializer("initWithFrame:", newLayerWithFrame<"slice">, "Creates a slice.")
+          .classOperation("sliceLayerFromLayer:", sliceAround,
+                          "Puts a slice of the same frame above a layer and returns it.")
           .property("hasBackgroundColor", M::flag<"hasBackgroundColor">,
                     M::setFlag<"hasBackgroundColor">, "Whether the slice has a background.");
   return kClass;
 }
 
 const ClassInfo& hotspotClass() {
-  static const ClassInfo kClass = ClassInfoBuilder<Self>("MSHotspotLayer", layerClass());
+  static const ClassInfo kClass =
+      ClassInfoBuilder<Self>("MSHotspotLayer", layerClass())
+          .initializer("init", newLayer<"MSImmutableHotspotLayer">, "Creates a hotspot.")
+          .initializer("initWithFrame:", newLayerWithFrame<"MSImmutableHotspotLayer">,
+                       "Creates a hotspot.");
   return kClass;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/image/BezierPath.h"
 #include "sketch/classes/ModelPart.h"
 #include "sketch/document/SketchLayer.h"
 
@@ -46,6 +47,12 @@ SketchLayerRef newLayerWithFrame(const QRectF& frame) {
 
 /// The layer as a reference that can be passed on.
 SketchLayerRef refTo(const SketchLayer& layer);
+/// The outline of a shape, or of all shapes of a shape group, in its own coordinates.
+BezierPath outlineOf(const SketchLayer& layer);
+/// The same in its parent's coordinates; the second as if it were neither rotated nor
+/// mirrored.
+BezierPath pathInParent(const SketchLayer& layer);
+BezierPath pathInFrame(const SketchLayer& layer);
 /// What the layer covers on its page, with borders and shadows.
 QRectF coveredOnPage(const SketchLayer& layer);
 /// Raises for nil; `what` is the operation.

@@ -147,6 +147,12 @@ ClassInfoBuilder<MSColor> described(const char* name) {
       .classOperation(
           "blackColor", [] { return withComponents<kind>(0, 0, 0, 1); }, "Returns black.")
       .operation("hexValue", &MSColor::hexValue, "Returns the digits, such as \"FF8800\".")
+      .operation(
+          "stringValueWithAlpha:",
+          [](const MSColor& self, bool withAlpha) {
+            return withAlpha ? self.svgRepresentation() : u'#' + self.hexValue();
+          },
+          "Returns \"#FF8800\", or with alpha \"rgba(255,136,0,0.50)\" if it is not opaque.")
       .operation("svgRepresentation", &MSColor::svgRepresentation,
                  "Returns the color as SVG writes it: \"#FF8800\", or \"rgba(255,136,0,0.50)\" if "
                  "it is not opaque.")

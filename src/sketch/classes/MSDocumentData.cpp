@@ -1,5 +1,6 @@
 #include "sketch/classes/MSDocumentData.h"
 
+#include "sketch/classes/MSAssetCollection.h"
 #include "sketch/classes/MSForeignSymbol.h"
 #include "sketch/classes/MSSymbolCreator.h"
 #include "sketch/classes/SharedStyles.h"
@@ -17,6 +18,10 @@ std::shared_ptr<SharedStyles> sharedStyles(const Data& self) {
   return std::make_shared<SharedStyles>(self.documentRef(), kind);
 }
 template <const char* const& kind>
+ModelPartRef styleWithID(const Data& self, const QString& objectID) {
+  return sharedStyles<kind>(self)->withID(objectID);
+}
+template <const char* const& kind>
 QVariantList allSharedStyles(const Data& self) {
   return sharedStyles<kind>(self)->withForeign();
 }
@@ -27,6 +32,10 @@ ClassInfoBuilder<Data> withStyles(ClassInfoBuilder<Data> builder) {
                  "Returns the shared styles of layers.")
       .operation("layerTextStyles", sharedStyles<SharedStyles::kOfTexts>,
                  "Returns the shared styles of texts.")
+      .operation("layerStyleWithID:", styleWithID<SharedStyles::kOfLayers>,
+                 "Returns the shared style of layers with this identifier, or nil.")
+      .operation("textStyleWithID:", styleWithID<SharedStyles::kOfTexts>,
+                 "Returns the shared style of texts with this identifier, or nil.")
       .operation(
           "allLayerStyles", allSharedStyles<SharedStyles::kOfLayers>,
           "Returns the shared styles of layers as an ordinary list, also those of libraries.")
@@ -72,7 +81,26 @@ const ClassInfo& MSDocumentData::staticClassInfo() {
           .property(
               "pages",
               [](const Data& self) { return MSLayerArray::toList(self.document().pages()); },
-              "The pages in order.");
+              "The pages in order.")
+          .operation(
+              "addPage:",
+              [](Data& self, const SketchLayerRef& page) {
+                if (!page || !page->isPage()) raise(QStringLiteral("addPage: takes an MSPage"));
+                return self.document().addPage(page);
+              },
+              "Puts a new page after the others and returns it.")
+          .operation(
+              "removePage:",
+              [](Data& self, const SketchLayerRef& page) {
+                orRaise(self.document().removePage(page));
+              },
+              "Removes a page, which must not be the only one.")
+          .operation(
+              "assets",
+              [](const Data& self) {
+                return std::make_shared<MSAssetCollection>(self.documentRef());
+              },
+              "Returns the colors and gradients that the document offers.");
   return kClass;
 }
 

@@ -9,7 +9,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const ClassInfo::Registration kRegistered(&MSExportRequest::staticClassInfo);
+const ClassInfo::Registration kRegistered[] = {
+    ClassInfo::Registration(&MSExportRequest::staticClassInfo),
+    ClassInfo::Registration(&MSLayerAncestry::staticClassInfo)};
 
 QVariantList forLayerInRect(const SketchLayerRef& layer, const QRectF& rect, bool isNamedByID) {
   const QVariantList requests = MSExportRequest::forLayer(layer);
@@ -25,7 +27,37 @@ QVariantList forLayerInRect(const SketchLayerRef& layer, const QRectF& rect, boo
   return requests;
 }
 
+using Request = MSExportRequest;
+
+std::shared_ptr<Request> withFormat(const SketchLayerRef& layer, const ModelPartRef& format) {
+  const SketchJson& json = partOfClass(format, exportFormatClass(), "exportFormat:").json();
+  return std::make_shared<Request>(orRaiseMissing(layer, "exportFormat:"),
+                                   getNumber(json, "scale", 1), getString(json, "fileFormat"),
+                                   layer->name() + getString(json, "name"));
+}
+
 }  // namespace
+
+const ClassInfo& MSLayerAncestry::staticClassInfo() {
+  using Ancestry = MSLayerAncestry;
+  static const ClassInfo kClass =
+      ClassInfoBuilder<Ancestry>("MSImmutableLayerAncestry")
+          .initializer(
+              "initWithLayer:",
+              [](const SketchLayerRef& layer) {
+                return std::make_shared<Ancestry>(orRaiseMissing(layer, "initWithLayer:"));
+              },
+              "Creates the place of a layer, for MSExportRequest.")
+          .classOperation(
+              "ancestryWithMSLayer:",
+              [](const SketchLayerRef& layer) {
+                return std::make_shared<Ancestry>(orRaiseMissing(layer, "ancestryWithMSLayer:"));
+              },
+              "Returns the place of a layer, for MSExportRequest.")
+          .operation(
+              "layer", [](const Ancestry& self) { return self.layer; }, "Returns the layer.");
+  return kClass;
+}
 
 QVariantList MSExportRequest::forLayer(const SketchLayerRef& layer) {
   if (!layer) raise(u"a layer to be exported is missing"_s);
@@ -46,7 +78,6 @@ QVariantList MSExportRequest::forLayer(const SketchLayerRef& layer) {
 }
 
 const ClassInfo& MSExportRequest::staticClassInfo() {
-  using Request = MSExportRequest;
   static const ClassInfo kClass =
       ClassInfoBuilder<Request>("MSExportRequest")
           .classOperation("exportRequestsFromExportableLayer:", forLayer,
@@ -55,6 +86,23 @@ const ClassInfo& MSExportRequest::staticClassInfo() {
           .classOperation("exportRequestsFromExportableLayer:inRect:useIDForName:", forLayerInRect,
                           "Returns the same; the rectangle must contain all that the layer covers, "
                           "as a part of a layer cannot be exported.")
+          .classOperation(
+              "exportRequestFromLayerAncestry:exportFormat:",
+              [](const std::shared_ptr<MSLayerAncestry>& ancestry, const ModelPartRef& format) {
+                return withFormat(ancestry ? ancestry->layer : nullptr, format);
+              },
+              "Returns a request for a layer in one format.")
+          .classOperation(
+              "exportRequestFromExportFormat:layer:inRect:useIDForName:",
+              [](const ModelPartRef& format, const SketchLayerRef& layer, const QRectF& rect,
+                 bool isNamedByID) {
+                const auto request = withFormat(layer, format);
+                forLayerInRect(layer, rect, isNamedByID);
+                if (isNamedByID) request->name = layer->objectID();
+                return request;
+              },
+              "Returns a request for a layer in one format; the rectangle must contain all that "
+              "the layer covers.")
           .property(
               "scale", [](const Request& self) { return self.scale; },
               [](Request& self, double scale) {

@@ -23,4 +23,14 @@ class KELVAR_EXPORT MSExportRequest : public Object {
   QString name;
 };
 
+/// A layer in its place, as newer scripts name what is to be exported.
+class MSLayerAncestry : public Object {
+ public:
+  static const ClassInfo& staticClassInfo();
+  const ClassInfo& classInfo() const override { return staticClassInfo(); }
+
+  explicit MSLayerAncestry(SketchLayerRef layer) : layer(std::move(layer)) {}
+  const SketchLayerRef layer;
+};
+
 }  // namespace kelvar

@@ -201,6 +201,8 @@ const ClassInfo& gradientClass() {
       ClassInfoBuilder<Self>("MSGradient", Self::staticClassInfo())
           .initializer("init", make<gradientClass, newGradient>,
                        "Creates a gradient from white to black, from top to bottom.")
+          .initializer("initBlankGradient", make<gradientClass, newGradient>,
+                       "Creates a gradient from white to black, from top to bottom.")
           .property("gradientType", M::whole<"gradientType">, M::setWhole<"gradientType">,
                     "Its kind: linear (0), radial (1) or angular (2).")
           .property("from", from, setPoint<"from">,

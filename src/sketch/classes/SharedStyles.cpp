@@ -77,7 +77,24 @@ const ClassInfo& SharedStyles::staticClassInfo() {
           .operation("addSharedStyleWithName:firstInstance:", &Self::addNew,
                      "Adds a shared style with a copy of a style and returns it. The layer that "
                      "has the style refers to it.")
-          .operation("addSharedObject:", &Self::add, "Adds a shared style.");
+          .operation("addSharedObject:", &Self::add, "Adds a shared style.")
+          .operation("removeSharedStyle:", &Self::remove,
+                     "Removes a shared style. Layers keep how they look.")
+          .operation("removeSharedObject:", &Self::remove,
+                     "Removes a shared style. Layers keep how they look.")
+          .operation("removeSharedStyleAtIndex:", &Self::removeAt,
+                     "Removes a shared style by its index. Layers keep how they look.")
+          .operation("sharedStyleAtIndex:", &Self::at, "Returns a shared style by its index.")
+          .operation("indexOfSharedStyle:", &Self::indexOf,
+                     "Returns the index of a shared style; -1 for none of these.")
+          .operation(
+              "updateValueOfSharedObject:byCopyingInstance:",
+              [](Self&, const ModelPartRef& shared, const ModelPartRef& style) {
+                update(partOfClass(shared, sharedStyleClass(), "updateValueOfSharedObject:"),
+                       style);
+              },
+              "Gives a shared style a copy of a style. Layers keep theirs until "
+              "resetReferencingInstances.");
   return kClass;
 }
 
@@ -85,6 +102,9 @@ const ClassInfo& sharedStyleClass() {
   static const ClassInfo kClass =
       ClassInfoBuilder<ModelPart>("MSSharedStyle", ModelPart::staticClassInfo())
           .initializer("initWithName:firstInstance:", Self::make,
+                       "Creates a shared style with a copy of a style. The layer that has the "
+                       "style refers to it.")
+          .initializer("initWithName:style:", Self::make,
                        "Creates a shared style with a copy of a style. The layer that has the "
                        "style refers to it.")
           .property("name", M::text<"name">, M::setText<"name">, "The name.")
@@ -163,6 +183,36 @@ void SharedStyles::add(const ModelPartRef& shared) {
   SketchJson& objects = json["objects"];
   if (!objects.is_array()) objects = SketchJson::array();
   shared->moveInto(container, ModelPart::Place("/objects") / objects.size());
+}
+
+int SharedStyles::indexOf(const ModelPartRef& shared) const {
+  const QString objectID = getString(
+      partOfClass(shared, sharedStyleClass(), "indexOfSharedStyle:").json(), "do_objectID");
+  const SketchJson& objects = getArray(get(document_->files().document(), kind_), "objects");
+  for (size_t i = 0; i < objects.size(); ++i) {
+    if (getString(objects[i], "do_objectID") == objectID) return int(i);
+  }
+  return -1;
+}
+
+ModelPartRef SharedStyles::at(int index) const {
+  const QVariantList all = objects();
+  if (index < 0 || index >= all.size()) {
+    raise(QStringLiteral("there is no shared style %1, only %2 in all").arg(index).arg(all.size()));
+  }
+  return std::static_pointer_cast<ModelPart>(all[index].value<ObjectRef>());
+}
+
+void SharedStyles::removeAt(int index) {
+  const ModelPartRef shared = at(index);
+  for (const SketchLayerRef& layer : layersOf(*shared)) setID(*layer, {});
+  document_->edit().changeDocument()[kind_]["objects"].erase(size_t(index));
+}
+
+void SharedStyles::remove(const ModelPartRef& shared) {
+  const int index = indexOf(shared);
+  if (index < 0) raise(QStringLiteral("the shared style is none of these"));
+  removeAt(index);
 }
 
 ModelPartRef SharedStyles::addNew(const QString& name, const ModelPartRef& firstInstance) {

@@ -26,6 +26,13 @@ class SharedStyles : public Object {
   ModelPartRef withID(const QString& objectID) const;
   /// Puts a shared style that is in no document after the others. Raises for one that is in one.
   void add(const ModelPartRef& shared);
+  /// By the identifier; -1 for none of these.
+  int indexOf(const ModelPartRef& shared) const;
+  /// Raises if there is no such shared style.
+  ModelPartRef at(int index) const;
+  /// Layers keep how they look. Raises if there is no such shared style. Those after it move up.
+  void removeAt(int index);
+  void remove(const ModelPartRef& shared);
   ModelPartRef addNew(const QString& name, const ModelPartRef& firstInstance);
   /// A shared style that is in no document, with a copy of the style. The layer that has the style
   /// refers to it from now on.

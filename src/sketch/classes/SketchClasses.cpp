@@ -1,8 +1,11 @@
 #include "sketch/classes/SketchClasses.h"
 
+#include "sketch/classes/CanvasAids.h"
 #include "sketch/classes/LayerClasses.h"
 #include "sketch/classes/LayerRects.h"
+#include "sketch/classes/MSAssetCollection.h"
 #include "sketch/classes/MSAvailableOverride.h"
+#include "sketch/classes/MSCurvePoint.h"
 #include "sketch/classes/MSDocumentData.h"
 #include "sketch/classes/MSExportRequest.h"
 #include "sketch/classes/MSForeignSymbol.h"
@@ -13,12 +16,14 @@
 #include "sketch/classes/SharedStyles.h"
 #include "sketch/classes/StyleClasses.h"
 #include "sketch/classes/SymbolOverrides.h"
+#include "sketch/classes/TextAttributes.h"
 
 namespace kelvar {
 
 QList<const ClassInfo*> sketchClasses() {
   return {&MSDocumentData::staticClassInfo(),
           &MSExportRequest::staticClassInfo(),
+          &MSLayerAncestry::staticClassInfo(),
           &layerClass(),
           &styledLayerClass(),
           &groupClass(),
@@ -61,7 +66,17 @@ QList<const ClassInfo*> sketchClasses() {
           &MSAvailableOverride::staticClassInfo(),
           &MSPath::staticClassInfo(),
           &MSSymbolCreator::staticClassInfo(),
-          &foreignSymbolClass()};
+          &foreignSymbolClass(),
+          &overrideValueClass(),
+          &textStyleClass(),
+          &MSAssetCollection::staticClassInfo(),
+          &colorAssetClass(),
+          &gradientAssetClass(),
+          &curvePointClass(),
+          &flowClass(),
+          &rulerClass(),
+          &gridClass(),
+          &layoutClass()};
 }
 
 }  // namespace kelvar

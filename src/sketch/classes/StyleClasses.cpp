@@ -2,6 +2,7 @@
 
 #include "runtime/raise.h"
 #include "sketch/classes/SharedStyles.h"
+#include "sketch/classes/TextAttributes.h"
 #include "sketch/classes/TextContent.h"
 
 namespace kelvar {
@@ -92,6 +93,22 @@ ModelPartRef blur(const Self& self) {
   return ModelPart::within(blurClass(), self, ModelPart::Place(isList ? "/blurs/0" : "/blur"));
 }
 
+/// Of any of the lists.
+void removeThisPart(Self& self, const ModelPartRef& part) {
+  for (const char* list : {"fills", "borders", "shadows", "innerShadows"}) {
+    const SketchJson& parts = getArray(self.json(), list);
+    for (size_t i = 0; i < parts.size(); ++i) {
+      if (part && &parts[i] == &part->json()) return removePart(self, list, int(i));
+    }
+  }
+  raise(QStringLiteral("removeStylePart: takes a part of this style"));
+}
+
+ModelPartRef textStyle(const Self& self) {
+  return get(self.json(), "textStyle").is_object() ? partOf<"textStyle", textStyleClass>(self)
+                                                   : nullptr;
+}
+
 ModelPartRef copyOf(const Self& self) {
   SketchJson json = self.json();
   json.erase("do_objectID");
@@ -161,6 +178,8 @@ ClassInfo describedStyle() {
                            "Creates a style without fills, borders and shadows."))
       .operation("addStylePartOfType:", addNew,
                  "Adds a fill (0), border (1), shadow (2) or inner shadow (3) and returns it.")
+      .operation("removeStylePart:", removeThisPart,
+                 "Removes a fill, border, shadow or inner shadow of this style.")
       .property("borderOptions", partOf<"borderOptions", borderOptionsClass>,
                 "What all borders have in common.")
       .property("contextSettings", partOf<"contextSettings", graphicsContextSettingsClass>,
@@ -176,6 +195,7 @@ ClassInfo describedStyle() {
                 "What an open line ends with; 0 for nothing.")
       .property("sharedObjectID", SharedStyles::idOfStyle, SharedStyles::setIDOfStyle,
                 "The identifier of the shared style that it is a copy of; nil for none.")
+      .property("textStyle", textStyle, "How texts look; nil in a style that says nothing of them.")
       .operation("copy", copyOf, "Returns a copy that is in no layer.");
 }
 

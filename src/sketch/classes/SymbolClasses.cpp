@@ -161,6 +161,14 @@ const ClassInfo& symbolMasterClass() {
           .operation("newSymbolInstance", newInstanceOf,
                      "Returns a new instance, which is in no document yet.")
           .operation("allInstances", allInstances, "Returns the instances in the document.")
+          .operation(
+              "hasInstances", [](const Self& self) { return !allInstances(self).isEmpty(); },
+              "Returns whether there are instances in the document.")
+          .operation(
+              "isForeign", [](const Self& self) { return !self.page(); },
+              "Returns whether the symbol is on no page, as those of libraries are.")
+          .operation("overridePoints", SymbolOverrides::pointsOfSymbol,
+                     "Returns what can differ in instances.")
           .property("includeBackgroundColorInInstance", M::flag<"includeBackgroundColorInInstance">,
                     M::setFlag<"includeBackgroundColorInInstance">,
                     "Whether instances show the background.");
@@ -176,11 +184,11 @@ const ClassInfo& symbolInstanceClass() {
           .property("scale", M::number<"scale", std::ratio<1>>, M::setNumber<"scale">,
                     "How much larger than the symbol it is drawn.")
           .operation("changeInstanceToSymbol:", changeSymbol, "Makes it show another symbol.")
-          .operation("overrides", SymbolOverrides::read,
-                     "Returns what differs from the symbol, by the identifiers of its layers; for "
-                     "nested symbols, in dictionaries.")
-          .operation("setOverrides:", SymbolOverrides::write,
-                     "Replaces what differs from the symbol.")
+          .property("overrides", SymbolOverrides::read, SymbolOverrides::write,
+                    "What differs from the symbol, by the identifiers of its layers; for nested "
+                    "symbols, in dictionaries.")
+          .property("overrideValues", SymbolOverrides::values,
+                    "What differs from the symbol, one by one.")
           .operation("overridePoints", SymbolOverrides::points,
                      "Returns what can differ from the symbol.")
           .operation("availableOverrides", MSAvailableOverride::of,

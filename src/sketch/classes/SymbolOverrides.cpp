@@ -3,6 +3,7 @@
 #include "runtime/ClassInfo.h"
 #include "runtime/raise.h"
 #include "sketch/classes/MSImageData.h"
+#include "sketch/classes/ModelPart.h"
 #include "sketch/classes/TextContent.h"
 #include "sketch/document/Layer.h"
 #include "sketch/document/SketchDocument.h"
@@ -12,7 +13,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const ClassInfo::Registration kRegistered(&MSOverridePoint::staticClassInfo);
+const ClassInfo::Registration kRegistered[] = {
+    ClassInfo::Registration(&MSOverridePoint::staticClassInfo),
+    ClassInfo::Registration(&overrideValueClass)};
 
 constexpr auto kValues = "overrideValues";
 /// Symbols in one another, beyond which points are not listed.
@@ -66,9 +69,10 @@ class PlaceCollector {
   explicit PlaceCollector(const SketchLayer& instance)
       : document_(instance.document()), around_{{instance, {}}} {}
 
+  /// Of a symbol, or of the one that an instance shows.
   QList<SymbolOverrides::Place> collected() {
-    const SketchLayer& instance = around_.front().instance;
-    if (document_) addAll(instance.node().properties().symbolID);
+    const SketchLayer& layer = around_.front().instance;
+    if (document_) addAll(layer.node().properties().symbolID);
     return places_;
   }
 
@@ -160,6 +164,31 @@ QVariantList SymbolOverrides::points(const SketchLayer& instance) {
   return points;
 }
 
+QVariantList SymbolOverrides::pointsOfSymbol(const SketchLayer& master) { return points(master); }
+
+QVariantList SymbolOverrides::values(const SketchLayer& instance) {
+  QVariantList values;
+  for (const SketchJson& value : getArray(instance.node().json(), kValues)) {
+    values.append(toVariant(std::make_shared<ModelPart>(overrideValueClass(), value)));
+  }
+  return values;
+}
+
+const ClassInfo& overrideValueClass() {
+  using M = Member<ModelPart>;
+  static const ClassInfo kClass =
+      ClassInfoBuilder<ModelPart>("MSOverrideValue", ModelPart::staticClassInfo())
+          .property("overrideName", M::text<"overrideName">,
+                    "What documents call it: \"ID/ID_property\".")
+          .property(
+              "value",
+              [](const ModelPart& self) {
+                return variantFromSketchJson(get(self.json(), "value"));
+              },
+              "What the instance shows.");
+  return kClass;
+}
+
 QVariant SymbolOverrides::valueAt(const SketchLayer& instance, const QString& name) {
   for (const SketchJson& value : getArray(instance.node().json(), kValues)) {
     if (getString(value, "overrideName") != name) continue;
@@ -192,7 +221,13 @@ const ClassInfo& MSOverridePoint::staticClassInfo() {
           .property("name", &MSOverridePoint::name, "What documents call it: \"ID/ID_property\".")
           .property("property", &MSOverridePoint::property,
                     "What can differ, such as \"stringValue\" or \"symbolID\".")
-          .property("layerID", &MSOverridePoint::layerID, "The layer's identifier.");
+          .property("layerID", &MSOverridePoint::layerID, "The layer's identifier.")
+          .operation("isTextOverride", &MSOverridePoint::isTextOverride,
+                     "Returns whether a text can differ.")
+          .operation("isSymbolOverride", &MSOverridePoint::isSymbolOverride,
+                     "Returns whether the symbol of a nested instance can differ.")
+          .operation("isImageOverride", &MSOverridePoint::isImageOverride,
+                     "Returns whether an image can differ.");
   return kClass;
 }
 

@@ -26,12 +26,19 @@ class SymbolOverrides {
   };
   /// In drawing order; what is within nested instances after them.
   static QList<Place> places(const SketchLayer& instance);
+  /// What can differ in instances of a symbol.
+  static QVariantList pointsOfSymbol(const SketchLayer& master);
+  /// What differs, as `MSOverrideValue`s, which are copies.
+  static QVariantList values(const SketchLayer& instance);
   static QVariantList points(const SketchLayer& instance);
   /// What an instance says about a point; invalid if it says nothing.
   static QVariant valueAt(const SketchLayer& instance, const QString& name);
   /// `point` is one of `points`, or its name. Nil takes the difference back.
   static void setValueForPoint(SketchLayer& instance, const QVariant& value, const QVariant& point);
 };
+
+/// Something that an instance shows differently.
+const ClassInfo& overrideValueClass();
 
 /// Something that an instance can show differently: a property of a layer of its symbol.
 class MSOverridePoint : public Object {
@@ -45,6 +52,9 @@ class MSOverridePoint : public Object {
   const QString& name() const { return name_; }
   QString property() const;
   QString layerID() const;
+  bool isTextOverride() const { return property() == u"stringValue"; }
+  bool isSymbolOverride() const { return property() == u"symbolID"; }
+  bool isImageOverride() const { return property() == u"image"; }
 
  private:
   const QString name_;

@@ -118,6 +118,29 @@ void TextContent::changeAttributes(const Change& change) {
   change(textStyle["encodedAttributes"]);
 }
 
+void TextContent::changeRange(qsizetype from, qsizetype count, const Change& change) {
+  unarchive();
+  const qsizetype to = from + count;
+  const SketchJson runs = layer_.node().json()["attributedString"]["attributes"];
+  SketchJson split = SketchJson::array();
+  for (const SketchJson& run : runs) {
+    const auto start = qsizetype(getNumber(run, "location"));
+    const qsizetype end = start + qsizetype(getNumber(run, "length"));
+    const auto addPart = [&](qsizetype first, qsizetype last, bool isChanged) {
+      if (first >= last) return;
+      SketchJson attributes = get(run, "attributes");
+      if (!attributes.is_object()) attributes = SketchJson::object();
+      if (isChanged) change(attributes);
+      split.push_back(runJson(first, last - first, std::move(attributes)));
+    };
+    const qsizetype inside = std::clamp(from, start, end), outside = std::clamp(to, start, end);
+    addPart(start, inside, false);
+    addPart(inside, outside, true);
+    addPart(outside, end, false);
+  }
+  layer_.edit().change()["attributedString"]["attributes"] = std::move(split);
+}
+
 void TextContent::setFont(const char* attribute, const SketchJson& value) {
   const render::CharacterStyle before = leadingStyle(layer_);
   changeAttributes([&](SketchJson& attributes) {

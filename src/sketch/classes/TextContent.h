@@ -31,6 +31,8 @@ class TextContent {
 
   /// Changes the attributes of all characters and of those to come.
   void changeAttributes(const Change& change);
+  /// The same for some characters alone. The range must be within the string.
+  void changeRange(qsizetype from, qsizetype count, const Change& change);
   void setFont(const char* attribute, const SketchJson& value);
   void setInParagraph(std::initializer_list<const char*> keys, const SketchJson& value);
 

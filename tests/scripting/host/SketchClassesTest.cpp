@@ -191,6 +191,127 @@ TEST_F(SketchClassesTest, ChangesStyles) {
   });
 }
 
+TEST_F(SketchClassesTest, KeepsColorsAndGradientsOfDocument) {
+  const char* const kColors =
+      "document.documentData().assets().colors().map(c => c.hexValue()).join(' ')";
+  check({
+      {"const a = document.documentData().assets(); a.addColor(MSColor.colorWithSVGString('#f00'));"
+       "a.addColors([MSColor.whiteColor(), MSColor.blackColor()]); a.removeColorAtIndex(1)",
+       kColors, "FF0000 000000"},
+      {"const a = document.documentData().assets(); a.setColors([MSColor.whiteColor(),"
+       " MSColor.colorWithSVGString('#00f')]); a.removeColor(MSColor.whiteColor())",
+       kColors, "0000FF"},
+      {"const a = document.documentData().assets(); a.addColor(MSColor.blackColor());"
+       "a.addColorAsset(MSColorAsset.alloc().initWithAsset_name(MSColor.whiteColor(), 'Paper'))",
+       "document.documentData().assets().colorAssets().map(c => c.color().hexValue() + c.name())"
+       ".join()",
+       "000000null,FFFFFFPaper"},
+      {"const g = MSGradient.new(); g.setColor_atIndex_(MSColor.colorWithSVGString('#0f0'), 1);"
+       "document.documentData().assets().addGradient(g)",
+       "document.documentData().assets().gradients().map(g => g.stops()[1].color().hexValue())",
+       "00FF00"},
+      {"const a = document.documentData().assets(); a.addColor(MSColor.blackColor());"
+       "a.removeAllColors()",
+       kColors, ""},
+  });
+}
+
+TEST_F(SketchClassesTest, PlacesGuidesGridsAndLinks) {
+  check({
+      {"const r = byName('A').horizontalRulerData(); r.addGuideWithValue(20);"
+       "r.addGuideWithValue(7.5); r.addGuideWithValue(40); r.removeGuideAtIndex(0)",
+       "[byName('A').horizontalRulerData().guides(), byName('A').verticalRulerData()"
+       ".numberOfGuides()]",
+       "7.5,40,0"},
+      {"const g = MSSimpleGrid.new(); g.setGridSize_(8); byName('A').setGrid(g);"
+       "byName('A').layout = MSLayoutGrid.new(); byName('A').layout().setNumberOfColumns(4)",
+       "[byName('A').grid().gridSize(), byName('A').layout().numberOfColumns(), "
+       "byName('S').grid()]",
+       "8,4,"},
+      {"const f = MSFlowConnection.new(); f.setDestinationArtboardID(byName('A').objectID());"
+       "byName('R').flow = f; byName('A').setIsFlowHome(true)",
+       "[byName('R').flow().destinationArtboard().name(), byName('O').flow(),"
+       " byName('A').isFlowHome()]",
+       "A,,true"},
+      {"byName('R').flow = MSFlowConnection.new(); byName('R').setFlow(nil)", "byName('R').flow()",
+       "null"},
+  });
+}
+
+TEST_F(SketchClassesTest, MovesPointsOfOutlines) {
+  check({
+      {"const t = MSRectangleShape.alloc().initWithFrame(NSMakeRect(0, 0, 10, 20));"
+       "t.name = 'T'; page.addLayer(t); t.points()[1].setPoint(NSMakePoint(0.5, 0));"
+       "t.points()[2].cornerRadius = 3",
+       "[byName('T').points().map(p => p.point()).join(), byName('T').points()[2].cornerRadius(),"
+       " byName('T').edited()]",
+       "{0, 0},{0.5, 0},{1, 1},{0, 1},3,true"},
+      {"const s = MSShapeGroup.shapeWithRect(NSMakeRect(5, 6, 10, 20)); s.name = 'T';"
+       "page.addLayer(s)",
+       "[byName('T').bezierPathWithTransforms().bounds(), byName('T').pathInFrame().bounds()]",
+       "{{5, 6}, {10, 20}},{{5, 6}, {10, 20}}"},
+  });
+}
+
+TEST_F(SketchClassesTest, GivesCharactersAttributes) {
+  const QString make =
+      u"const t = MSTextLayer.new(); page.addLayer(t); t.name = 'T';"
+      "t.stringValue = 'one two'; t.setFontPostscriptName('Roboto-Bold');"_s;
+  struct Row {
+    const char* change;
+    const char* read;
+    const char* result;
+  };
+  const Row rows[] = {
+      {"t.setFontSize(20)",
+       "[byName('T').font().fontName(), byName('T').font().pointSize(),"
+       " byName('T').style().textStyle().attributes().NSFont.pointSize()]",
+       "Roboto-Bold,20,20"},
+      {"t.font = t.fonts()[0]; t.addAttribute_value_forRange('NSColor', NSColor.redColor(),"
+       " NSMakeRange(4, 3))",
+       "[0, 4].map(i => byName('T').attributedString().attribute_atIndex_effectiveRange('NSColor',"
+       " i, nil).redComponent())",
+       "0,1"},
+      {"t.addAttribute_value('NSKern', 2)",
+       "[byName('T').kerning(), byName('T').styleAttributes().NSKern]", "2,2"},
+      {"const a = t.attributedStringValue().mutableCopy(); const p = NSMutableParagraphStyle.new();"
+       "p.setAlignment(2); p.minimumLineHeight = 30; p.maximumLineHeight = 30;"
+       "a.replaceCharactersInRange_withString(NSMakeRange(0, 3), 'un');"
+       "a.addAttributes_range({NSParagraphStyle: p, NSUnderline: 1}, NSMakeRange(0, 6));"
+       "t.setAttributedStringValue(a)",
+       "[byName('T').stringValue(), byName('T').textAlignment(), byName('T').lineHeight(),"
+       " byName('T').attributedString().attributesAtIndex_effectiveRange(5, nil).NSUnderline]",
+       "un two,2,30,1"},
+      {"t.setAttributedStringValue(NSAttributedString.alloc().initWithString('new'))",
+       "[byName('T').stringValue(), byName('T').font().fontName()]", "new,Roboto-Bold"},
+  };
+  for (const Row& row : rows) {
+    const QByteArray change = (make + QString::fromUtf8(row.change)).toUtf8();
+    check({{change.constData(), row.read, row.result}});
+  }
+}
+
+TEST_F(SketchClassesTest, RemovesSharedStyles) {
+  check({
+      {"const all = document.documentData().layerStyles(); all.removeSharedStyle(all.objects()[0])",
+       "[document.documentData().layerStyles().numberOfSharedStyles(), byName('O').sharedStyle()]",
+       "0,"},
+      {"const all = document.documentData().layerStyles();"
+       "all.addSharedObject(MSSharedStyle.alloc().initWithName_style('B', MSStyle.new()));"
+       "all.removeSharedStyleAtIndex(0)",
+       "[document.documentData().layerStyles().objects().map(s => s.name()),"
+       " byName('O').sharedStyleID()]",
+       "B,"},
+      {"const all = document.documentData().layerStyles();"
+       "all.updateValueOfSharedObject_byCopyingInstance(all.sharedStyleAtIndex(0), MSStyle.new())",
+       "document.documentData().layerStyleWithID('style-1').style().fills().count()", "0"},
+      {"const s = byName('R').style(); s.addStylePartOfType_(1); const f = "
+       "s.addStylePartOfType_(0);"
+       "s.removeStylePart(s.fills()[0]); f.color",
+       "[byName('R').style().fills().count(), byName('R').style().borders().count()]", "1,1"},
+  });
+}
+
 TEST_F(SketchClassesTest, SharesStyles) {
   const char* const kShared =
       "[byName('R').sharedStyle()?.name(), byName('O').sharedStyle()?.name(), byName('O').style()"

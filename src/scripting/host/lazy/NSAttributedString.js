@@ -31,6 +31,30 @@
       for (let i = from; i < to; ++i) this.marks[i] = convert(this.marks[i]);
     }
   }
+  // What Kelvar's classes take of it, and give: runs of characters with the same attributes.
+  const paragraphStyle = values => {
+    prelude.classNamed('NSParagraphStyle');
+    return prelude.newParagraphStyle(values);
+  };
+  prelude.newAttributedString = (text, runs) => {
+    const marks = new Array(text.length).fill(none);
+    for (const {location, length, attributes} of runs) {
+      const {NSParagraphStyle: paragraph, ...others} = attributes;
+      const shared = paragraph
+          ? {...others, NSParagraphStyle: paragraphStyle(paragraph)} : others;
+      for (let i = location; i < location + length; ++i) marks[i] = shared;
+    }
+    return new AttributedString(text, marks);
+  };
+  function runsOf({text, marks}) {
+    const runs = [];
+    marks.forEach((attributes, location) => {
+      const last = runs.at(-1);
+      if (last?.attributes === attributes) ++last.length;
+      else runs.push({location, length: 1, attributes});
+    });
+    return {string: text, runs: runs.map(each => ({...each, attributes: {...each.attributes}}))};
+  }
   const takeAttributed = (value, selector) => {
     if (value instanceof AttributedString) return value;
     throw prelude.exception('NSInvalidArgumentException',
@@ -56,6 +80,22 @@
     initializers: initializers(AttributedString),
     operations: {
       'string'() { return this.text; },
+      'treeAsDictionary'() {
+        const runs = runsOf(this).runs.map(({location, length, attributes}) => toDictionary(
+            {location, length, text: this.text.slice(location, location + length),
+             ...attributes}));
+        return toDictionary({value: toDictionary({text: this.text, attributes: runs})});
+      },
+      'enumerateAttributesInRange:options:usingBlock:'(range, _, block) {
+        const selector = 'enumerateAttributesInRange:options:usingBlock:';
+        const [from, to] = takeRange(range, this.text.length, selector);
+        prelude.takeFunction(block, selector);
+        const stop = prelude.newPointer(false);
+        for (const run of runsOf(new AttributedString(...this.part(from, to))).runs) {
+          if (stop.value()) return;
+          block(toDictionary(run.attributes), prelude.range(from + run.location, run.length), stop);
+        }
+      },
       'length'() { return this.text.length; },
       'description'() { return this.text; },
       'mutableCopy'() { return new MutableAttributedString(this.text, [...this.marks]); },
@@ -84,6 +124,7 @@
     },
     equals,
     copy: value => new AttributedString(value.text, [...value.marks]),
+    plain: runsOf,
   });
   prelude.defineClass({
     name: 'NSMutableAttributedString',
@@ -137,6 +178,7 @@
       'endEditing'() {},
     },
     copy: value => new AttributedString(value.text, [...value.marks]),
+    plain: runsOf,
   });
   return base;
 })

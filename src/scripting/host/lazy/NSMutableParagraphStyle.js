@@ -1,0 +1,6 @@
+(function (prelude) {
+  'use strict';
+
+  prelude.classNamed('NSParagraphStyle');
+  return prelude.classNamed('NSMutableParagraphStyle');
+})
