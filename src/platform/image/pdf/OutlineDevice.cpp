@@ -103,7 +103,7 @@ void OutlineDevice::drawChar(GfxState* state, double x, double y, double dx, dou
   state->transform(x - originX, y - originY, &atX, &atY);
   QPainterPath path = pathOf(glyph.get(), {atX, atY});
   path.setFillRule(Qt::WindingFill);
-  if (!path.isEmpty()) page_.shapes.append({path, fillColorOf(state), atY});
+  if (!path.isEmpty()) page_.shapes.append({path, fillColorOf(state), atX, atY});
 }
 
 bool OutlineDevice::beginType3Char(GfxState*, double, double, double, double, CharCode,

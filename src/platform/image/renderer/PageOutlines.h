@@ -14,8 +14,8 @@ struct PageOutlines {
   struct Shape {
     QPainterPath path;
     QColor color;
-    /// Of a glyph, from the page's top; NaN for other shapes.
-    double baseline = qQNaN();
+    /// Where a glyph begins on its baseline; NaN for other shapes.
+    double x = qQNaN(), baseline = qQNaN();
   };
   QSizeF size;
   QList<Shape> shapes;
@@ -24,10 +24,10 @@ struct PageOutlines {
 };
 
 inline QDataStream& operator<<(QDataStream& stream, const PageOutlines::Shape& shape) {
-  return stream << shape.path << shape.color << shape.baseline;
+  return stream << shape.path << shape.color << shape.x << shape.baseline;
 }
 inline QDataStream& operator>>(QDataStream& stream, PageOutlines::Shape& shape) {
-  return stream >> shape.path >> shape.color >> shape.baseline;
+  return stream >> shape.path >> shape.color >> shape.x >> shape.baseline;
 }
 inline QDataStream& operator<<(QDataStream& stream, const PageOutlines& page) {
   return stream << page.size << page.shapes << page.isIncomplete;

@@ -20,10 +20,10 @@ double ownBlur(const LayerStyle& style) {
 constexpr double kArrowhead = 12;
 
 QRectF withStyle(const QRectF& content, const LayerStyle& style) {
+  const bool hasMarkers = style.startMarker != Marker::None || style.endMarker != Marker::None;
+  const double reach = std::max(hasMarkers ? kArrowhead : 4.0, style.miterLimit);
   double margin = 1;
-  for (const Border& border : style.borders) {
-    margin = std::max(margin, border.thickness * std::max(kArrowhead, style.miterLimit));
-  }
+  for (const Border& border : style.borders) margin = std::max(margin, border.thickness * reach);
   QRectF shadows = content;
   for (const Shadow& shadow : style.shadows) {
     const double blurred = 1.5 * shadow.blurRadius + std::max(0.0, 4 * shadow.spread);

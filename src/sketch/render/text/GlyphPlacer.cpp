@@ -109,6 +109,7 @@ void GlyphPlacer::addRuns(const BrokenLine& line, qsizetype paragraph, double ba
   text_.forEachItem(line.start, line.start + line.length,
                     [&](const TextItem& item, qsizetype start, qsizetype length) {
                       TextLayout::GlyphRun run{{}, item.style.color};
+                      run.size = item.style.size;
                       const qsizetype at = start - paragraph;
                       const double y = baseline - item.style.baselineOffset;
                       for (const QGlyphRun& glyphs : text.glyphRuns(int(at), int(length))) {
@@ -153,6 +154,7 @@ void GlyphPlacer::addGlyphs(const QGlyphRun& glyphs, double layoutBaseline, doub
       run->colorGlyphs.append({font, indexes[i], font.pixelSize() / kLayoutScale, *place});
       continue;
     }
+    if (!path_) run->outlines.append({run->path.elementCount(), x});
     run->path.addPath(
         toText.map(embolden(glyph, item.strokeOffset * kLayoutScale, font.capHeight())));
   }

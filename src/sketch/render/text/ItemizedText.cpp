@@ -96,7 +96,11 @@ void appendPieces(const TextItem& item, QStringView characters, QList<TextItem>*
     TextItem piece = item;
     piece.start = item.start + start;
     piece.length = end - start;
-    if (isEmoji) piece.font.setFamily(emojiFamily);
+    if (isEmoji) {
+      piece.font.setFamily(emojiFamily);
+      piece.outlines = {};
+      piece.glyphMap = {};
+    }
     items->append(piece);
   };
   qsizetype start = 0;

@@ -26,6 +26,11 @@ struct TextLayout {
     double size = 0;
     QTransform place;
   };
+  /// Where a glyph's outline is in its run's path, and where the glyph begins.
+  struct Outline {
+    int firstElement = 0;
+    double x = 0;
+  };
   /// Glyphs of one style on one line.
   struct GlyphRun {
     QPainterPath path;
@@ -33,6 +38,9 @@ struct TextLayout {
     QList<ColorGlyph> colorGlyphs = {};
     /// In Sketch: a fallback's glyphs may lie elsewhere. NaN if the line is not straight.
     double baseline = qQNaN();
+    double size = 0;  ///< Of the font.
+    /// In the order of their elements. Empty if the line is not straight.
+    QList<Outline> outlines = {};
     /// Leaves the baseline as it is.
     void transform(const QTransform& transform);
   };
@@ -46,9 +54,10 @@ struct TextLayout {
 
   QPainterPath outline() const;
 
-  /// The text as Sketch's platform draws it with this transform, which maps it to an image:
-  /// baselines begin at whole pixels, unless the text is turned or mirrored. They are moved down by
-  /// less than one pixel.
+  /// The text as Sketch's platform draws it with this transform, which maps it to an image. Unless
+  /// the text is turned or mirrored, baselines lie on whole pixels, and glyphs begin at whole
+  /// pixels or, if they are small, at halves, quarters or eighths: they are moved down and to the
+  /// left.
   TextLayout onPixels(const QTransform& toImage) const;
 };
 

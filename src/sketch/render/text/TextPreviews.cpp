@@ -75,8 +75,11 @@ TextLayout layoutOf(const PageOutlines& page, const QPointF& origin, const TextR
         (isGlyph && baseline != before)) {
       layout.runs.append({{}, color, {}, baseline});
       layout.runs.last().path.setFillRule(Qt::WindingFill);
+      layout.runs.last().size = runs.runs.first().style.size;
     }
-    layout.runs.last().path.addPath(shape.path.translated(-origin));
+    TextLayout::GlyphRun& run = layout.runs.last();
+    if (isGlyph) run.outlines.append({run.path.elementCount(), shape.x - origin.x()});
+    run.path.addPath(shape.path.translated(-origin));
   }
   return layout;
 }

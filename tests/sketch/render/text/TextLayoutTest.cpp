@@ -72,6 +72,7 @@ TEST_F(TextLayoutTest, SetsEmojiInTheEmojiFont) {
                {"DejaVuSans", "😀😀", 2},
                {"AppleColorEmoji", "😀A", 1},
                {"NoSuchFont", "😀 ♥", 1},
+               {"Helvetica", "AZ ⏩ ☔", 2},
                {"Roboto-Regular", "♥ ☺", 0}};
   for (const auto& [font, text, emoji] : cases) {
     CharacterStyle style = this->style();
@@ -111,6 +112,30 @@ TEST_F(TextLayoutTest, BeginsBaselinesAtWholePixels) {
     ASSERT_EQ(moved.runs.size(), 2);
     EXPECT_NEAR(baseline(0), first, 0.02);
     EXPECT_NEAR(baseline(1), second, 0.02);
+  }
+}
+
+TEST_F(TextLayoutTest, BeginsGlyphsAtPartsOfPixels) {
+  // Where a glyph begins whose place is 0.9.
+  const struct {
+    double size, scale, begin;
+  } cases[] = {{6, 1, 0.875}, {8, 1, 0.875}, {12, 1, 0.75}, {16, 1, 0.75},    {20, 1, 0.5},
+               {32, 1, 0.5},  {33, 1, 0},    {200, 1, 0},   {100, 0.1, 0.75}, {4, 4, 0.75}};
+  for (const auto& [size, scale, begin] : cases) {
+    CharacterStyle style = this->style();
+    style.size = size;
+    const TextLayout text =
+        layoutText(runs(QStringLiteral("HI"), style), {.size = {}, .fitsText = false, .ink = {}});
+    const QTransform toImage(scale, 0, 0, scale, 0.9, 0);
+    const TextLayout moved = text.onPixels(toImage);
+    const auto left = [&](const QPainterPath& path) { return path.boundingRect().left() * scale; };
+    EXPECT_NEAR(left(moved.outline()) + 0.9, left(text.outline()) + begin, 1e-3) << size;
+    // The next glyph by itself.
+    const QPainterPath before = text.outline(), after = moved.outline();
+    const int last = before.elementCount() - 1;
+    const double gap = (before.elementAt(last).x - after.elementAt(last).x) * scale;
+    EXPECT_GE(gap, -1e-3) << size;
+    EXPECT_LT(gap, 1) << size;
   }
 }
 
