@@ -17,6 +17,9 @@ TEST(ZipArchiveTest, KeepsStoredFilesStored) {
   const auto bytes = (*archive)->written({{QStringLiteral("b"), text}}, {});
   ASSERT_TRUE(bytes) << bytes.error().message;
   EXPECT_EQ(bytes->count(text), 1) << "new files are compressed, others stay as they are";
+  const auto replaced = (*archive)->written({{QStringLiteral("a"), text + text}}, {});
+  ASSERT_TRUE(replaced) << replaced.error().message;
+  EXPECT_EQ(replaced->count(text + text), 1) << "also with other contents";
   const auto again = ZipArchive::read(*bytes);
   ASSERT_TRUE(again) << again.error().message;
   EXPECT_EQ((*again)->file(QStringLiteral("a")), text);

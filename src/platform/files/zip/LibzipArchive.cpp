@@ -179,7 +179,7 @@ bool LibzipArchive::addAll(zip_t* archive, const std::map<QString, QByteArray>& 
     const auto found = replaced.find(name);
     const bool isAdded =
         found == replaced.end() ? copy(archive, i, name) : add(archive, name, found->second);
-    if (!isAdded) return false;
+    if (!isAdded || (!name.endsWith(u'/') && !packLast(archive, i))) return false;
   }
   for (const auto& [name, bytes] : replaced) {
     if (!contains(name) && !add(archive, name, bytes)) return false;
@@ -198,11 +198,16 @@ bool LibzipArchive::copy(zip_t* archive, zip_uint64_t index, const QString& name
     zip_source_free(file);
     return false;
   }
+  return true;
+}
+
+bool LibzipArchive::packLast(zip_t* archive, zip_uint64_t index) const {
   zip_stat_t entry;
   const bool isStored = zip_stat_index(zip_.get(), index, 0, &entry) == 0 &&
                         (entry.valid & ZIP_STAT_COMP_METHOD) != 0 &&
                         entry.comp_method == ZIP_CM_STORE;
-  return !isStored || zip_set_file_compression(archive, zip_uint64_t(at), ZIP_CM_STORE, 0) == 0;
+  const auto last = zip_uint64_t(zip_get_num_entries(archive, 0)) - 1;
+  return !isStored || zip_set_file_compression(archive, last, ZIP_CM_STORE, 0) == 0;
 }
 
 bool LibzipArchive::add(zip_t* archive, const QString& name, const QByteArray& bytes) {

@@ -35,6 +35,8 @@ class LibzipArchive : public ZipArchive {
   bool addAll(zip_t* archive, const std::map<QString, QByteArray>& replaced,
               const QSet<QString>& removed) const;
   bool copy(zip_t* archive, zip_uint64_t index, const QString& name) const;
+  /// Leaves the archive's last entry uncompressed if the one at this index is.
+  bool packLast(zip_t* archive, zip_uint64_t index) const;
   static bool add(zip_t* archive, const QString& name, const QByteArray& bytes);
 
   QByteArray bytes_;
