@@ -118,4 +118,14 @@ QStringList unsupportedProperties(const SketchJson& style) {
   return unread;
 }
 
+QStringList unsupportedOfBitmap(const SketchJson& bitmap) {
+  QStringList unread;
+  for (const char* radius : {"topLeftCornerRadius", "topRightCornerRadius",
+                             "bottomLeftCornerRadius", "bottomRightCornerRadius"}) {
+    if (getNumber(bitmap, radius) > 0) unread.append(QString::fromLatin1(radius));
+  }
+  if (!getPoint(bitmap, "nineSliceScale").isNull()) unread.append(u"nineSliceScale"_s);
+  return unread;
+}
+
 }  // namespace kelvar::render

@@ -12,4 +12,7 @@ namespace kelvar::render {
 /// of text.
 QStringList unsupportedProperties(const SketchJson& style);
 
+/// The members of a bitmap layer that change how its image is cut or stretched in later versions.
+QStringList unsupportedOfBitmap(const SketchJson& bitmap);
+
 }  // namespace kelvar::render

@@ -34,6 +34,16 @@ TEST(UnsupportedFeaturesTest, NamesUnknownFeaturesInUse) {
   }
 }
 
+TEST(UnsupportedFeaturesTest, NamesHowBitmapsAreCutAndStretched) {
+  SketchJson bitmap = layer("bitmap", frame(0, 0, 9, 9));
+  bitmap["nineSliceScale"] = "{0, 0}";
+  bitmap["topLeftCornerRadius"] = 0;
+  EXPECT_EQ(draw({bitmap}, 9, 9).warnings.filter(QStringLiteral("left out")), QStringList());
+  bitmap["nineSliceScale"] = "{1, 1}";
+  bitmap["topRightCornerRadius"] = 3;
+  EXPECT_EQ(draw({bitmap}, 9, 9).warnings.filter(QStringLiteral("left out")).size(), 2);
+}
+
 TEST(UnsupportedFeaturesTest, NamesEachFeatureOncePerLayerType) {
   const SketchJson style = SketchJson::parse(
       R"({"_class":"style","fills":[{"_class":"fill","mesh":1,"color":{"red":1}}]})");

@@ -71,7 +71,11 @@ LayerPainter::LayerPainter(DisplayList* list, DocumentImages* images)
     : list_(*list), images_(*images), shapes_(list, images) {}
 
 void LayerPainter::warnOfUnsupported(const DisplayItem& item) {
-  for (const QString& property : unsupportedProperties(get(item.layer.json(), "style"))) {
+  QStringList properties = unsupportedProperties(get(item.layer.json(), "style"));
+  if (item.properties().kind == LayerKind::Bitmap) {
+    properties += unsupportedOfBitmap(item.layer.json());
+  }
+  for (const QString& property : properties) {
     if (unsupported_.contains(property)) continue;
     unsupported_.insert(property);
     warn(u"The style of \"%1\" has \"%2\", which is not supported and is left out."_s.arg(
