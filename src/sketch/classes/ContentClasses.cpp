@@ -207,6 +207,9 @@ ClassInfoBuilder<Self> withFont(ClassInfoBuilder<Self> builder) {
       .property("stringValue", text<&TextContent::string>, setString,
                 "The characters. When they are set, all look like the first one before, and the "
                 "frame is fitted to them as textBehaviour says.")
+      .operation(
+          "isEmpty", [](Self& self) { return TextContent(self).string().isEmpty(); },
+          "Returns whether there are no characters.")
       .property("fontSize", text<&TextContent::fontSize>, setFontSize,
                 "The size of the font, of the first character.")
       .property("fontPostscriptName", text<&TextContent::fontName>, setFontName,

@@ -176,6 +176,14 @@ ClassInfoBuilder<Self> withGeometry(ClassInfoBuilder<Self> builder) {
           },
           "The frame's top left corner.")
       .property(
+          "center", [](const Self& self) { return self.frameRect().center(); },
+          [](Self& self, const QPointF& center) {
+            QRectF frame = self.frameRect();
+            frame.moveCenter(center);
+            LayerFrame(refTo(self)).assign(frame);
+          },
+          "The middle of the frame, in the parent.")
+      .property(
           "absolutePosition", [](const Self& self) { return frameOnPage(self).topLeft(); },
           [](Self& self, const QPointF& at) {
             AbsoluteRect rect(refTo(self));

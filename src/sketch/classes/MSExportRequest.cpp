@@ -13,6 +13,15 @@ const ClassInfo::Registration kRegistered[] = {
     ClassInfo::Registration(&MSExportRequest::staticClassInfo),
     ClassInfo::Registration(&MSLayerAncestry::staticClassInfo)};
 
+using Request = MSExportRequest;
+
+QVariantList namedByID(const QVariantList& requests, const SketchLayer& layer) {
+  for (const QVariant& each : requests) {
+    std::static_pointer_cast<Request>(each.value<ObjectRef>())->name = layer.objectID();
+  }
+  return requests;
+}
+
 QVariantList forLayerInRect(const SketchLayerRef& layer, const QRectF& rect, bool isNamedByID) {
   const QVariantList requests = MSExportRequest::forLayer(layer);
   constexpr double kTolerance = 1;
@@ -20,20 +29,29 @@ QVariantList forLayerInRect(const SketchLayerRef& layer, const QRectF& rect, boo
   if (!rect.adjusted(-kTolerance, -kTolerance, kTolerance, kTolerance).contains(covered)) {
     raise(u"\"%1\" can only be exported as a whole"_s.arg(layer->name()));
   }
-  if (!isNamedByID) return requests;
-  for (const QVariant& each : requests) {
-    std::static_pointer_cast<MSExportRequest>(each.value<ObjectRef>())->name = layer->objectID();
-  }
-  return requests;
+  return isNamedByID ? namedByID(requests, *layer) : requests;
 }
-
-using Request = MSExportRequest;
 
 std::shared_ptr<Request> withFormat(const SketchLayerRef& layer, const ModelPartRef& format) {
   const SketchJson& json = partOfClass(format, exportFormatClass(), "exportFormat:").json();
   return std::make_shared<Request>(orRaiseMissing(layer, "exportFormat:"),
                                    getNumber(json, "scale", 1), getString(json, "fileFormat"),
                                    layer->name() + getString(json, "name"));
+}
+
+QVariantList withFormats(const SketchLayerRef& layer, const QVariantList& formats) {
+  QVariantList requests;
+  for (const QVariant& each : formats) {
+    const auto part = std::dynamic_pointer_cast<ModelPart>(each.value<ObjectRef>());
+    requests.append(toVariant(withFormat(layer, part)));
+  }
+  return requests;
+}
+
+QVariantList withFormatsNamed(const SketchLayerRef& layer, const QVariantList& formats,
+                              bool isNamedByID) {
+  const QVariantList requests = withFormats(layer, formats);
+  return isNamedByID ? namedByID(requests, *layer) : requests;
 }
 
 }  // namespace
@@ -103,6 +121,23 @@ const ClassInfo& MSExportRequest::staticClassInfo() {
               },
               "Returns a request for a layer in one format; the rectangle must contain all that "
               "the layer covers.")
+          .classOperation(
+              "exportRequestsFromLayerAncestry:",
+              [](const std::shared_ptr<MSLayerAncestry>& ancestry) {
+                return MSExportRequest::forLayer(ancestry ? ancestry->layer : nullptr);
+              },
+              "Returns a request for each export format of a layer, or for a PNG in its natural "
+              "size.")
+          .classOperation(
+              "exportRequestsFromLayerAncestry:exportFormats:",
+              [](const std::shared_ptr<MSLayerAncestry>& ancestry, const QVariantList& formats) {
+                return withFormats(ancestry ? ancestry->layer : nullptr, formats);
+              },
+              "Returns a request for a layer in each of the formats.")
+          .classOperation(
+              "exportRequestsFromExportableLayer:exportFormats:useIDForName:", withFormatsNamed,
+              "Returns a request for a layer in each of the formats, named by the layer or by its "
+              "identifier.")
           .property(
               "scale", [](const Request& self) { return self.scale; },
               [](Request& self, double scale) {

@@ -127,6 +127,16 @@ TEST_F(SketchClassesTest, ChangesTree) {
       {"page.insertLayer_beforeLayer_(byName('O'), byName('S'))", "names(page.layers())",
        "A O S I"},
       {"page.insertLayer_afterLayer_(byName('A'), byName('S'))", "names(page.layers())", "S A I O"},
+      {"MSLayerMovement.moveToFront([byName('A'), byName('S')])", "names(page.layers())",
+       "I O A S"},
+      {"MSLayerMovement.moveToBack(MSLayerArray.arrayWithLayers([byName('I'), byName('O')]))",
+       "names(page.layers())", "I O A S"},
+      {"MSLayerMovement.moveForward([byName('A'), byName('S')])", "names(page.layers())",
+       "I A S O"},
+      {"MSLayerMovement.moveBackward([byName('A'), byName('I'), byName('O')])",
+       "names(page.layers())", "A I O S"},
+      {"byName('O').setCenter(NSMakePoint(10, 20))",
+       "[byName('O').frame(), byName('O').center()].join(' ')", "{5.5, 15.5, 9, 9} {10, 20}"},
       {"const g = MSLayerGroup.groupFromLayers_([byName('I'), byName('O')]); g.name = 'New'",
        "[names(page.layers()), byName('New').frame(), byName('O').frame()]",
        "A S New,{0, 0, 350, 209},{0, 200, 9, 9}"},
@@ -447,6 +457,18 @@ TEST_F(SketchClassesTest, SetsWhatIsExported) {
        "[byName('R').exportOptions().exportFormats().map(f => f.scale() + f.name() +"
        " f.fileFormat()).join(' '), names(page.allExportableLayers()), names(page.slices())]",
        "2@2xjpg 1png,R,Slice"},
+      {"byName('R').exportOptions().addExportFormat().setScale(3)",
+       "(() => { const place = MSImmutableLayerAncestry.ancestryWithMSLayer(byName('R'));"
+       "const formats = [[2, '@2x', 'jpg'], [1, '', 'png']].map(each => MSExportFormat"
+       ".formatWithScale_name_fileFormat_(...each));"
+       "const text = requests => requests.map(r => r.name() + r.scale() + r.format()).join(' ');"
+       "const named = "
+       "MSExportRequest.exportRequestsFromExportableLayer_exportFormats_useIDForName_("
+       "byName('R'), formats, true);"
+       "return [text(MSExportRequest.exportRequestsFromLayerAncestry(place)),"
+       "  text(MSExportRequest.exportRequestsFromLayerAncestry_exportFormats(place, formats)),"
+       "  named.every(each => each.name() == byName('R').objectID()), named.length] })()",
+       "R3png,R@2x2jpg R1png,true,2"},
   });
 }
 
@@ -522,8 +544,8 @@ TEST_F(SketchClassesTest, RefusesWhatCannotBe) {
       {"byName('R').exportOptions().setExportFormats_([MSColor.blackColor()])",
        "setExportFormats: takes MSExportFormat, not nil"},
       {"MSTextLayer.new().setFontSize_(0)", "fontSize must be above 0"},
-      {"byName('R').bezier()",
-       "an object of class MSRectangleShape has no selector bezier; the nearest is bezierPath"},
+      {"byName('R').bezierPat()",
+       "an object of class MSRectangleShape has no selector bezierPat; the nearest is bezierPath"},
   };
   checkRefusals(kCases, std::size(kCases));
 }
