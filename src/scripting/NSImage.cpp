@@ -1,7 +1,9 @@
 #include "scripting/NSImage.h"
 
 #include <QUrl>
+#include <cmath>
 
+#include "pixels/ImageLimits.h"
 #include "platform/Log.h"
 #include "platform/Permissions.h"
 #include "platform/QtError.h"
@@ -26,11 +28,25 @@ std::shared_ptr<NSImage> initWithData(const QByteArray& bytes) {
   return nullptr;
 }
 
+std::shared_ptr<NSImage> initWithSize(const QSizeF& size) {
+  if (size.isEmpty())
+    return std::make_shared<NSImage>(QVariant::fromValue(std::make_shared<Image>()));
+  const double width = std::ceil(size.width()), height = std::ceil(size.height());
+  if (!fitsImageLimits(width, height)) {
+    raise(QStringLiteral("an image of that size is too large"));
+  }
+  QImage pixels(int(width), int(height), QImage::Format_ARGB32_Premultiplied);
+  pixels.fill(Qt::transparent);
+  return std::make_shared<NSImage>(QVariant::fromValue(std::make_shared<Image>(pixels, size)));
+}
+
 }  // namespace
 
 const ClassInfo& NSImage::staticClassInfo() {
   static const ClassInfo kClass =
       ClassInfoBuilder<NSImage>("NSImage")
+          .initializer("initWithSize:", initWithSize,
+                       "Creates a transparent image of this size, with a pixel for each point.")
           .initializer("initWithContentsOfFile:", &NSImage::initWithContentsOfFile,
                        "Reads an image from a PNG, JPEG or WebP file; nil if that fails.")
           .initializer("initByReferencingFile:", &NSImage::initWithContentsOfFile,
@@ -42,6 +58,9 @@ const ClassInfo& NSImage::staticClassInfo() {
                        "Reads an image from the URL of a file; nil if that fails.")
           .initializer("initByReferencingURL:", initWithContentsOfURL,
                        "Reads an image from the URL of a file; nil if that fails.")
+          .classOperation(
+              "imageNamed:", [](const QString&) { return QVariant(); },
+              "Returns nil, as the desktop has no images for scripts.")
           .property("size", &NSImage::size, &NSImage::setSize,
                     "The nominal size in points, which may differ from the size in pixels.")
           .property("isValid", &NSImage::isValid, "Whether the image has pixels.")

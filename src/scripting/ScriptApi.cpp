@@ -43,8 +43,12 @@
 #include "ui/KVViewController.h"
 #include "ui/NSComboBox.h"
 #include "ui/NSImageView.h"
+#include "ui/NSMatrix.h"
 #include "ui/NSPopUpButton.h"
+#include "ui/NSScreen.h"
 #include "ui/NSScrollView.h"
+#include "ui/NSSlider.h"
+#include "ui/NSStepper.h"
 #include "ui/NSTextField.h"
 #include "ui/NSWindow.h"
 
@@ -76,7 +80,11 @@ QList<const ClassInfo*> exportedClasses() {
           &NSPopUpButton::staticClassInfo(),
           &NSComboBox::staticClassInfo(),
           &NSImageView::staticClassInfo(),
+          &NSMatrix::staticClassInfo(),
+          &NSScreen::staticClassInfo(),
           &NSScrollView::staticClassInfo(),
+          &NSSlider::staticClassInfo(),
+          &NSStepper::staticClassInfo(),
           &NSPanel::staticClassInfo(),
           &KVResizeViewController::staticClassInfo(),
           &KVOpenURLAction::staticClassInfo(),

@@ -1,6 +1,7 @@
 #include "scripting/viewConstants.h"
 
 #include "ui/NSButton.h"
+#include "ui/NSMatrix.h"
 #include "ui/NSWindow.h"
 #include "ui/View.h"
 
@@ -26,6 +27,12 @@ QList<ScriptApi::Constant> viewConstants() {
                   {"NSButtonTypeToggle", NSButton::kToggle},
                   {"NSButtonTypeSwitch", NSButton::kSwitch},
                   {"NSButtonTypeRadio", NSButton::kRadio},
+                  {"NSRoundedBezelStyle", 1},
+                  {"NSBezelStyleRounded", 1},
+                  {"NSRadioModeMatrix", NSMatrix::kRadio},
+                  {"NSHighlightModeMatrix", NSMatrix::kHighlight},
+                  {"NSListModeMatrix", NSMatrix::kList},
+                  {"NSTrackModeMatrix", NSMatrix::kTrack},
                   {"NSLeftTextAlignment", 0},
                   {"NSRightTextAlignment", 1},
                   {"NSCenterTextAlignment", 2},

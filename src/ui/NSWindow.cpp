@@ -54,10 +54,14 @@ std::shared_ptr<W> makeWindow(const QRectF& content, int styleMask, const QVaria
 
 template <class W, class Base>
 ClassInfoBuilder<W, Base> describe(const char* name) {
-  return ClassInfoBuilder<W, Base>(name).initializer(
-      "initWithContentRect:styleMask:backing:defer:", makeWindow<W>,
-      "Creates a hidden window with an empty view of that size; the rest of the rectangle and the "
-      "last two arguments have no effect.");
+  return ClassInfoBuilder<W, Base>(name)
+      .initializer(
+          "init", [] { return NSWindow::make<W>({}, NSWindow::kTitled); },
+          "Creates a hidden window of size zero with a title bar.")
+      .initializer("initWithContentRect:styleMask:backing:defer:", makeWindow<W>,
+                   "Creates a hidden window with an empty view of that size; the rest of the "
+                   "rectangle and the "
+                   "last two arguments have no effect.");
 }
 
 }  // namespace

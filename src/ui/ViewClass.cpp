@@ -72,6 +72,12 @@ Builder&& addState(Builder&& builder) {
       .property("hidden", &View::isHidden, &View::setHidden,
                 "Whether the view is hidden; a view without a superview is shown as a window.")
       .operation("isHidden", &View::isHidden, "Returns whether the view is hidden.")
+      .operation(
+          "setNeedsDisplay:",
+          [](View& view, bool needs) {
+            if (needs && view.widget()) view.widget()->update();
+          },
+          "Has the view drawn again, where it is shown.")
       .property("tag", &View::tag, &View::setTag, "A number for the owner's use.")
       .property("identifier", &View::identifier, &View::setIdentifier,
                 "An identifier for the owner's use; in a form, the name that the form gives it.")

@@ -8,8 +8,11 @@
 #include "ui/NSButton.h"
 #include "ui/NSComboBox.h"
 #include "ui/NSImageView.h"
+#include "ui/NSMatrix.h"
 #include "ui/NSPopUpButton.h"
 #include "ui/NSScrollView.h"
+#include "ui/NSSlider.h"
+#include "ui/NSStepper.h"
 #include "ui/NSTextField.h"
 #include "ui/PopUpButton.h"
 
@@ -27,6 +30,8 @@ const struct {
 } kRows[] = {{&KVView::staticMetaObject, &KVView::makeView},
              {&KVButton::staticMetaObject, &KVButton::makeView},
              {&QAbstractButton::staticMetaObject, make<NSButton>},
+             {&ButtonCellBox::staticMetaObject, make<NSButtonCell>},
+             {&MatrixBox::staticMetaObject, make<NSMatrix>},
              {&ButtonBox::staticMetaObject, make<NSButton>},
              {&ComboFieldBox::staticMetaObject, make<NSComboBox>},
              {&PopUpButton::staticMetaObject, make<NSPopUpButton>},
@@ -34,6 +39,8 @@ const struct {
              {&TextFieldBox::staticMetaObject, make<NSTextField>},
              {&SecureTextFieldBox::staticMetaObject, make<NSSecureTextField>},
              {&ImageView::staticMetaObject, make<NSImageView>},
+             {&SliderBox::staticMetaObject, make<NSSlider>},
+             {&StepperBox::staticMetaObject, make<NSStepper>},
              {&ScrollArea::staticMetaObject, make<NSScrollView>},
              {&QWidget::staticMetaObject, make<View>}};
 

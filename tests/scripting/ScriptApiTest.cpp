@@ -107,6 +107,10 @@ QString maker(const ClassInfo& info) {
        u"[put(put(MSSymbolMaster.new()).newSymbolInstance())].map(i => {"
        " i.setOverrides_({a: 'b'}); return i.overrideValues()[0] })[0]"_s},
       {u"MSImmutableLayerAncestry"_s, u"MSImmutableLayerAncestry.ancestryWithMSLayer_(layer)"_s},
+      {u"NSScreen"_s, u"NSScreen.mainScreen()"_s},
+      {u"NSMatrix"_s,
+       u"NSMatrix.alloc().initWithFrame_mode_prototype_numberOfRows_numberOfColumns_("
+       "NSMakeRect(0, 0, 9, 9), NSRadioModeMatrix, NSButtonCell.new(), 2, 2)"_s},
       {u"NSFontManager"_s, u"NSFontManager.sharedFontManager()"_s}};
   const QString made = info.name() + u".new()"_s;
   return kMakers.value(info.name(), isLayer(&info) ? u"put(%1)"_s.arg(made) : made);
@@ -143,6 +147,10 @@ QString sample(const ValueType& type) {
 QString ownArguments(const QString& selector) {
   static const QHash<QString, QString> kArguments{
       {u"setColor:"_s, u"MSColor.new()"_s},
+      {u"initWithFrame:mode:prototype:numberOfRows:numberOfColumns:"_s,
+       u"NSMakeRect(0, 0, 9, 9), NSRadioModeMatrix, NSButtonCell.new(), 1, 1"_s},
+      {u"exportRequestsFromLayerAncestry:"_s,
+       u"MSImmutableLayerAncestry.ancestryWithMSLayer_(layer)"_s},
       {u"setTextColor:"_s, u"NSColor.redColor()"_s},
       {u"setBackgroundColor:"_s, u"NSColor.redColor()"_s},
       {u"stopWithPosition:color:"_s, u"0.5, MSColor.new()"_s},

@@ -188,6 +188,16 @@ TEST_F(ViewScriptTest, MakesControls) {
       {"var p = NSPopUpButton.new(); p.addItemsWithTitles(['A', 'B']); p.selectItemAtIndex(1);"
        "p.menu().removeItemAtIndex(0); log(p.itemTitles(), p.titleOfSelectedItem())",
        "B B"},
+      {"var i = NSImage.alloc().initWithSize(NSMakeSize(2.5, 3)), v = NSImageView.new();"
+       "v.image = i; log(NSStringFromSize(v.image().size()), i.isValid(),"
+       "NSImage.alloc().initWithSize(NSZeroSize).isValid(), NSImage.imageNamed('x'));"
+       "NSImage.alloc().initWithSize(NSMakeSize(40000, 1))",
+       "{2.5, 3} true false null|an image of that size is too large"},
+      {"var w = NSPanel.alloc().init(), s = NSScreen.mainScreen(); w.setFrame_display("
+       "NSMakeRect(0, 0, 300, 200), true); log(w.isVisible(), w.frame().size.width >= 300,"
+       "s.frame().origin.y, s.frame().size.height >= s.visibleFrame().size.height,"
+       "s.visibleFrame().size.height > 0, NSScreen.screens().length, s.backingScaleFactor() >= 1)",
+       "false true 0 true true 1 true"},
       {"var f = NSTextField.new(); f.font = NSFont.boldSystemFontOfSize(20);"
        "log(f.font().pointSize(), NSFont.fontWithName_size_('No such font', 12))",
        "20 null"},

@@ -4,10 +4,13 @@
 #include <QRadioButton>
 
 #include "platform/UserDialog.h"
+#include "runtime/leadingNumber.h"
 #include "runtime/raise.h"
 #include "ui/NSButton.h"
 #include "ui/NSComboBox.h"
 #include "ui/NSPopUpButton.h"
+#include "ui/NSSlider.h"
+#include "ui/NSStepper.h"
 #include "ui/NSTextField.h"
 #include "ui/PopUpButton.h"
 
@@ -62,6 +65,12 @@ void FieldQuestions::ask(const ViewRef& view) {
   if (auto* const combo = dynamic_cast<NSComboBox*>(view.get())) return askCombo(*combo);
   if (auto* const menu = dynamic_cast<NSPopUpButton*>(view.get())) return askMenu(*menu);
   if (auto* const button = dynamic_cast<NSButton*>(view.get())) return askBox(*button);
+  if (auto* const slider = dynamic_cast<NSSlider*>(view.get())) {
+    return askNumber(*slider, slider->minValue(), slider->maxValue());
+  }
+  if (auto* const stepper = dynamic_cast<NSStepper*>(view.get())) {
+    return askNumber(*stepper, stepper->minValue(), stepper->maxValue());
+  }
   ask(view->subviews());
 }
 
@@ -112,6 +121,16 @@ void FieldQuestions::askMenu(NSPopUpButton& button) {
   if (answer == before) return;
   button.selectItemWithTitle(answer);
   if (auto* const widget = qobject_cast<PopUpButton*>(button.widget())) widget->itemWasChosen();
+}
+
+void FieldQuestions::askNumber(NSControl& control, double minimum, double maximum) {
+  const QString before = control.stringValue();
+  const QString text = u"%1 (%2 to %3)"_s.arg(takeLabel({})).arg(minimum).arg(maximum);
+  const QString answer =
+      answerTo({.text = text, .choices = {}, .initial = before, .dismissal = before});
+  if (answer == before) return;
+  control.setDoubleValue(leadingNumber<double>(answer));
+  control.performClick();
 }
 
 void FieldQuestions::askBox(NSButton& button) {
