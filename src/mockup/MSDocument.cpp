@@ -90,6 +90,9 @@ ClassInfoBuilder<Self> withWindow(ClassInfoBuilder<Self> builder) {
       .operation("isDocumentEdited", &Self::hasUnsavedChanges,
                  "Returns whether there are changes that are not saved.")
       .operation(
+          "zoomValue", [](const Self&) { return 1.0; },
+          "Returns 1, as there is no canvas that could be zoomed.")
+      .operation(
           "reloadInspector", [](Self&) {}, "Does nothing, as there is no inspector.")
       .operation(
           "window", [](const Self&) { return QVariant(); }, "Returns nil, as there is no window.")

@@ -19,6 +19,10 @@ class RunDocumentTest : public RunTest {
           "function onRun(c) { setTimeout(() => c.document.pages()[0].setName('New'), 1) }");
     write(u"save.js"_s,
           "context.document.pages()[0].setName('New'); [context.document save]; log('saved')");
+    write(u"open.js"_s,
+          "const all = NSDocumentController.sharedDocumentController();\n"
+          "log(all.currentDocument() === context.document, all.documents().length,\n"
+          "    NSApp.orderedDocuments()[0].displayName(), context.document.zoomValue())");
     write(u"fail.js"_s, "context.document.pages()[0].setName('New'); throw new Error('no')");
   }
 
@@ -49,6 +53,7 @@ TEST_F(RunDocumentTest, SavesOrSaysThatItDidNot) {
       "kelvar: a.sketch was changed but not saved; use --save or -o OUT\n";
   const Case cases[] = {
       {"none.js", "", "", "Weather", ""},
+      {"open.js", "true 1 a 1\n", "", "Weather", ""},
       {"change.js", "", kUnsaved, "Weather", ""},
       {"save.js", "saved\n", "", "New", ""},
       {"none.js --save", "", "", "Weather", ""},

@@ -14,6 +14,8 @@
       'displayDialog:'(text) { show(text, null); },
       'displayDialog:withTitle:'(text, title) { show(text, title); },
       'mainWindow'() { return null; },
+      'orderedDocuments': () => prelude.classNamed('NSDocumentController')
+          .sharedDocumentController().documents(),
     },
   });
 })
