@@ -1048,6 +1048,10 @@ interface NSView extends NSObject {
   setHidden(hidden: boolean): void;
   /** Returns whether the view is hidden. */
   isHidden(): boolean;
+  /** Has the view drawn again, where it is shown. */
+  setNeedsDisplay_(display: boolean): void;
+  /** Has the view drawn again, where it is shown. */
+  setNeedsDisplay(display: boolean): void;
   /** A number for the owner's use. */
   setTag_(tag: number): void;
   /** A number for the owner's use. */
@@ -1667,6 +1671,80 @@ declare const NSImageView: KelvarClass & {
   "new"(): NSImageView;
 };
 
+interface NSMatrix extends NSControl {
+  /** The size of each cell. */
+  get cellSize(): () => NSSize;
+  set cellSize(value: NSSize);
+  /** The space between cells. */
+  get intercellSpacing(): () => NSSize;
+  set intercellSpacing(value: NSSize);
+  /** The cells, row by row. */
+  cells(): any[];
+  /** How many rows there are. */
+  numberOfRows(): number;
+  /** How many columns there are. */
+  numberOfColumns(): number;
+  /** The size of each cell. */
+  setCellSize_(size: NSSize): void;
+  /** The size of each cell. */
+  setCellSize(size: NSSize): void;
+  /** The space between cells. */
+  setIntercellSpacing_(spacing: NSSize): void;
+  /** The space between cells. */
+  setIntercellSpacing(spacing: NSSize): void;
+  /** Returns a cell, or nil. */
+  cellAtRow_column_(row: number, column: number): NSButtonCell;
+  /** Returns a cell, or nil. */
+  cellAtRow_column(row: number, column: number): NSButtonCell;
+  /** Returns the first cell that is on, or nil. */
+  selectedCell(): NSButtonCell;
+  /** Returns the row of the first cell that is on, or -1. */
+  selectedRow(): number;
+  /** Returns the column of the first cell that is on, or -1. */
+  selectedColumn(): number;
+  /** Returns the tag of the first cell that is on, or -1. */
+  selectedTag(): number;
+  /** Switches a cell on and, among radio buttons, the others off; the action does not run. */
+  selectCellAtRow_column_(row: number, column: number): void;
+  /** Switches a cell on and, among radio buttons, the others off; the action does not run. */
+  selectCellAtRow_column(row: number, column: number): void;
+  /** Selects the first cell with that tag, and returns whether there is one. */
+  selectCellWithTag_(tag: number): boolean;
+  /** Selects the first cell with that tag, and returns whether there is one. */
+  selectCellWithTag(tag: number): boolean;
+}
+
+interface NSMatrixAllocated {
+  /** Creates rows of buttons that are copies of the prototype; with `NSRadioModeMatrix` one of them is on. */
+  initWithFrame_mode_prototype_numberOfRows_numberOfColumns_(frame: NSRect, mode: number, prototype: NSButtonCell | null, rows: number, columns: number): NSMatrix;
+  /** Creates rows of buttons that are copies of the prototype; with `NSRadioModeMatrix` one of them is on. */
+  initWithFrame_mode_prototype_numberOfRows_numberOfColumns(frame: NSRect, mode: number, prototype: NSButtonCell | null, rows: number, columns: number): NSMatrix;
+}
+
+declare const NSMatrix: KelvarClass & {
+  alloc(): NSMatrixAllocated;
+};
+
+interface NSScreen extends NSObject {
+  /** Returns position and size in points, from the bottom left of the main screen. */
+  frame(): NSRect;
+  /** Returns what the bars of the desktop leave of it. */
+  visibleFrame(): NSRect;
+  /** Returns the pixels per point. */
+  backingScaleFactor(): number;
+}
+
+interface NSScreenAllocated {
+}
+
+declare const NSScreen: KelvarClass & {
+  alloc(): NSScreenAllocated;
+  /** Returns the main screen. */
+  mainScreen(): NSScreen;
+  /** Returns all screens, the main one first. */
+  screens(): any[];
+};
+
 interface NSScrollView extends NSView {
   /** The view that is scrolled, or nil; its top left is shown at first. */
   get documentView(): () => NSView;
@@ -1710,6 +1788,93 @@ declare const NSScrollView: KelvarClass & {
   alloc(): NSScrollViewAllocated;
   /** Creates a scroll view of size zero. */
   "new"(): NSScrollView;
+};
+
+interface NSSlider extends NSControl {
+  /** The smallest value. */
+  get minValue(): () => number;
+  set minValue(value: number);
+  /** The largest value. */
+  get maxValue(): () => number;
+  set maxValue(value: number);
+  /** How many marks are drawn along it. */
+  get numberOfTickMarks(): () => number;
+  set numberOfTickMarks(value: number);
+  /** The smallest value. */
+  setMinValue_(value: number): void;
+  /** The smallest value. */
+  setMinValue(value: number): void;
+  /** The largest value. */
+  setMaxValue_(value: number): void;
+  /** The largest value. */
+  setMaxValue(value: number): void;
+  /** How many marks are drawn along it. */
+  setNumberOfTickMarks_(marks: number): void;
+  /** How many marks are drawn along it. */
+  setNumberOfTickMarks(marks: number): void;
+  /** Returns whether it is upright. */
+  isVertical(): boolean;
+}
+
+interface NSSliderAllocated {
+  /** Creates a slider of size zero. */
+  init(): NSSlider;
+  /** Creates a slider from 0 to 1, upright if the frame is higher than wide. */
+  initWithFrame_(frame: NSRect): NSSlider;
+  /** Creates a slider from 0 to 1, upright if the frame is higher than wide. */
+  initWithFrame(frame: NSRect): NSSlider;
+}
+
+declare const NSSlider: KelvarClass & {
+  alloc(): NSSliderAllocated;
+  /** Creates a slider of size zero. */
+  "new"(): NSSlider;
+};
+
+interface NSStepper extends NSControl {
+  /** The smallest value. */
+  get minValue(): () => number;
+  set minValue(value: number);
+  /** The largest value. */
+  get maxValue(): () => number;
+  set maxValue(value: number);
+  /** How much the value changes at a time. */
+  get increment(): () => number;
+  set increment(value: number);
+  /** Whether it goes on at the other end of its range. */
+  get valueWraps(): () => boolean;
+  set valueWraps(value: boolean);
+  /** The smallest value. */
+  setMinValue_(value: number): void;
+  /** The smallest value. */
+  setMinValue(value: number): void;
+  /** The largest value. */
+  setMaxValue_(value: number): void;
+  /** The largest value. */
+  setMaxValue(value: number): void;
+  /** How much the value changes at a time. */
+  setIncrement_(increment: number): void;
+  /** How much the value changes at a time. */
+  setIncrement(increment: number): void;
+  /** Whether it goes on at the other end of its range. */
+  setValueWraps_(wraps: boolean): void;
+  /** Whether it goes on at the other end of its range. */
+  setValueWraps(wraps: boolean): void;
+}
+
+interface NSStepperAllocated {
+  /** Creates a stepper of size zero. */
+  init(): NSStepper;
+  /** Creates a stepper from 0 to 59, which goes on at the other end. */
+  initWithFrame_(frame: NSRect): NSStepper;
+  /** Creates a stepper from 0 to 59, which goes on at the other end. */
+  initWithFrame(frame: NSRect): NSStepper;
+}
+
+declare const NSStepper: KelvarClass & {
+  alloc(): NSStepperAllocated;
+  /** Creates a stepper of size zero. */
+  "new"(): NSStepper;
 };
 
 interface NSWindow extends NSObject {
@@ -1769,6 +1934,8 @@ interface NSWindow extends NSObject {
 }
 
 interface NSWindowAllocated {
+  /** Creates a hidden window of size zero with a title bar. */
+  init(): NSWindow;
   /** Creates a hidden window with an empty view of that size; the rest of the rectangle and the last two arguments have no effect. */
   initWithContentRect_styleMask_backing_defer_(rect: NSRect, mask: number, backing: any, defer: boolean): NSWindow;
   /** Creates a hidden window with an empty view of that size; the rest of the rectangle and the last two arguments have no effect. */
@@ -1777,12 +1944,16 @@ interface NSWindowAllocated {
 
 declare const NSWindow: KelvarClass & {
   alloc(): NSWindowAllocated;
+  /** Creates a hidden window of size zero with a title bar. */
+  "new"(): NSWindow;
 };
 
 interface NSPanel extends NSWindow {
 }
 
 interface NSPanelAllocated {
+  /** Creates a hidden window of size zero with a title bar. */
+  init(): NSPanel;
   /** Creates a hidden window with an empty view of that size; the rest of the rectangle and the last two arguments have no effect. */
   initWithContentRect_styleMask_backing_defer_(rect: NSRect, mask: number, backing: any, defer: boolean): NSPanel;
   /** Creates a hidden window with an empty view of that size; the rest of the rectangle and the last two arguments have no effect. */
@@ -1791,6 +1962,8 @@ interface NSPanelAllocated {
 
 declare const NSPanel: KelvarClass & {
   alloc(): NSPanelAllocated;
+  /** Creates a hidden window of size zero with a title bar. */
+  "new"(): NSPanel;
 };
 
 interface KVResizeViewController extends KVViewController {
@@ -2735,6 +2908,10 @@ interface NSImage extends NSObject {
 }
 
 interface NSImageAllocated {
+  /** Creates a transparent image of this size, with a pixel for each point. */
+  initWithSize_(size: NSSize): NSImage;
+  /** Creates a transparent image of this size, with a pixel for each point. */
+  initWithSize(size: NSSize): NSImage;
   /** Reads an image from a PNG, JPEG or WebP file; nil if that fails. */
   initWithContentsOfFile_(file: string | null): NSImage;
   /** Reads an image from a PNG, JPEG or WebP file; nil if that fails. */
@@ -2759,6 +2936,10 @@ interface NSImageAllocated {
 
 declare const NSImage: KelvarClass & {
   alloc(): NSImageAllocated;
+  /** Returns nil, as the desktop has no images for scripts. */
+  imageNamed_(named: string | null): any;
+  /** Returns nil, as the desktop has no images for scripts. */
+  imageNamed(named: string | null): any;
 };
 
 interface NSURL extends NSObject {
@@ -3141,6 +3322,8 @@ interface MSDocument extends SketchDocument {
   displayName(): string;
   /** Returns whether there are changes that are not saved. */
   isDocumentEdited(): boolean;
+  /** Returns 1, as there is no canvas that could be zoomed. */
+  zoomValue(): number;
   /** Does nothing, as there is no inspector. */
   reloadInspector(): void;
   /** Returns nil, as there is no window. */
@@ -3518,6 +3701,18 @@ declare const MSExportRequest: KelvarClass & {
   exportRequestFromExportFormat_layer_inRect_useIDForName_(format: MSModelObject | null, layer: SketchLayer | null, rect: NSRect, name: boolean): MSExportRequest;
   /** Returns a request for a layer in one format; the rectangle must contain all that the layer covers. */
   exportRequestFromExportFormat_layer_inRect_useIDForName(format: MSModelObject | null, layer: SketchLayer | null, rect: NSRect, name: boolean): MSExportRequest;
+  /** Returns a request for each export format of a layer, or for a PNG in its natural size. */
+  exportRequestsFromLayerAncestry_(ancestry: MSImmutableLayerAncestry | null): any[];
+  /** Returns a request for each export format of a layer, or for a PNG in its natural size. */
+  exportRequestsFromLayerAncestry(ancestry: MSImmutableLayerAncestry | null): any[];
+  /** Returns a request for a layer in each of the formats. */
+  exportRequestsFromLayerAncestry_exportFormats_(ancestry: MSImmutableLayerAncestry | null, formats: any[] | null): any[];
+  /** Returns a request for a layer in each of the formats. */
+  exportRequestsFromLayerAncestry_exportFormats(ancestry: MSImmutableLayerAncestry | null, formats: any[] | null): any[];
+  /** Returns a request for a layer in each of the formats, named by the layer or by its identifier. */
+  exportRequestsFromExportableLayer_exportFormats_useIDForName_(layer: SketchLayer | null, formats: any[] | null, name: boolean): any[];
+  /** Returns a request for a layer in each of the formats, named by the layer or by its identifier. */
+  exportRequestsFromExportableLayer_exportFormats_useIDForName(layer: SketchLayer | null, formats: any[] | null, name: boolean): any[];
 };
 
 interface MSImmutableLayerAncestry extends NSObject {
@@ -3550,6 +3745,9 @@ interface MSLayer extends SketchLayer {
   /** The frame's top left corner. */
   get origin(): () => NSPoint;
   set origin(value: NSPoint);
+  /** The middle of the frame, in the parent. */
+  get center(): () => NSPoint;
+  set center(value: NSPoint);
   /** The top left corner on the page. */
   get absolutePosition(): () => NSPoint;
   set absolutePosition(value: NSPoint);
@@ -3657,6 +3855,10 @@ interface MSLayer extends SketchLayer {
   setOrigin_(origin: NSPoint): void;
   /** The frame's top left corner. */
   setOrigin(origin: NSPoint): void;
+  /** The middle of the frame, in the parent. */
+  setCenter_(center: NSPoint): void;
+  /** The middle of the frame, in the parent. */
+  setCenter(center: NSPoint): void;
   /** The top left corner on the page. */
   setAbsolutePosition_(position: NSPoint): void;
   /** The top left corner on the page. */
@@ -4352,6 +4554,8 @@ interface MSTextLayer extends MSStyledLayer {
   setStringValue_(value: string | null): void;
   /** The characters. When they are set, all look like the first one before, and the frame is fitted to them as textBehaviour says. */
   setStringValue(value: string | null): void;
+  /** Returns whether there are no characters. */
+  isEmpty(): boolean;
   /** The size of the font, of the first character. */
   setFontSize_(size: number): void;
   /** The size of the font, of the first character. */
@@ -6673,6 +6877,28 @@ declare const NSFont: KelvarClass & {
   fontWithName_size(name: string | null, size: number): NSFont;
 };
 
+interface NSButtonCell extends NSButton {
+  /** Makes it a check box (`NSSwitchButton`), a radio button (`NSRadioButton`) or a push button. */
+  setButtonType_(type: number): void;
+  /** Makes it a check box (`NSSwitchButton`), a radio button (`NSRadioButton`) or a push button. */
+  setButtonType(type: number): void;
+}
+
+interface NSButtonCellAllocated {
+  /** Creates a push button for a matrix. */
+  init(): NSButtonCell;
+  /** Creates one with this title. */
+  initTextCell_(cell: string | null): NSButtonCell;
+  /** Creates one with this title. */
+  initTextCell(cell: string | null): NSButtonCell;
+}
+
+declare const NSButtonCell: KelvarClass & {
+  alloc(): NSButtonCellAllocated;
+  /** Creates a push button for a matrix. */
+  "new"(): NSButtonCell;
+};
+
 interface TimedTracker extends NSObject {
   /** The running events by name; replaces them when set. */
   get events(): () => Record<string, any>;
@@ -7036,6 +7262,12 @@ declare const NSButtonTypePushOnPushOff: number;
 declare const NSButtonTypeToggle: number;
 declare const NSButtonTypeSwitch: number;
 declare const NSButtonTypeRadio: number;
+declare const NSRoundedBezelStyle: number;
+declare const NSBezelStyleRounded: number;
+declare const NSRadioModeMatrix: number;
+declare const NSHighlightModeMatrix: number;
+declare const NSListModeMatrix: number;
+declare const NSTrackModeMatrix: number;
 declare const NSLeftTextAlignment: number;
 declare const NSRightTextAlignment: number;
 declare const NSCenterTextAlignment: number;

@@ -39,6 +39,7 @@
 
   prelude.markAsNative = prototype => {
     Object.defineProperty(prototype, hasOperations, {value: true});
+    prelude.addTargets(prototype);
   };
 
   // What `value.length()` becomes, since strings have a number of that name.

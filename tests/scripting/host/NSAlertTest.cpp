@@ -118,6 +118,91 @@ TEST(NSAlertTest, AsksForFields) {
   });
 }
 
+TEST(NSAlertTest, AsksForNumbersAndCells) {
+  const std::string range =
+      "var v = NSView.new(), acted = []; v.addSubview(NSTextField.labelWithString('Size:'));\n"
+      "var add = (type, max) => { var c = type.alloc().initWithFrame(NSMakeRect(0, 0, 90, 20));\n"
+      "  c.setMinValue(-2); c.setMaxValue(max); c.setFloatValue(4.5); v.addSubview(c);\n"
+      "  c.setCOSJSTargetFunction(each => acted.push(each.doubleValue())); return c };\n";
+  const std::string ranges =
+      range +
+      "var s = add(NSSlider, 10), t = add(NSStepper, 20), a = NSAlert.new();\n"
+      "a.setAccessoryView(v); a.runModal(); return [s.floatValue(), t.intValue(), acted]";
+  const std::string limits =
+      range +
+      "var read = c => { c.setDoubleValue(99); const high = c.doubleValue(); "
+      "c.setStringValue('-9');"
+      "\n return [high, c.stringValue(), (c.setMinValue(1), c.intValue())] };\n"
+      "return [read(add(NSSlider, 10)), read(add(NSStepper, 20)), acted.length]";
+  const std::string matrix =
+      "var cell = NSButtonCell.new(); cell.setButtonType(NSRadioButton); cell.setTitle('x');\n"
+      "var m = [[NSMatrix alloc] initWithFrame:NSMakeRect(0, 0, 90, 60) mode:NSRadioModeMatrix\n"
+      "  prototype:cell numberOfRows:2 numberOfColumns:2], hits = 0;\n"
+      "m.cells().forEach((c, i) => { c.setTitle('ABCD'[i]); c.setTag(i + 5) });\n"
+      "var on = () => m.cells().map(c => c.state()).join('');\n"
+      "m.setCOSJSTargetFunction(x => hits += x.selectedTag());\n";
+  const std::string asked =
+      matrix +
+      "var a = NSAlert.new(); a.setAccessoryView(m); a.runModal();\n"
+      "return [on(), m.selectedCell().title(), m.selectedRow(), m.selectedColumn(), hits]";
+  const std::string chosen =
+      matrix +
+      "var first = on(); m.selectCellAtRow_column(0, 1); var second = on();\n"
+      "m.selectCellWithTag(8); m.setCellSize(CGSizeMake(40, 20));\n"
+      "return [first, second, on(), m.selectCellWithTag(1), m.cellAtRow_column(2, 0), hits,\n"
+      "  m.cellAtRow_column(1, 1).frame(), m.numberOfRows()]";
+  expectAsked({
+      {ranges.c_str(),
+       {u"7.25"_s, u"40"_s},
+       "? Size (-2 to 10) [4.5] {4.5}\n? Size (-2 to 20) [4.5] {4.5}\n",
+       "7.25,20,7.25,20"},
+      {limits.c_str(), {}, "", "10,-2,1,20,-2,1,0"},
+      {asked.c_str(), {u"C"_s}, "? Value (A,B,C,D) [A] {A}\n", "0010,C,1,0,7"},
+      {chosen.c_str(), {}, "", "1000,0100,0001,false,,0,{{44, 18}, {40, 20}},2"},
+      {(matrix + "return m.selectCellAtRow_column(2, 0)").c_str(),
+       {},
+       "",
+       "threw Error: the matrix has no such cell"},
+  });
+}
+
+TEST(NSAlertTest, SendsActionsToTargets) {
+  const std::string target =
+      "var said = [], type = MOClassDescription\n"
+      "  .allocateDescriptionForClassWithName_superclass('T' + NSUUID.UUID().UUIDString(), "
+      "NSObject);\n"
+      "type.addInstanceMethodWithSelector_function('act:', s => said.push(s.title()));\n"
+      "var t = type.registerClass().new(), b = NSButton.alloc().initWithFrame(CGRectZero);\n"
+      "b.title = 'B';\n";
+  for (const auto& [script, result] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"b.setTarget(t); b.setAction('act:'); b.performClick(nil);\n"
+            "return [said, b.target() === t, b.action()]",
+            "B,true,act:"},
+           {"b.setCOSJSTargetFunction(s => said.push('f')); b.setAction('callAction:');\n"
+            "b.setTarget(t); b.performClick(nil); b.setAction(@selector(act:)); "
+            "b.performClick(nil);\n"
+            "return said",
+            "f,B"},
+           {"b.setAction('act:'); b.performClick(nil); return [b.sendAction_to('act:', t),\n"
+            "  b.sendAction_to('act:', nil), said]",
+            "true,false,B"},
+           {"type.addInstanceMethodWithSelector_function('later:', s => said.push(s)); "
+            "t.later(4);\n"
+            "var sub = MOClassDescription.allocateDescriptionForClassWithName_superclass(\n"
+            "  type.name() + 'Sub', t.class()).registerClass(), o = sub.new(); o.later(5);\n"
+            "return [said, o.isKindOfClass(t.class()), t.isKindOfClass(sub), o.superclass() ===\n"
+            "  NSClassFromString(type.name()), [o respondsToSelector:'later:']]",
+            "4,5,true,false,true,true"},
+           {"return MOClassDescription.allocateDescriptionForClassWithName_superclass(type.name(), "
+            "NSObject)",
+            "null"},
+           {"return MOClassDescription.allocateDescriptionForClassWithName_superclass('X', NSView)",
+            "threw NSInvalidArgumentException: the superclass of X is NSObject or a class that a "
+            "script made, not a class NSView"}}) {
+    expectResults({{(target + script).c_str(), result}});
+  }
+}
+
 TEST(NSAlertTest, StacksFieldsOfAlertWindows) {
   expectAsked({
       {"var w = COSAlertWindow.new(), b = [[NSComboBox alloc] initWithFrame:CGRectZero], n = 0;\n"
