@@ -5,7 +5,7 @@
 
 namespace kelvar {
 
-NetworkSession::NetworkSession() {
+NetworkSession::NetworkSession(MayFollow mayFollow) : mayFollow_(mayFollow) {
   thread_.setObjectName(QStringLiteral("kelvar-network"));
   hurry_->setInterval(std::chrono::milliseconds(50));
   QObject::connect(hurry_, &QTimer::timeout, tasks_, [this] { startNextPost(); });
@@ -22,7 +22,7 @@ NetworkSession::~NetworkSession() {
 void NetworkSession::startTask(const URLRequest& request, Completion completion) {
   const auto start = [this, post = Post{request, timeout_.load(), std::move(completion)}] {
     if (post.request.method != "POST") {
-      auto* const task = new NetworkTask(tasks_, post.request, post.completion);
+      auto* const task = new NetworkTask(tasks_, post.request, mayFollow_, post.completion);
       task->start(post.timeout);
       if (hurry_->isActive()) task->hurry(lookupsEnd_);
       return;
@@ -58,11 +58,12 @@ void NetworkSession::startNextPost() {
     };
     QMetaObject::invokeMethod(tasks_, goOn, Qt::QueuedConnection);
   };
-  (new NetworkTask(tasks_, post.request, complete))->start(post.timeout);
+  (new NetworkTask(tasks_, post.request, mayFollow_, complete))->start(post.timeout);
 }
 
 }  // namespace kelvar
 
-extern "C" KELVAR_EXPORT kelvar::URLSession* kelvarMakeURLSession() {
-  return new kelvar::NetworkSession;
+extern "C" KELVAR_EXPORT kelvar::URLSession* kelvarMakeURLSession(
+    kelvar::URLSession::MayFollow mayFollow) {
+  return new kelvar::NetworkSession(mayFollow);
 }

@@ -13,7 +13,7 @@ namespace kelvar {
 /// `URLSession` implemented with Qt Network. All its work is done on its own thread.
 class NetworkSession : public URLSession {
  public:
-  NetworkSession();
+  explicit NetworkSession(MayFollow mayFollow);
   ~NetworkSession() override;
 
   void startTask(const URLRequest& request, Completion completion) override;
@@ -29,6 +29,7 @@ class NetworkSession : public URLSession {
 
   void startNextPost();
 
+  const MayFollow mayFollow_;
   QThread thread_;
   /// Lives on the thread, which deletes it together with its children, the tasks.
   QObject* const tasks_ = new QObject;

@@ -53,6 +53,10 @@ class OneWayBuffer : public QIODevice {
 
 bool isPost(const URLRequest& request) { return request.method == "POST"; }
 
+bool isSameServer(const QUrl& a, const QUrl& b) {
+  return a.host() == b.host() && a.port() == b.port();
+}
+
 /// Without the parts that may be secret.
 QString shown(const QUrl& address) {
   return address.toDisplayString(QUrl::RemoveUserInfo | QUrl::RemoveQuery);
@@ -78,8 +82,10 @@ bool isTransportError(const QNetworkReply& reply, int status) {
 
 }  // namespace
 
-NetworkTask::NetworkTask(QObject* parent, URLRequest request, URLSession::Completion completion)
+NetworkTask::NetworkTask(QObject* parent, URLRequest request, URLSession::MayFollow mayFollow,
+                         URLSession::Completion completion)
     : QObject(parent),
+      mayFollow_(mayFollow),
       completion_(std::move(completion)),
       request_(std::move(request)),
       deadline_(this) {
@@ -150,6 +156,10 @@ void NetworkTask::follow(const QUrl& redirection) {
     return completeWith(Error::Kind::Unsupported,
                         QStringLiteral("the redirection to %1 is not followed").arg(shown(target)));
   }
+  if (const Result<void> may = mayFollow_(target); !may) {
+    answer_.error = may.error();
+    return complete();
+  }
   if (++redirections_ > kMaxRedirections) {
     return completeWith(
         Error::Kind::Io,
@@ -157,6 +167,8 @@ void NetworkTask::follow(const QUrl& redirection) {
   }
   answer_ = {};
   reply_->deleteLater();
+  // They may hold secrets for the first server.
+  if (!isSameServer(request_.address, target)) request_.headers.clear();
   request_.address = target;
   send();
 }

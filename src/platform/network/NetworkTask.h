@@ -12,7 +12,8 @@ namespace kelvar {
 /// One request in progress. Deletes itself after completion.
 class NetworkTask : public QObject {
  public:
-  NetworkTask(QObject* parent, URLRequest request, URLSession::Completion completion);
+  NetworkTask(QObject* parent, URLRequest request, URLSession::MayFollow mayFollow,
+              URLSession::Completion completion);
 
   /// Starts the request, which fails if it does not complete in time.
   void start(std::chrono::milliseconds timeout);
@@ -32,6 +33,7 @@ class NetworkTask : public QObject {
 
   /// Not shared: Qt has no other way to get a connection that no other request has used.
   QNetworkAccessManager* const manager_ = new QNetworkAccessManager(this);
+  const URLSession::MayFollow mayFollow_;
   const URLSession::Completion completion_;
   QNetworkReply* reply_ = nullptr;
   /// Its URL changes with redirections.

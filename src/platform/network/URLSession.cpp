@@ -32,15 +32,21 @@ void endSession() {
   ended.swap(session);
 }
 
+/// The call that sent the request has ended, so a refusal is part of the answer alone.
+Result<void> mayFollow(const QUrl& target) {
+  const RefusalScope scope;
+  return Permissions::check(Permissions::Kind::Network, target.toString(QUrl::RemoveUserInfo));
+}
+
 std::unique_ptr<URLSession> makeSession() {
   // Qt Network has a thread of its own, beside ours.
   if (!canHaveThreads(2)) {
     logLine(u"Nothing can be fetched: the system cannot start more threads");
     return nullptr;
   }
-  const auto make = reinterpret_cast<URLSession* (*)()>(
+  const auto make = reinterpret_cast<URLSession* (*)(URLSession::MayFollow)>(
       resolveSymbol(KELVAR_NETWORK_LIBRARY, "kelvarMakeURLSession"));
-  return std::unique_ptr<URLSession>(make ? make() : nullptr);
+  return std::unique_ptr<URLSession>(make ? make(mayFollow) : nullptr);
 }
 
 }  // namespace

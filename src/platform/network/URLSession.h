@@ -29,8 +29,9 @@ struct URLResponse {
 ///
 /// URLs must be HTTPS with a certificate that the system trusts, or plain HTTP on this machine. A
 /// user name and a password in a URL are sent as HTTP basic authentication (RFC 7617). A
-/// redirection is followed if its URL meets the same conditions and has the same scheme. Everything
-/// else is a transport error, and so are a body over 8 MiB and a server that takes too long. A
+/// redirection is followed if its URL meets the same conditions, has the same scheme and is allowed
+/// by `Permissions`; the request's headers do not go to another server. Everything else is a
+/// transport error, and so are a body over 8 MiB and a server that takes too long. A
 /// truncated body is a transport error if its length was declared; for a chunked body, Qt does not
 /// always report this, so readers of the body must detect it.
 ///
@@ -38,6 +39,8 @@ struct URLResponse {
 /// loading Qt Network takes longer than mapping a small image.
 class KELVAR_EXPORT URLSession {
  public:
+  /// Whether a redirection to this URL is allowed.
+  using MayFollow = Result<void> (*)(const QUrl& target);
   using Completion = std::function<void(const URLResponse&)>;
 
   /// 8 MiB.

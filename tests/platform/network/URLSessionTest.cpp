@@ -193,6 +193,38 @@ TEST_F(URLSessionTest, SendsCredentialsOnlyToTheirServer) {
   EXPECT_FALSE(other.wholeRequests().value(0).contains("Authorization"));
 }
 
+TEST_F(URLSessionTest, RedirectsAreLimitedByPermissions) {
+  Permissions onlyOne;
+  onlyOne.close(Permissions::Kind::Network);
+  ASSERT_TRUE(onlyOne.allow(Permissions::Kind::Network, QStringLiteral("127.0.0.1")));
+  Permissions::install(onlyOne);
+  const Server server({Server::redirection("http://localhost:%PORT%/"), Server::http("here")});
+  const URLResponse answer = fetch(server.url(QStringLiteral("/")));
+  const Server same({Server::redirection("/there"), Server::http("here")});
+  EXPECT_EQ(fetch(same.url(QStringLiteral("/"))).body, "here");
+  Permissions::install({});
+  EXPECT_TRUE(messageOf(answer.error).contains(QStringLiteral("--allow network=")))
+      << messageOf(answer.error).toStdString();
+  EXPECT_EQ(server.requests().size(), 1);
+}
+
+TEST_F(URLSessionTest, SendsHeadersOnlyToTheirServer) {
+  const Server other({Server::http("here")});
+  const std::tuple<QByteArray, bool> cases[] = {
+      {"/there", true},
+      {"http://localhost:%PORT%/", false},
+      {other.url(QStringLiteral("/")).toEncoded(), false}};
+  for (const auto& [target, isSame] : cases) {
+    const Server server({Server::redirection(target), Server::http("here")});
+    const URLResponse answer =
+        send({.address = server.url(QStringLiteral("/")), .headers = {{"X-Token", "secret"}}});
+    EXPECT_EQ(answer.body, "here") << messageOf(answer.error).toStdString();
+    const QList<QByteArray> requests = server.wholeRequests() + other.wholeRequests();
+    EXPECT_TRUE(requests[0].contains("X-Token")) << target.constData();
+    EXPECT_EQ(requests.value(1).contains("X-Token"), isSame) << target.constData();
+  }
+}
+
 TEST_F(URLSessionTest, RejectsPlainHttp) {
   for (const char* address : {"http://192.0.2.1/", "ftp://127.0.0.1/", "file:///etc/passwd",
                               "http://127.0.0.1.example/", "https:///", "", "nonsense"}) {
