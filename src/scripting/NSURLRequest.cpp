@@ -1,5 +1,8 @@
 #include "scripting/NSURLRequest.h"
 
+#include <QRegularExpression>
+#include <algorithm>
+
 #include "runtime/ClassInfo.h"
 #include "runtime/raise.h"
 
@@ -9,7 +12,7 @@ namespace {
 QVariantMap headersOf(const URLRequest& request) {
   QVariantMap headers;
   for (const auto& [name, value] : request.headers) {
-    headers.insert(QString::fromLatin1(name), QString::fromLatin1(value));
+    headers.insert(QString::fromLatin1(name), QString::fromUtf8(value));
   }
   return headers;
 }
@@ -36,10 +39,22 @@ ClassInfoBuilder<T, Base> made(ClassInfoBuilder<T, Base> builder) {
 /// Names of headers have no case.
 QString header(const URLRequest& request, const QString& wanted) {
   for (const auto& [name, value] : request.headers) {
-    if (name.compare(wanted.toLatin1(), Qt::CaseInsensitive) == 0)
-      return QString::fromLatin1(value);
+    if (name.compare(wanted.toLatin1(), Qt::CaseInsensitive) == 0) return QString::fromUtf8(value);
   }
   return {};
+}
+
+/// Raises for what would end a header, and with it begin another one.
+void requireHeader(const QString& value, const QString& name) {
+  static const QRegularExpression kToken(QStringLiteral(R"(\A[!#$%&'*+.^_`|~0-9A-Za-z-]+\z)"));
+  if (!kToken.match(name).hasMatch()) {
+    raise(QStringLiteral("\"%1\" cannot be the name of a header").arg(name));
+  }
+  const bool hasControl = std::any_of(
+      value.begin(), value.end(), [](QChar c) { return (c < u' ' && c != u'\t') || c == u'\x7f'; });
+  if (hasControl) {
+    raise(QStringLiteral("the value of the header %1 has a control character").arg(name));
+  }
 }
 
 }  // namespace
@@ -81,8 +96,8 @@ const ClassInfo& NSMutableURLRequest::staticClassInfo() {
               "Sets the bytes to send.")
           .operation("setValue:forHTTPHeaderField:", &Self::setHeader,
                      "Sets a header; nil removes it.")
-          .operation("addValue:forHTTPHeaderField:", &Self::setHeader,
-                     "Sets a header; nil removes it.")
+          .operation("addValue:forHTTPHeaderField:", &Self::addHeader,
+                     "Adds a value to a header, after a comma if it has one.")
           .operation("setAllHTTPHeaderFields:", &Self::setHeaders, "Replaces the headers.");
   return kClass;
 }
@@ -96,13 +111,23 @@ void NSMutableURLRequest::setMethod(const QString& method) {
 }
 
 void NSMutableURLRequest::setHeader(const QString& value, const QString& name) {
+  requireHeader(value, name);
   const QByteArray key = name.toLatin1();
   request_.headers.removeIf(
       [&](const auto& header) { return header.first.compare(key, Qt::CaseInsensitive) == 0; });
   if (!value.isNull()) request_.headers.append({key, value.toUtf8()});
 }
 
+void NSMutableURLRequest::addHeader(const QString& value, const QString& name) {
+  if (value.isNull()) return;
+  const QString before = header(request_, name);
+  setHeader(before.isEmpty() ? value : before + QStringLiteral(", ") + value, name);
+}
+
 void NSMutableURLRequest::setHeaders(const QVariantMap& headers) {
+  for (auto each = headers.begin(); each != headers.end(); ++each) {
+    requireHeader(each.value().toString(), each.key());
+  }
   request_.headers.clear();
   for (auto each = headers.begin(); each != headers.end(); ++each) {
     setHeader(each.value().toString(), each.key());

@@ -32,8 +32,10 @@ class NSMutableURLRequest : public NSURLRequest {
 
   /// Raises for anything but GET and POST.
   void setMethod(const QString& method);
-  /// Nil removes the header.
+  /// Nil removes the header. Raises for a name or a value that no header can have.
   void setHeader(const QString& value, const QString& name);
+  /// Keeps what the header has, with a comma in between.
+  void addHeader(const QString& value, const QString& name);
   void setHeaders(const QVariantMap& headers);
 };
 

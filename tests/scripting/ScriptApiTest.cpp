@@ -227,6 +227,8 @@ QString ownArguments(const QString& selector) {
        u"MSExportFormat.new(), layer, NSMakeRect(-999, -999, 9999, 9999), true"_s},
       {u"addPage:"_s, u"MSPage.new()"_s},
       {u"setHTTPMethod:"_s, u"'POST'"_s},
+      {u"setValue:forHTTPHeaderField:"_s, u"'a', 'Accept'"_s},
+      {u"addValue:forHTTPHeaderField:"_s, u"'a', 'Accept'"_s},
       {u"curveToPoint:controlPoint1:controlPoint2:"_s,
        u"NSMakePoint(1, 2), NSMakePoint(1, 2), NSMakePoint(1, 2)"_s}};
   return kArguments.value(selector);

@@ -116,7 +116,15 @@ TEST(FoundationTest, TakesURLsApart) {
        "r.setHTTPBody('x'.dataUsingEncoding(4)); r.addValue_forHTTPHeaderField('c', 'a');"
        "return [r.HTTPMethod(), JSON.stringify(r.allHTTPHeaderFields()), r.HTTPBody().length(),"
        "r.URL().host(), r.isKindOfClass(NSURLRequest)].join(' ')",
-       R"js(POST {"a":"c"} 1 a.com true)js"},
+       R"js(POST {"a":"b, c"} 1 a.com true)js"},
+      {"NSMutableURLRequest.requestWithURL(nil).setValue_forHTTPHeaderField('b\\r\\nX: y', 'a')",
+       "threw Error: the value of the header a has a control character"},
+      {"NSMutableURLRequest.requestWithURL(nil).addValue_forHTTPHeaderField('b', 'a: x')",
+       "threw Error: \"a: x\" cannot be the name of a header"},
+      {"var r = NSMutableURLRequest.requestWithURL(nil); r.setValue_forHTTPHeaderField('é', 'a');"
+       "try { r.setAllHTTPHeaderFields({b: 'c', d: 'e\\n'}); } catch {}"
+       "return JSON.stringify(r.allHTTPHeaderFields())",
+       R"js({"a":"é"})js"},
       {"var r = [[NSMutableURLRequest alloc] init]; [r setURL:NSURL.URLWithString('https://b.c')];"
        "return r.URL().host() + r.HTTPMethod()",
        "b.cGET"},
