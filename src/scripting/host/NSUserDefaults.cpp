@@ -5,6 +5,7 @@
 
 #include "platform/QtError.h"
 #include "runtime/ClassInfo.h"
+#include "runtime/checkStorable.h"
 #include "runtime/raise.h"
 
 namespace kelvar {
@@ -66,12 +67,19 @@ void setBool(Self& self, bool value, const QString& key) { self.setObject(value,
 void setInteger(Self& self, qlonglong value, const QString& key) { self.setObject(value, key); }
 void setDouble(Self& self, double value, const QString& key) { self.setObject(value, key); }
 
+/// Nothing is removed before it is known that everything can be stored.
 void setDomain(Self&, const QVariantMap& values, const QString& name) {
   const auto suite = Self::suite(name);
   if (!suite) raise(u"a domain needs a name"_s);
-  for (const QString& key : suite->storedValues().keys()) suite->removeObjectForKey(key);
+  for (auto each = values.begin(); each != values.end(); ++each) {
+    if (!each.key().isValidUtf16()) raise(u"a key of a domain is not valid Unicode"_s);
+    if (!isNothing(each.value())) orRaise(checkStorable(each.value(), each.key()));
+  }
   for (auto each = values.begin(); each != values.end(); ++each) {
     suite->setObject(each.value(), each.key());
+  }
+  for (const QString& key : suite->storedValues().keys()) {
+    if (!values.contains(key)) suite->removeObjectForKey(key);
   }
 }
 

@@ -67,6 +67,13 @@ TEST_F(NSUserDefaultsTest, KeepsValues) {
        "d.removePersistentDomainForName('d');\n"
        "return [all.k, domain.k, url, after, d.persistentDomainForName('d')].join(' ')",
        "v v a.b {\"n\":1} "},
+      // What cannot be stored takes nothing away.
+      {"var a = [[NSUserDefaults alloc] initWithSuiteName:@\"e\"]; a.setObject_forKey(1, 'k');\n"
+       "try { a.setPersistentDomain_forName({b: 2, c: [KVRect new]}, 'e'); } catch (e) {}\n"
+       "var kept = JSON.stringify(a.dictionaryRepresentation());\n"
+       "a.setPersistentDomain_forName({k: 3, n: nil}, 'e');\n"
+       "return kept + JSON.stringify(a.dictionaryRepresentation())",
+       "{\"k\":1}{\"k\":3}"},
       // Suites have keys of their own, also by names with a slash.
       {"var a = [[NSUserDefaults alloc] initWithSuiteName:@\"a\"],\n"
        "  b = NSUserDefaults.alloc().initWithSuiteName('a/b');\n"
