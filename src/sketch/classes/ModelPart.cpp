@@ -31,6 +31,7 @@ ModelPartRef ModelPart::within(const ClassInfo& info, const ModelPart& part, con
   auto inner = std::make_shared<ModelPart>(info, part.layer_, part.place_ / place);
   inner->document_ = part.document_;
   inner->own_ = part.own_;
+  inner->element_ = part.element_;
   return inner;
 }
 
@@ -51,24 +52,43 @@ void ModelPart::raiseGone() const {
 
 const SketchJson& ModelPart::json() const {
   const SketchJson& all = root();
-  return all.contains(place_) ? all[place_] : kMissing;
+  const Place place = placeInRoot();
+  return all.contains(place) ? all[place] : kMissing;
 }
 
 SketchJson& ModelPart::change() {
+  const Place place = placeInRoot();
   SketchJson& all = changeRoot();
   // An element of a list is not made anew, and what is in the way is left as it is.
-  Place around = place_;
+  Place around = place;
   while (!around.empty() && !all.contains(around)) {
     if (around.back().find_first_not_of("0123456789") == std::string::npos) raiseGone();
     around.pop_back();
   }
-  if (!around.empty() || !place_.empty()) {
+  if (!around.empty() || !place.empty()) {
     const SketchJson& parent = all[around];
-    if (around != place_ && !parent.is_object() && !parent.is_null()) raiseGone();
+    if (around != place && !parent.is_object() && !parent.is_null()) raiseGone();
   }
-  SketchJson& json = all[place_];
+  SketchJson& json = all[place];
   if (!json.is_object()) json = SketchJson::object();
   return json;
+}
+
+ModelPart::Place ModelPart::placeInRoot() const {
+  if (!element_) return place_;
+  const SketchJson& all = root();
+  const SketchJson& elements = all.contains(element_->list) ? all[element_->list] : kMissing;
+  if (!elements.is_array()) raiseGone();
+  const auto isAt = [&](size_t i) {
+    return getString(elements[i], "do_objectID") == element_->objectID;
+  };
+  size_t index = element_->index;
+  if (index >= elements.size() || !isAt(index)) {
+    for (index = 0; index < elements.size() && !isAt(index);) ++index;
+  }
+  if (index == elements.size()) raiseGone();
+  element_->index = index;
+  return element_->list / index / place_;
 }
 
 void ModelPart::moveInto(ModelPart& part, const Place& place) {
@@ -78,7 +98,17 @@ void ModelPart::moveInto(ModelPart& part, const Place& place) {
   layer_ = part.layer_;
   document_ = part.document_;
   own_ = part.own_;
+  element_ = part.element_;
   place_ = part.place_ / place;
+}
+
+void ModelPart::follow(const Place& list, size_t index) {
+  element_.reset();
+  place_ = list / index;
+  const QString objectID = getString(json(), "do_objectID");
+  if (objectID.isEmpty()) return;
+  element_ = Element{list, objectID, index};
+  place_ = {};
 }
 
 QVariant ModelPart::valueForKey(const QString& key) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <ratio>
 
 #include "runtime/ClassInfo.h"
@@ -40,12 +41,16 @@ class ModelPart : public Object {
   SketchJson& change();
   /// Copies what the part holds to a place in another one, and stands for it from now on.
   void moveInto(ModelPart& part, const Place& place);
+  /// Makes a part of a document the element of a list in it, wherever that goes in the list; one
+  /// without an identifier is known by its index.
+  void follow(const Place& list, size_t index);
 
   /// The layer that it is in; null for none.
   const SketchLayerRef& layer() const { return layer_; }
   /// The document that it is in; null for none.
   SketchDocumentRef document() const { return layer_ ? layer_->document() : document_; }
-  /// Where it is in the JSON of its layer or document, or of the part that it is within.
+  /// Where it is in the JSON of its layer or document, of the element that it follows, or of the
+  /// part that it is within.
   const Place& place() const { return place_; }
 
   /// Members of the JSON, in addition to the keys of the class.
@@ -53,7 +58,15 @@ class ModelPart : public Object {
   QString description() const override;
 
  private:
+  /// An element of a list, and where it was found last.
+  struct Element {
+    Place list;
+    QString objectID;
+    mutable size_t index;
+  };
+
   const SketchJson& root() const;
+  Place placeInRoot() const;
   SketchJson& changeRoot();
   [[noreturn]] void raiseGone() const;
 
@@ -62,6 +75,7 @@ class ModelPart : public Object {
   SketchDocumentRef document_;
   /// Where there is no layer and no document; shared with the parts within it.
   std::shared_ptr<SketchJson> own_;
+  std::optional<Element> element_;
   Place place_;
 };
 

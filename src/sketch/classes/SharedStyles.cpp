@@ -20,6 +20,8 @@ constexpr auto kStyleKey = "sharedObjectID";
 const ClassInfo::Registration kRegistered[] = {ClassInfo::Registration(&Self::staticClassInfo),
                                                ClassInfo::Registration(&sharedStyleClass)};
 
+ModelPart::Place listOf(const char* kind) { return ModelPart::Place() / kind / "objects"; }
+
 ModelPartRef styleOf(const ModelPart& self) {
   return ModelPart::within(styleClass(), self, ModelPart::Place("/value"));
 }
@@ -131,8 +133,10 @@ QVariantList SharedStyles::objects() const {
   QVariantList styles;
   const SketchJson& objects = getArray(get(document_->files().document(), kind_), "objects");
   for (size_t i = 0; i < objects.size(); ++i) {
-    const ModelPart::Place place = ModelPart::Place() / std::string(kind_) / "objects" / i;
-    styles.append(toVariant(std::make_shared<ModelPart>(sharedStyleClass(), document_, place)));
+    const auto style =
+        std::make_shared<ModelPart>(sharedStyleClass(), document_, ModelPart::Place());
+    style->follow(listOf(kind_), i);
+    styles.append(toVariant(style));
   }
   return styles;
 }
@@ -182,7 +186,9 @@ void SharedStyles::add(const ModelPartRef& shared) {
   }
   SketchJson& objects = json["objects"];
   if (!objects.is_array()) objects = SketchJson::array();
-  shared->moveInto(container, ModelPart::Place("/objects") / objects.size());
+  const size_t index = objects.size();
+  shared->moveInto(container, ModelPart::Place("/objects") / index);
+  shared->follow(listOf(kind_), index);
 }
 
 int SharedStyles::indexOf(const ModelPartRef& shared) const {

@@ -4,8 +4,8 @@
 
 namespace kelvar {
 
-/// A document's shared styles, of layers or of texts, as scripts see them. They can be added and
-/// changed, but not removed.
+/// A document's shared styles, of layers or of texts, as scripts see them. What a script holds of a
+/// shared style stays that one as others are removed, and raises once it is removed itself.
 class SharedStyles : public Object {
  public:
   /// The kind by its key in document.json.
@@ -30,7 +30,7 @@ class SharedStyles : public Object {
   int indexOf(const ModelPartRef& shared) const;
   /// Raises if there is no such shared style.
   ModelPartRef at(int index) const;
-  /// Layers keep how they look. Raises if there is no such shared style. Those after it move up.
+  /// Layers keep how they look. Raises if there is no such shared style.
   void removeAt(int index);
   void remove(const ModelPartRef& shared);
   ModelPartRef addNew(const QString& name, const ModelPartRef& firstInstance);

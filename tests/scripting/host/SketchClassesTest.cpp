@@ -312,6 +312,15 @@ TEST_F(SketchClassesTest, RemovesSharedStyles) {
        "[document.documentData().layerStyles().objects().map(s => s.name()),"
        " byName('O').sharedStyleID()]",
        "B,"},
+      // What is held of one stays that one.
+      {"const all = document.documentData().layerStyles();"
+       "const [a] = all.objects(), add = name => all.addSharedStyleWithName_firstInstance("
+       "name, MSStyle.new()); const b = add('B'), c = add('C'), style = c.style();"
+       "all.removeSharedStyle(b); c.name = 'D'; style.addStylePartOfType_(0);"
+       "all.removeSharedStyle(a); let said = ''; try { a.name = 'E'; } catch (e) { said = e; }"
+       "c.name = c.name() + all.indexOfSharedStyle(c) + c.style().fills().count() + said",
+       "document.documentData().layerStyles().objects().map(s => s.name())",
+       "D01Error: the MSSharedStyle is no longer where it was"},
       {"const all = document.documentData().layerStyles();"
        "all.updateValueOfSharedObject_byCopyingInstance(all.sharedStyleAtIndex(0), MSStyle.new())",
        "document.documentData().layerStyleWithID('style-1').style().fills().count()", "0"},
