@@ -1,6 +1,7 @@
 #include "sketch/classes/AttributedText.h"
 
 #include <QColor>
+#include <algorithm>
 
 #include "core/NSFont.h"
 #include "runtime/Conversion.h"
@@ -107,6 +108,42 @@ AttributedText AttributedText::from(const QVariant& value) {
   const QVariantMap parts = value.toMap();
   if (!parts.contains(u"runs"_s)) raise(u"an attributed string is expected"_s);
   return {parts[u"string"_s].toString(), parts[u"runs"_s].toList()};
+}
+
+SketchJson AttributedText::runJson(qsizetype location, qsizetype length, SketchJson attributes) {
+  return {{"_class", "stringAttribute"},
+          {"location", location},
+          {"length", length},
+          {"attributes", std::move(attributes)}};
+}
+
+SketchJson AttributedText::toJson(const SketchJson& leading) const {
+  SketchJson list = SketchJson::array();
+  qsizetype end = 0;
+  const auto addUntil = [&](qsizetype to, const SketchJson& attributes) {
+    if (to <= end) return;
+    if (!list.empty() && list.back()["attributes"] == attributes) {
+      list.back()["length"] = to - list.back()["location"].get<qsizetype>();
+    } else {
+      list.push_back(runJson(end, to - end, attributes));
+    }
+    end = to;
+  };
+  for (const QVariant& each : runs) {
+    const QVariantMap run = each.toMap();
+    const auto inText = [&](double at) {
+      return std::clamp<qsizetype>(integerFromReal(at), 0, string.size());
+    };
+    const double start = run[u"location"_s].toDouble();
+    SketchJson attributes = leading;
+    assign(run[u"attributes"_s].toMap(), &attributes);
+    addUntil(inText(start), leading);
+    addUntil(inText(start + run[u"length"_s].toDouble()), attributes);
+  }
+  addUntil(string.size(), leading);
+  SketchJson json{{"_class", "attributedString"}, {"string", string.toStdString()}};
+  json["attributes"] = std::move(list);
+  return json;
 }
 
 }  // namespace kelvar

@@ -27,6 +27,10 @@ struct AttributedText {
   /// What a script gives: an attributed string, or a string without attributes. Raises for anything
   /// else.
   static AttributedText from(const QVariant& value);
+  /// The text of a layer. Characters that no run covers have the attributes `leading`, which are
+  /// also the base of those that a run gives. Raises as `assign` does.
+  SketchJson toJson(const SketchJson& leading) const;
+  static SketchJson runJson(qsizetype location, qsizetype length, SketchJson attributes);
 };
 
 }  // namespace kelvar

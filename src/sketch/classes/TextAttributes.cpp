@@ -1,6 +1,7 @@
 #include "sketch/classes/TextAttributes.h"
 
 #include "core/NSFont.h"
+#include "runtime/Conversion.h"
 #include "runtime/raise.h"
 #include "sketch/classes/AttributedText.h"
 #include "sketch/classes/LayerClasses.h"
@@ -56,31 +57,18 @@ QVariant attributedString(const Self& self) {
   return QVariant::fromValue(text);
 }
 
-/// Characters without attributes look like the first one before.
 void setAttributedString(Self& self, const QVariant& value) {
-  const AttributedText given = AttributedText::from(value);
   TextContent text(self);
-  text.setString(given.string);
-  for (const QVariant& each : given.runs) {
-    const QVariantMap run = each.toMap();
-    const QVariantMap attributes = run[u"attributes"_s].toMap();
-    text.changeRange(run[u"location"_s].toLongLong(), run[u"length"_s].toLongLong(),
-                     [&](SketchJson& json) { AttributedText::assign(attributes, &json); });
-  }
-  // The layer's style says how what is typed next looks.
-  const SketchJson& runs = getArray(get(self.node().json(), "attributedString"), "attributes");
-  if (!runs.empty()) {
-    SketchJson leading = get(runs[0], "attributes");
-    self.edit().change()["style"]["textStyle"]["encodedAttributes"] = std::move(leading);
-  }
+  text.setText(AttributedText::from(value));
+  text.typeLikeFirst();
   text.fitFrame();
 }
 
 void addAttributes(Self& self, const QVariantMap& attributes, const QVariantMap& range) {
   const qsizetype length = TextContent(self).string().size();
-  const qsizetype from = range.value(u"location"_s).toLongLong();
-  const qsizetype count = range.value(u"length"_s).toLongLong();
-  if (from < 0 || count < 0 || from + count > length) {
+  const qsizetype from = integerFromReal(range.value(u"location"_s).toDouble());
+  const qsizetype count = integerFromReal(range.value(u"length"_s).toDouble());
+  if (from < 0 || count < 0 || count > length - from) {
     raise(u"the range {%1, %2} is beyond the %3 characters of the text"_s.arg(from).arg(count).arg(
         length));
   }

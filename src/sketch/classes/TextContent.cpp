@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "platform/image/OffscreenGuiApplication.h"
+#include "sketch/classes/AttributedText.h"
 #include "sketch/document/Layer.h"
 #include "sketch/render/text/TextLayout.h"
 
@@ -44,13 +45,6 @@ SketchJson attributesOf(const render::CharacterStyle& style) {
   return attributes;
 }
 
-SketchJson runJson(qsizetype location, qsizetype length, SketchJson attributes) {
-  return {{"_class", "stringAttribute"},
-          {"location", location},
-          {"length", length},
-          {"attributes", std::move(attributes)}};
-}
-
 render::CharacterStyle leadingStyle(const SketchLayer& layer) {
   return render::readTextRuns(layer.node().json()).runs.first().style;
 }
@@ -65,12 +59,18 @@ SketchJson TextContent::leadingAttributes() const {
   return attributes.is_object() ? attributes : attributesOf(leadingStyle(layer_));
 }
 
-void TextContent::setString(const QString& string) {
-  SketchJson run = runJson(0, string.size(), leadingAttributes());
-  SketchJson& content = layer_.edit().change()["attributedString"];
-  content = {{"_class", "attributedString"}, {"string", string.toStdString()}};
-  content["attributes"] = SketchJson::array();
-  if (!string.isEmpty()) content["attributes"].push_back(std::move(run));
+void TextContent::setText(const AttributedText& given) {
+  SketchJson content = given.toJson(leadingAttributes());
+  layer_.edit().change()["attributedString"] = std::move(content);
+}
+
+void TextContent::setString(const QString& string) { setText({string, {}}); }
+
+void TextContent::typeLikeFirst() {
+  const SketchJson& runs = getArray(get(layer_.node().json(), "attributedString"), "attributes");
+  if (runs.empty()) return;
+  const SketchJson leading = get(runs[0], "attributes");
+  changeTypingAttributes(leading, [&](SketchJson& attributes) { attributes = leading; });
 }
 
 QString TextContent::fontName() const { return leadingStyle(layer_).font; }
@@ -92,7 +92,8 @@ void TextContent::unarchive() {
   const render::TextRuns runs = render::readTextRuns(layer_.node().json());
   SketchJson list = SketchJson::array();
   for (const render::TextRun& run : runs.runs) {
-    if (run.length > 0) list.push_back(runJson(run.start, run.length, attributesOf(run.style)));
+    if (run.length > 0)
+      list.push_back(AttributedText::runJson(run.start, run.length, attributesOf(run.style)));
   }
   SketchJson& json = layer_.edit().change()["attributedString"];
   json = {{"_class", "attributedString"}, {"string", runs.text.toStdString()}};
@@ -100,7 +101,7 @@ void TextContent::unarchive() {
 }
 
 void TextContent::changeAttributes(const Change& change) {
-  SketchJson leading = leadingAttributes();
+  const SketchJson leading = leadingAttributes();
   unarchive();
   SketchJson& json = layer_.edit().change();
   for (SketchJson& run : json["attributedString"]["attributes"]) {
@@ -108,12 +109,16 @@ void TextContent::changeAttributes(const Change& change) {
     if (!get(run, "attributes").is_object()) run["attributes"] = SketchJson::object();
     change(run["attributes"]);
   }
-  SketchJson& style = json["style"];
+  changeTypingAttributes(leading, change);
+}
+
+void TextContent::changeTypingAttributes(const SketchJson& before, const Change& change) {
+  SketchJson& style = layer_.edit().change()["style"];
   if (!style.is_object()) return;
   SketchJson& textStyle = style["textStyle"];
   if (!textStyle.is_object()) textStyle = {{"_class", "textStyle"}};
   if (!get(textStyle, "encodedAttributes").is_object()) {
-    textStyle["encodedAttributes"] = std::move(leading);
+    textStyle["encodedAttributes"] = before;
   }
   change(textStyle["encodedAttributes"]);
 }
@@ -124,14 +129,14 @@ void TextContent::changeRange(qsizetype from, qsizetype count, const Change& cha
   const SketchJson runs = layer_.node().json()["attributedString"]["attributes"];
   SketchJson split = SketchJson::array();
   for (const SketchJson& run : runs) {
-    const auto start = qsizetype(getNumber(run, "location"));
-    const qsizetype end = start + qsizetype(getNumber(run, "length"));
+    const qsizetype start = std::max(0, getInt(run, "location"));
+    const qsizetype end = start + std::max(0, getInt(run, "length"));
     const auto addPart = [&](qsizetype first, qsizetype last, bool isChanged) {
       if (first >= last) return;
       SketchJson attributes = get(run, "attributes");
       if (!attributes.is_object()) attributes = SketchJson::object();
       if (isChanged) change(attributes);
-      split.push_back(runJson(first, last - first, std::move(attributes)));
+      split.push_back(AttributedText::runJson(first, last - first, std::move(attributes)));
     };
     const qsizetype inside = std::clamp(from, start, end), outside = std::clamp(to, start, end);
     addPart(start, inside, false);

@@ -7,6 +7,8 @@
 
 namespace kelvar {
 
+struct AttributedText;
+
 /// The characters of a text layer and how they look, in the forms of all versions of documents.
 /// What is set is written in the form of documents since Sketch 49. The frame only changes in
 /// `fitFrame`.
@@ -29,6 +31,12 @@ class TextContent {
   int textTransform() const;
   SketchJson color() const;
 
+  /// Characters without attributes look like the first one before. Raises for attributes that
+  /// documents do not have, and then changes nothing.
+  void setText(const AttributedText& text);
+  /// Lets what is typed next look like the first character.
+  void typeLikeFirst();
+
   /// Changes the attributes of all characters and of those to come.
   void changeAttributes(const Change& change);
   /// The same for some characters alone. The range must be within the string.
@@ -43,6 +51,8 @@ class TextContent {
 
  private:
   SketchJson leadingAttributes() const;
+  /// Of the layer's style, which gets those `before` if it has none.
+  void changeTypingAttributes(const SketchJson& before, const Change& change);
   /// Writes a text that is an archive as JSON.
   void unarchive();
 

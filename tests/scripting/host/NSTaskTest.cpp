@@ -90,6 +90,13 @@ TEST(NSTaskTest, ReportsMistakes) {
 
 TEST(NSAttributedStringTest, KeepsAttributesOfCharacters) {
   expectResults({
+      // Characters that get an attribute together stay one run.
+      {"var s = NSMutableAttributedString.alloc().initWithString('x'.repeat(4000)), runs = 0;\n"
+       "s.addAttribute_value_range_('NSKern', 1, NSMakeRange(0, 4000));\n"
+       "s.removeAttribute_range_('NSFont', NSMakeRange(0, 4000));\n"
+       "s.enumerateAttributesInRange_options_usingBlock_(NSMakeRange(0, 4000), 0, () => ++runs);\n"
+       "return runs",
+       "1"},
       {"var s = [[NSMutableAttributedString alloc] initWithString:@\"Hello\"];\n"
        "[s addAttribute:NSFontAttributeName value:@\"F\" range:NSMakeRange(0, 2)];\n"
        "s.addAttributes_range_({NSColor: 'red'}, NSMakeRange(1, 3));\n"

@@ -294,10 +294,50 @@ TEST_F(SketchClassesTest, GivesCharactersAttributes) {
        "un two,2,30,1"},
       {"t.setAttributedStringValue(NSAttributedString.alloc().initWithString('new'))",
        "[byName('T').stringValue(), byName('T').font().fontName()]", "new,Roboto-Bold"},
+      // What cannot be set leaves the text as it was.
+      {"const a = NSMutableAttributedString.alloc().initWithString('new');"
+       "a.addAttribute_value_range('NSLink', 'x', NSMakeRange(0, 1));"
+       "try { t.setAttributedStringValue(a); } catch (e) { t.name = 'T'; }",
+       "byName('T').stringValue()", "one two"},
+      {"let said; try { t.addAttribute_value_forRange('NSKern', 2, {location: 9e18, length: 9e18});"
+       "} catch (e) { said = e.message; } t.stringValue = said",
+       "byName('T').stringValue()",
+       "the range {9000000000000000000, 9000000000000000000} is beyond the 7 characters of the "
+       "text"},
+      // Neighbors that look alike are one run.
+      {"const a = t.attributedStringValue().mutableCopy();"
+       "a.addAttribute_value_range('NSKern', 2, NSMakeRange(0, 3));"
+       "a.addAttribute_value_range('NSKern', 2, NSMakeRange(3, 2));"
+       "t.setAttributedStringValue(a)",
+       "byName('T').attributedString().treeAsDictionary().value.attributes.map(r => r.text)",
+       "one t,wo"},
   };
   for (const Row& row : rows) {
     const QByteArray change = (make + QString::fromUtf8(row.change)).toUtf8();
     check({{change.constData(), row.read, row.result}});
+  }
+}
+
+TEST_F(SketchClassesTest, ReplacesDamagedTexts) {
+  const SketchJson wrong{{"location", 1e300}, {"length", -5}, {"attributes", {{"kerning", 1}}}};
+  const SketchJson damaged[] = {
+      {{"style", 5}, {"attributedString", {{"string", "abc"}}}},
+      {{"style", {{"textStyle", "x"}}}, {"attributedString", {{"string", "abc"}}}},
+      {{"attributedString", {{"string", "abc"}, {"attributes", {wrong, wrong}}}}}};
+  for (const SketchJson& members : damaged) {
+    const SketchDocumentRef document =
+        parts::opened(parts::packed(parts::files({parts::layer("text", "T", {}, members)})));
+    EXPECT_EQ(
+        SketchClassesTest::run(
+            document,
+            u"const t = byName('T'); t.addAttribute_value_forRange('NSKern', 2,"
+            "NSMakeRange(0, t.stringValue().length())); const text = NSMutableAttributedString"
+            ".alloc().initWithString('one'); text.addAttribute_value_range('NSKern', 3, "
+            "NSMakeRange(1, 2)); t.setAttributedStringValue(text);"
+            "print(t.stringValue(), t.attributedString().attribute_atIndex_effectiveRange("
+            "'NSKern', 2, nil))"_s),
+        "one 3\n")
+        << members;
   }
 }
 

@@ -28,7 +28,13 @@
     }
     change(range, selector, convert) {
       const [from, to] = takeRange(range, this.text.length, selector);
-      for (let i = from; i < to; ++i) this.marks[i] = convert(this.marks[i]);
+      // Characters that share attributes go on sharing them.
+      const converted = new Map();
+      for (let i = from; i < to; ++i) {
+        const marks = this.marks[i];
+        if (!converted.has(marks)) converted.set(marks, convert(marks));
+        this.marks[i] = converted.get(marks);
+      }
     }
   }
   // What Kelvar's classes take of it, and give: runs of characters with the same attributes.
