@@ -4,6 +4,7 @@
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -16,30 +17,37 @@ const ClassInfo::Registration kRegistered(&NSFont::staticClassInfo);
 
 constexpr double kDefaultSize = 13;
 constexpr int kMaxSize = 1000;
-
-/// The default size for 0.
-double sizeOr(double size) { return std::isfinite(size) && size > 0 ? size : kDefaultSize; }
+/// Beyond any text in a document.
+constexpr double kMaxPointSize = 1e6;
 
 NSFontRef applicationFont(double size, bool isBold) {
   const QString family = QGuiApplication::font().family();
-  return std::make_shared<NSFont>(isBold ? family + QStringLiteral("-Bold") : family, sizeOr(size));
+  return std::make_shared<NSFont>(isBold ? family + QStringLiteral("-Bold") : family, size);
 }
 NSFontRef systemFont(double size) { return applicationFont(size, false); }
 NSFontRef boldSystemFont(double size) { return applicationFont(size, true); }
 
 NSFontRef fontWithName(const QString& name, double size) {
-  return NSFont::isInstalled(name) ? std::make_shared<NSFont>(name, sizeOr(size)) : nullptr;
+  return NSFont::isInstalled(name) ? std::make_shared<NSFont>(name, size) : nullptr;
+}
+
+/// Without spaces, and empty for the plain styles.
+QString plainStyle(const QString& style) {
+  const bool isPlain = style == QStringLiteral("Regular") || style == QStringLiteral("Book") ||
+                       style == QStringLiteral("Normal");
+  return isPlain ? QString() : QString(style).remove(u' ');
 }
 
 /// The family and style that are installed under a PostScript name, or the family under its own
 /// name; empty for neither.
 std::pair<QString, QString> installed(const QString& name) {
   if (QFontDatabase::hasFamily(name)) return {name, QString()};
-  const QString wanted = name.section(u'-', 0, 0);
+  const QString wanted = name.section(u'-', 0, 0).remove(u' ');
+  const QString wantedStyle = plainStyle(name.section(u'-', 1));
   for (const QString& family : QFontDatabase::families()) {
-    if (QString(family).remove(u' ') != wanted) continue;
+    if (NSFont::withoutFoundry(family).remove(u' ') != wanted) continue;
     for (const QString& style : QFontDatabase::styles(family)) {
-      if (NSFont::postscriptName(family, style) == name) return {family, style};
+      if (plainStyle(style) == wantedStyle) return {family, style};
     }
   }
   return {};
@@ -78,6 +86,10 @@ const ClassInfo& NSFont::staticClassInfo() {
   return kClass;
 }
 
+NSFont::NSFont(QString fontName, double pointSize)
+    : fontName_(std::move(fontName)),
+      pointSize_(pointSize > 0 ? std::min(pointSize, kMaxPointSize) : kDefaultSize) {}
+
 NSFont::NSFont(const QFont& font)
     : fontName_(font.bold() ? font.family() + QStringLiteral("-Bold") : font.family()),
       pointSize_(QFontInfo(font).pixelSize()) {}
@@ -93,7 +105,7 @@ QFont NSFont::font() const {
 
 QString NSFont::familyName() const {
   const QString family = installed(fontName_).first;
-  return family.isEmpty() ? fontName_.section(u'-', 0, 0) : family;
+  return family.isEmpty() ? fontName_.section(u'-', 0, 0) : withoutFoundry(family);
 }
 
 QString NSFont::displayName() const {
@@ -103,11 +115,13 @@ QString NSFont::displayName() const {
 
 bool NSFont::isInstalled(const QString& name) { return !installed(name).first.isEmpty(); }
 
+QString NSFont::withoutFoundry(const QString& family) {
+  return family.section(QStringLiteral(" ["), 0, 0);
+}
+
 QString NSFont::postscriptName(const QString& family, const QString& style) {
-  const QString name = QString(family).remove(u' ');
-  const bool isPlain = style.isEmpty() || style == QStringLiteral("Regular") ||
-                       style == QStringLiteral("Book") || style == QStringLiteral("Normal");
-  return isPlain ? name : name + u'-' + QString(style).remove(u' ');
+  const QString name = withoutFoundry(family).remove(u' '), suffix = plainStyle(style);
+  return suffix.isEmpty() ? name : name + u'-' + suffix;
 }
 
 }  // namespace kelvar

@@ -13,9 +13,8 @@ class KELVAR_EXPORT NSFont : public Object {
   static const ClassInfo& staticClassInfo();
   const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  /// A font of a text, which need not be installed.
-  NSFont(QString fontName, double pointSize)
-      : fontName_(std::move(fontName)), pointSize_(pointSize) {}
+  /// A font of a text, which need not be installed. A size that is none becomes the default.
+  NSFont(QString fontName, double pointSize);
   explicit NSFont(const QFont& font);
 
   /// For drawing: the closest that is installed. Requires an application with fonts.
@@ -29,6 +28,8 @@ class KELVAR_EXPORT NSFont : public Object {
 
   /// Whether a font of this family or PostScript name is installed.
   static bool isInstalled(const QString& name);
+  /// Without the foundry, which the system puts into the names of families that it tells apart.
+  static QString withoutFoundry(const QString& family);
   /// "Roboto-Medium" for the style "Medium" of "Roboto".
   static QString postscriptName(const QString& family, const QString& style);
 

@@ -23,7 +23,14 @@ int traitsOf(const QString& family, const QString& style) {
          (QFontDatabase::bold(family, style) ? kBold : 0);
 }
 
-QStringList families(const Self&) { return QFontDatabase::families(); }
+QStringList families(const Self&) {
+  QStringList names;
+  for (const QString& family : QFontDatabase::families()) {
+    names.append(NSFont::withoutFoundry(family));
+  }
+  names.removeDuplicates();
+  return names;
+}
 
 QStringList fonts(const Self&) {
   QStringList names;
@@ -32,6 +39,7 @@ QStringList fonts(const Self&) {
       names.append(NSFont::postscriptName(family, style));
     }
   }
+  names.removeDuplicates();
   return names;
 }
 

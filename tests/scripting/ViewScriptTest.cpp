@@ -201,6 +201,20 @@ TEST_F(ViewScriptTest, MakesControls) {
       {"var f = NSTextField.new(); f.font = NSFont.boldSystemFontOfSize(20);"
        "log(f.font().pointSize(), NSFont.fontWithName_size_('No such font', 12))",
        "20 null"},
+      // A family that is installed is found by its PostScript names, also in the regular style.
+      {"var m = NSFontManager.sharedFontManager(), found = 0;"
+       "for (const family of m.availableFontFamilies()) {"
+       "  const styles = m.availableMembersOfFontFamily(family).map(member => member[1]);"
+       "  if (!styles.includes('Regular') || family.includes('-')) continue; ++found;"
+       "  for (const name of [family, family.replaceAll(' ', ''),"
+       "                      family.replaceAll(' ', '') + '-Regular'])"
+       "    if (NSFont.fontWithName_size_(name, 12)?.familyName() != family) log(name); }"
+       "log(found > 0, m.availableFonts().some(name => name.includes('[')))",
+       "true false"},
+      {"var f = NSFont.systemFontOfSize_(12), m = NSFontManager.sharedFontManager();"
+       "log([NaN, -1, 1e300].map(size => m.convertFont_toSize_(f, size)).map(f =>"
+       "  [f.pointSize(), f.ascender() > 0].join()).join(' '))",
+       "13,true 13,true 1000000,true"},
   });
 }
 
