@@ -76,6 +76,22 @@ return [d.toISOString(), back.month(), back.day(), back.hour(), back.year() === 
        ".dateFromString('2020-02-03T04:05:06+0100'))",
        "2020-02-03T03:05:06Z"},
       {"NSISO8601DateFormatter.new().dateFromString('3.2.2020')", "null"},
+      {R"js(
+var c = NSCalendar.currentCalendar(), p = NSDateComponents.new();
+c.timeZone = NSTimeZone.timeZoneForSecondsFromGMT(0);
+p.hour = 5;
+var early = c.dateFromComponents(p);
+p.year = 96; p.month = 1; p.day = 31; p.hour = 0;
+var month = NSDateComponents.new(); month.month = 1;
+return [early, c.dateByAddingComponents_toDate_options(month, c.dateFromComponents(p), 0),
+        c.dateByAddingUnit_value_toDate_options(NSCalendarUnitQuarter, 1, early, 0)]
+    .map(d => d.toISOString()).join(' '))js",
+       "0001-01-01T05:00:00.000Z 0096-02-29T00:00:00.000Z 0001-04-01T05:00:00.000Z"},
+      {"NSCalendar.currentCalendar().dateByAddingUnit_value_toDate_options("
+       "NSCalendarUnitWeekday, 1, NSDate.date(), 0)",
+       "threw NSInvalidArgumentException: dateByAddingUnit:value:toDate:options: takes a unit up "
+       "to "
+       "years, not 512"},
   });
 }
 

@@ -17,6 +17,13 @@
   const names = Object.values(units).map(([name]) => name);
   const undefinedComponent = 0x7fffffffffffffff;
 
+  // Date.UTC takes the years up to 99 for others.
+  function timeOf(year, month, day, hour = 0, minute = 0, second = 0) {
+    const at = new Date(0);
+    at.setUTCFullYear(year, month - 1, day);
+    return at.setUTCHours(hour, minute, second);
+  }
+
   class DateComponents {
     constructor() { this.parts = {}; }
   }
@@ -52,13 +59,13 @@
       return made;
     }
     dayOf(date) { return Math.floor(this.local(date).getTime() / 86400000); }
-    adding({year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0}, date) {
+    adding({year = 0, quarter = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0}, date) {
       const at = this.local(date);
       const target = new Date(at);
       // A month without that day ends earlier.
       target.setUTCDate(1);
-      target.setUTCFullYear(at.getUTCFullYear() + year, at.getUTCMonth() + month);
-      const last = new Date(Date.UTC(target.getUTCFullYear(), target.getUTCMonth() + 1, 0));
+      target.setUTCFullYear(at.getUTCFullYear() + year, at.getUTCMonth() + quarter * 3 + month);
+      const last = new Date(timeOf(target.getUTCFullYear(), target.getUTCMonth() + 2, 0));
       target.setUTCDate(Math.min(at.getUTCDate(), last.getUTCDate()) + day);
       const moved = this.fromLocal(target.getTime());
       return new Date(moved.getTime() + ((hour * 60 + minute) * 60 + second) * 1000);
@@ -119,7 +126,7 @@
       'dateFromComponents:'(components) {
         const {year = 1, month = 1, day = 1, hour = 0, minute = 0, second = 0} =
             takeComponents(components, 'dateFromComponents:');
-        return this.fromLocal(Date.UTC(year, month - 1, day, hour, minute, second));
+        return this.fromLocal(timeOf(year, month, day, hour, minute, second));
       },
       'dateByAddingComponents:toDate:options:'(components, date) {
         const selector = 'dateByAddingComponents:toDate:options:';
@@ -128,7 +135,12 @@
       'dateByAddingUnit:value:toDate:options:'(unit, value, date) {
         const selector = 'dateByAddingUnit:value:toDate:options:';
         const count = takeNumber(value, selector);
-        return this.adding({[units[Number(unit)]?.[0]]: count}, takeDate(date, selector));
+        const name = units[Number(unit)]?.[0];
+        if (name === undefined || name === 'weekday') {
+          throw prelude.exception('NSInvalidArgumentException',
+                                  `${selector} takes a unit up to years, not ${unit}`);
+        }
+        return this.adding({[name]: count}, takeDate(date, selector));
       },
       'startOfDayForDate:'(date) {
         return this.fromLocal(this.dayOf(takeDate(date, 'startOfDayForDate:')) * 86400000);
