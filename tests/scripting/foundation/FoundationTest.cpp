@@ -116,6 +116,27 @@ TEST(FoundationTest, WritesNumbersByPattern) {
   });
 }
 
+TEST(FoundationTest, ReadsNumbersAsItWritesThem) {
+  expectResults({
+      {"var f = NSNumberFormatter.new(); f.setDecimalSeparator(',');"
+       "return f.numberFromString('1,5') + ' ' + f.numberFromString('1.5')",
+       "1.5 null"},
+      {"return ['en_US', 'de_DE', 'fr_FR', 'de_CH'].map(name => { var f = NSNumberFormatter.new();"
+       "f.locale = NSLocale.localeWithLocaleIdentifier(name); return [1, 2, 3].map(style => {"
+       "f.numberStyle = style; f.currencyCode = 'EUR'; f.maximumFractionDigits = 2;"
+       "return f.numberFromString(f.stringFromNumber(-1234567.25)); }); }).join(' ')",
+       "-1234567.25,-1234567.25,-1234567.25 -1234567.25,-1234567.25,-1234567.25 "
+       "-1234567.25,-1234567.25,-1234567.25 -1234567.25,-1234567.25,-1234567.25"},
+      {"var f = NSNumberFormatter.new(); f.minimumFractionDigits = 400; f.minimumIntegerDigits = "
+       "-3; return f.stringFromNumber(0.5)",
+       "0.50000000000000000000"},
+      {"NSNumberFormatter.new().setLocale('de_DE')",
+       "threw NSInvalidArgumentException: locale takes an NSLocale, not a string"},
+      {"NSNumberFormatter.new().setLocale(NSLocale.localeWithLocaleIdentifier('no such'))",
+       "threw NSInvalidArgumentException: there is no locale \"no such\""},
+  });
+}
+
 TEST(FoundationTest, TakesURLsApart) {
   expectResults({
       {"var c = NSURLComponents.componentsWithString('https://u@a.com:81/p%20q?x=1&y=a%26b#f');"

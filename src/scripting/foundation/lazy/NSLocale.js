@@ -13,6 +13,7 @@
     kCFLocaleCountryCodeKey: locale => partsOf(locale)[1] ?? null,
     kCFLocaleIdentifierKey: locale => locale.identifier,
   };
+  prelude.isLocale = value => value instanceof Locale;
   return prelude.defineClass({
     name: 'NSLocale',
     implementation: Locale,
