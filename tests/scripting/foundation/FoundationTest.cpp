@@ -137,6 +137,33 @@ TEST(FoundationTest, ReadsNumbersAsItWritesThem) {
   });
 }
 
+TEST(FoundationTest, KeepsURLsEncoded) {
+  expectResults({
+      {"return ['https://u:p@h/a%2Fb', 'http://[::1]:8080/a?b[]=1#c%20d', 'mailto:a@b.c', '//h',"
+       " 'https://:p@h?', 'a%zz'].filter("
+       "text => NSURLComponents.componentsWithString(text).string() !== text).join()",
+       ""},
+      {"var c = NSURLComponents.componentsWithString('https://u%3A:p%40@[::1]/a%2Fb');"
+       "return [c.user(), c.password(), c.host(), c.port(), c.path()].join(' ')",
+       "u: p@ [::1]  /a/b"},
+      {"var c = NSURLComponents.componentsWithString('https://h'); c.setQuery('a#b?%20');"
+       "c.path = '/a?b'; c.password = 'p:@'; c.fragment = 'ü'; return c.string() + c.query()",
+       "https://:p%3A%40@h/a%3Fb?a%23b?%2520#%C3%BCa#b?%20"},
+      {"var c = NSURLComponents.componentsWithString('https://h'); c.path = 'a';"
+       "return String(c.string()) + c.URL()",
+       "nullnull"},
+      {"NSURLComponents.new().setPath('/' + String.fromCharCode(0xd800))",
+       "threw NSInvalidArgumentException: path takes text that is valid Unicode"},
+      {"NSURLComponents.new().setQueryItems(['a'])",
+       "threw NSInvalidArgumentException: setQueryItems: takes a list of NSURLQueryItem, not of a "
+       "string"},
+      {"NSURLComponents.new().setPercentEncodedQuery('a b')",
+       "threw NSInvalidArgumentException: \"a b\" is no percent-encoded query"},
+      {"NSURLComponents.new().setPort(-1)",
+       "threw NSInvalidArgumentException: port takes a whole number up to 65535, not -1"},
+  });
+}
+
 TEST(FoundationTest, TakesURLsApart) {
   expectResults({
       {"var c = NSURLComponents.componentsWithString('https://u@a.com:81/p%20q?x=1&y=a%26b#f');"

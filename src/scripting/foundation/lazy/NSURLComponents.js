@@ -1,10 +1,11 @@
-// A URL in parts, none of which is percent-encoded for scripts.
+// A URL in parts. They are kept as they are in the URL, percent-encoded, and decoded for scripts.
 (function (prelude) {
   'use strict';
 
   const {takeString} = prelude;
+  const invalid = message => prelude.exception('NSInvalidArgumentException', message);
   const pattern = new RegExp(/^(?:([^:/?#]+):)?/.source +
-      /(?:\/\/(?:([^@/?#]*)@)?([^/?#:]*)(?::(\d+))?)?/.source +
+      /(?:\/\/(?:([^@:/?#]*)(?::([^@/?#]*))?@)?(\[[^\]/?#]*\]|[^/?#:]*)(?::(\d*))?)?/.source +
       /([^?#]*)(?:\?([^#]*))?(?:#(.*))?$/.source);
   const decode = text => {
     try {
@@ -13,53 +14,100 @@
       return text;
     }
   };
-  const decoded = text => text === undefined ? null : decode(text);
-  const queryText = text => encodeURIComponent(text).replace(/%(2F|3A|40|3F|24|2C)/g, unescape);
+  const decoded = text => text === null ? null : decode(text);
+
+  // What is not encoded in each part.
+  const unreserved = String.raw`A-Za-z0-9\-._~!$'()*,`, all = unreserved + '&+;=';
+  const encoder = allowed => {
+    const others = new RegExp(`[^${allowed}]`, 'gu');
+    return (text, what) => {
+      try {
+        return text.replace(others, encodeURIComponent);
+      } catch {
+        throw invalid(`${what} takes text that is valid Unicode`);
+      }
+    };
+  };
+  const encoders = {
+    user: encoder(all), password: encoder(all), path: encoder(all + ':@/'),
+    query: encoder(all + ':@/?'), fragment: encoder(all + ':@/?'),
+    host: encoder(all + String.raw`:\[\]`),
+    scheme(text) {
+      if (/^[a-z][a-z0-9+.-]*$/i.test(text)) return text;
+      throw invalid(`"${text}" cannot be the scheme of a URL`);
+    },
+  };
+  const itemText = encoder(unreserved + ':@/?');
+  const names = ['scheme', 'user', 'password', 'host', 'port', 'path', 'query', 'fragment'];
 
   class URLComponents {
     constructor() {
-      Object.assign(this, {parts: {scheme: null, user: null, host: null, port: null, path: '',
-                                   fragment: null}, encodedQuery: null});
+      this.parts = {...Object.fromEntries(names.map(name => [name, null])), path: ''};
     }
     items() {
-      if (this.encodedQuery === null) return null;
+      const {query} = this.parts;
+      if (query === null) return null;
       const QueryItem = prelude.classNamed('NSURLQueryItem');
-      return this.encodedQuery.split('&').map(each => {
+      return query.split('&').map(each => {
         const [name, ...rest] = each.split('=');
         return QueryItem.queryItemWithName_value_(
             decode(name), rest.length > 0 ? decode(rest.join('=')) : null);
       });
     }
+    // Null if the parts are none of a URL together.
     text() {
-      const {scheme, user, host, port, path, fragment} = this.parts;
-      const at = host === null ? '' : `//${user === null ? '' : `${encodeURIComponent(user)}@`}` +
-          host + (port === null ? '' : `:${port}`);
-      return (scheme === null ? '' : `${scheme}:`) + at +
-          path.split('/').map(each => encodeURI(each).replace(/[?#]/g, encodeURIComponent))
-              .join('/') +
-          (this.encodedQuery === null ? '' : `?${this.encodedQuery}`) +
-          (fragment === null ? '' : `#${encodeURI(fragment)}`);
+      const {scheme, user, password, host, port, path, query, fragment} = this.parts;
+      const hasServer = [user, password, host, port].some(each => each !== null);
+      if (hasServer ? path !== '' && !path.startsWith('/') : path.startsWith('//')) return null;
+      const after = (sign, part) => part === null ? '' : sign + part;
+      const login = user === null && password === null
+          ? '' : `${user ?? ''}${after(':', password)}@`;
+      return (scheme === null ? '' : `${scheme}:`) +
+          (hasServer ? `//${login}${host ?? ''}${after(':', port)}` : '') + path +
+          after('?', query) + after('#', fragment);
     }
   }
   function fromString(text) {
     const found = pattern.exec(takeString(text, 'componentsWithString:'));
     if (!found || /\s/.test(found[0])) return null;
-    const [, scheme, user, host, port, path, query, fragment] = found;
     const made = new URLComponents();
-    made.parts = {scheme: scheme ?? null, user: decoded(user), host: decoded(host),
-                  port: port === undefined ? null : Number(port), path: decode(path),
-                  fragment: decoded(fragment)};
-    made.encodedQuery = query ?? null;
+    names.forEach((name, i) => { made.parts[name] = found[i + 1] ?? null; });
+    const {port} = made.parts;
+    made.parts.port = port ? Number(port) : null;
     return made;
   }
   const fromURL = url => fromString(url?.absoluteString?.());
-  const slot = name => ({
-    get() { return this.parts[name]; },
+  function takePort(value) {
+    const port = prelude.takeNumber(value, 'port');
+    if (Number.isInteger(port) && port >= 0 && port <= 65535) return port;
+    throw invalid(`port takes a whole number up to 65535, not ${port}`);
+  }
+  function takeEncoded(value) {
+    const text = takeString(value, 'percentEncodedQuery');
+    if (/^(?:[^\s#%]|%[0-9a-f]{2})*$/i.test(text)) return text;
+    throw invalid(`"${text}" is no percent-encoded query`);
+  }
+  function textOfItems(items) {
+    prelude.classNamed('NSURLQueryItem');
+    return prelude.takeList(items, 'setQueryItems:').map(each => {
+      if (!prelude.isQueryItem(each)) {
+        throw invalid(`setQueryItems: takes a list of NSURLQueryItem, not of ${
+            prelude.describeKind(each)}`);
+      }
+      const [name, value] = [each.name(), each.value()];
+      return itemText(name, 'setQueryItems:') +
+          (value === null ? '' : `=${itemText(value, 'setQueryItems:')}`);
+    }).join('&');
+  }
+  const slot = (name, get, take) => ({
+    get() { return get(this.parts[name]); },
     set(value) {
-      this.parts[name] = prelude.isNull(value) ? (name === 'path' ? '' : null)
-          : name === 'port' ? prelude.takeNumber(value, name) : takeString(value, name);
+      this.parts[name] = prelude.isNull(value) ? (name === 'path' ? '' : null) : take(value);
     },
   });
+  const same = value => value;
+  const texts = Object.entries(encoders).map(([name, encode]) => [
+    name, slot(name, decoded, value => encode(takeString(value, name), name))]);
   return prelude.defineClass({
     name: 'NSURLComponents',
     implementation: URLComponents,
@@ -73,30 +121,21 @@
       'componentsWithURL:resolvingAgainstBaseURL:': fromURL,
     },
     properties: {
-      ...Object.fromEntries(['scheme', 'user', 'host', 'port', 'path', 'fragment'].map(
-          name => [name, slot(name)])),
-      query: {
-        get() { return this.encodedQuery === null ? null : decode(this.encodedQuery); },
-        set(text) { this.encodedQuery = prelude.isNull(text) ? null : encodeURI(text); },
-      },
-      percentEncodedQuery: {
-        get() { return this.encodedQuery; },
-        set(text) { this.encodedQuery = prelude.isNull(text) ? null : takeString(text, 'query'); },
-      },
+      ...Object.fromEntries(texts),
+      port: slot('port', same, takePort),
+      percentEncodedQuery: slot('query', same, takeEncoded),
       queryItems: {
         get() { return this.items(); },
-        set(items) {
-          this.encodedQuery = prelude.isNull(items) ? null
-              : prelude.takeList(items, 'setQueryItems:').map(each => each.value() === null
-                  ? queryText(each.name()) : `${queryText(each.name())}=${queryText(each.value())}`)
-                  .join('&');
-        },
+        set(items) { this.parts.query = prelude.isNull(items) ? null : textOfItems(items); },
       },
     },
     operations: {
-      'URL'() { return globalThis.NSURL.URLWithString_(this.text()); },
+      'URL'() {
+        const text = this.text();
+        return text === null ? null : globalThis.NSURL.URLWithString_(text);
+      },
       'string'() { return this.text(); },
-      'description'() { return this.text(); },
+      'description'() { return this.text() ?? ''; },
     },
   });
 })
