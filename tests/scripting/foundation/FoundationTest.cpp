@@ -229,6 +229,35 @@ NSFileManager.defaultManager().removeItemAtPath_error(path, nil);
 return [rest, text, size, NSFileHandle.fileHandleForReadingAtPath(path)].join(' '))js",
        "cde aXcd 4 "},
       {R"js(
+var path = NSTemporaryDirectory() + NSUUID.UUID().UUIDString();
+'abc'.writeToFile_atomically_encoding_error(path, true, 4, nil);
+var said = [], bytes = 'x'.dataUsingEncoding(4), open = kind => NSFileHandle[`fileHandleFor${kind}AtPath`](path);
+var fails = work => { try { work(); said.push('did not fail'); } catch (e) { said.push(e.reason()); } };
+fails(() => open('Reading').writeData(bytes));
+fails(() => open('Reading').truncateFileAtOffset(0));
+fails(() => open('Writing').readDataToEndOfFile());
+for (const offset of [-1, 1.5, NaN, 2 ** 30]) fails(() => open('Updating').seekToFileOffset(offset));
+fails(() => open('Updating').truncateFileAtOffset(2 ** 30));
+var closed = open('Updating'); closed.closeFile();
+fails(() => closed.writeData(bytes));
+fails(() => NSPipe.pipe().fileHandleForReading().writeData(bytes));
+said.push(NSString.stringWithContentsOfFile_encoding_error(path, 4, nil));
+// A file that can no longer be read is not taken for an empty one.
+var gone = open('Updating');
+NSFileManager.defaultManager().removeItemAtPath_error(path, nil);
+try { gone.writeData(bytes); } catch (e) { said.push(e.name(), NSFileManager.defaultManager().fileExistsAtPath(path)); }
+return said.join('|'))js",
+       "writeData: the file is not open for writing|"
+       "truncateFileAtOffset: the file is not open for writing|"
+       "readDataToEndOfFile: the file is not open for reading|"
+       "seekToFileOffset: takes a whole number from 0 to 536870912, not -1|"
+       "seekToFileOffset: takes a whole number from 0 to 536870912, not 1.5|"
+       "seekToFileOffset: takes a whole number from 0 to 536870912, not NaN|"
+       "seekToFileOffset: takes a whole number from 0 to 536870912, not 1073741824|"
+       "truncateFileAtOffset: takes a whole number from 0 to 536870912, not 1073741824|"
+       "writeData: the file is closed|writeData: the file is not open for writing|abc|"
+       "NSFileHandleOperationException|false"},
+      {R"js(
 var folder = NSTemporaryDirectory() + NSUUID.UUID().UUIDString(), fm = NSFileManager.defaultManager();
 fm.createDirectoryAtPath_withIntermediateDirectories_attributes_error(
     folder + '/Contents/Resources', true, nil, nil);
