@@ -1,5 +1,9 @@
 #include "sketch/classes/MSAssetCollection.h"
 
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
 #include "runtime/ClassInfo.h"
 #include "runtime/raise.h"
 #include "sketch/classes/MSColor.h"
@@ -28,6 +32,8 @@ struct Kind {
 const Kind kColors{"colors", "colorAssets", "color", "MSImmutableColorAsset", colorAssetClass};
 const Kind kGradients{"gradients", "gradientAssets", "gradient", "MSImmutableGradientAsset",
                       gradientAssetClass};
+
+constexpr const char* kComponents[] = {"red", "green", "blue", "alpha"};
 
 const SketchJson& assetsOf(const Self& self) {
   return get(self.document()->files().document(), "assets");
@@ -60,7 +66,12 @@ void store(Self& self, const Kind& kind, SketchJson named) {
     return !getString(each, "name").isEmpty();
   });
   if (!wasNamed || assets.contains(kind.plain)) assets[kind.plain] = std::move(plain);
-  if (wasNamed || hasNames) assets[kind.named] = std::move(named);
+  if (!wasNamed && !hasNames) return;
+  for (SketchJson& each : named) {
+    if (!each.contains("do_objectID")) each["do_objectID"] = newObjectID();
+    if (!each.contains("name")) each["name"] = "";
+  }
+  assets[kind.named] = std::move(named);
 }
 
 SketchJson colorAsset(const QVariant& color, const char* what) {
@@ -73,15 +84,16 @@ SketchJson gradientAsset(const QVariant& gradient, const char* what) {
 }
 using Wrap = SketchJson (*)(const QVariant& value, const char* what);
 
+/// All of them or, if one is none, nothing.
 template <const Kind& kind, Wrap wrap>
-void add(Self& self, const QVariant& value) {
+void addAll(Self& self, const QVariantList& values) {
   SketchJson named = namedOf(self, kind);
-  named.push_back(wrap(value, "the collection"));
+  for (const QVariant& value : values) named.push_back(wrap(value, "the collection"));
   store(self, kind, std::move(named));
 }
 template <const Kind& kind, Wrap wrap>
-void addAll(Self& self, const QVariantList& values) {
-  for (const QVariant& value : values) add<kind, wrap>(self, value);
+void add(Self& self, const QVariant& value) {
+  addAll<kind, wrap>(self, {value});
 }
 template <const Kind& kind, Wrap wrap>
 void setAll(Self& self, const QVariantList& values) {
@@ -119,13 +131,21 @@ void removeAt(Self& self, int index) {
   named.erase(size_t(index));
   store(self, kind, std::move(named));
 }
-/// The first that equals what is given; nothing happens if there is none.
-template <const Kind& kind, Wrap wrap>
-void remove(Self& self, const QVariant& value) {
-  const SketchJson wanted = wrap(value, "the collection")[kind.member];
-  const SketchJson named = namedOf(self, kind);
+/// Whatever else a color has, such as an identifier.
+bool hasSameComponents(const SketchJson& a, const SketchJson& b) {
+  constexpr double kTolerance = 1e-6;
+  return std::all_of(std::begin(kComponents), std::end(kComponents), [&](const char* key) {
+    const double missing = key == std::string_view("alpha") ? 1 : 0;
+    return std::abs(getNumber(a, key, missing) - getNumber(b, key, missing)) < kTolerance;
+  });
+}
+/// Nothing happens if there is none.
+void removeColor(Self& self, const QVariant& color) {
+  const SketchJson wanted = MSColor::jsonFrom(color, "the collection");
+  const SketchJson named = namedOf(self, kColors);
   for (size_t i = 0; i < named.size(); ++i) {
-    if (get(named[i], kind.member) == wanted) return removeAt<kind>(self, int(i));
+    if (!hasSameComponents(get(named[i], "color"), wanted)) continue;
+    return removeAt<kColors>(self, int(i));
   }
 }
 
@@ -170,7 +190,7 @@ ClassInfoBuilder<Self> withColors(ClassInfoBuilder<Self> builder) {
       .operation("addColor:", add<kColors, colorAsset>, "Adds a color.")
       .operation("addColors:", addAll<kColors, colorAsset>, "Adds colors.")
       .operation("addColorAsset:", addAsset<kColors>, "Adds a color with a name.")
-      .operation("removeColor:", remove<kColors, colorAsset>,
+      .operation("removeColor:", removeColor,
                  "Removes the first color of these components, if there is one.")
       .operation("removeColorAtIndex:", removeAt<kColors>, "Removes a color by its index.")
       .operation("removeColorAssetAtIndex:", removeAt<kColors>, "Removes a color by its index.")

@@ -215,7 +215,17 @@ TEST_F(SketchClassesTest, KeepsColorsAndGradientsOfDocument) {
        "a.addColorAsset(MSColorAsset.alloc().initWithAsset_name(MSColor.whiteColor(), 'Paper'))",
        "document.documentData().assets().colorAssets().map(c => c.color().hexValue() + c.name())"
        ".join()",
-       "000000null,FFFFFFPaper"},
+       "000000,FFFFFFPaper"},
+      {"const a = document.documentData().assets();"
+       "a.addColorAsset(MSColorAsset.alloc().initWithAsset_name(MSColor.whiteColor(), 'Paper'));"
+       "a.addColor(MSColor.blackColor())",
+       "document.documentData().assets().colorAssets().map(c => c.name() + c.objectID().length)"
+       ".join()",
+       "Paper36,36"},
+      // All are added, or none.
+      {"const a = document.documentData().assets(); a.addColor(MSColor.blackColor());"
+       "try { a.addColors([MSColor.whiteColor(), 5]); } catch {}",
+       kColors, "000000"},
       {"const g = MSGradient.new(); g.setColor_atIndex_(MSColor.colorWithSVGString('#0f0'), 1);"
        "document.documentData().assets().addGradient(g)",
        "document.documentData().assets().gradients().map(g => g.stops()[1].color().hexValue())",
@@ -246,6 +256,18 @@ TEST_F(SketchClassesTest, PlacesGuidesGridsAndLinks) {
       {"byName('R').flow = MSFlowConnection.new(); byName('R').setFlow(nil)", "byName('R').flow()",
        "null"},
   });
+}
+
+TEST_F(SketchClassesTest, RemovesColorsByComponents) {
+  auto files = parts::files({});
+  SketchJson json = SketchJson::parse(files[u"document.json"_s].toStdString());
+  json["assets"] = {{"colors", {{{"_class", "color"}, {"swatchID", "x"}, {"red", 1}}}}};
+  files[u"document.json"_s] = writeSketchJson(json);
+  EXPECT_EQ(run(parts::opened(parts::packed(files)),
+                u"const a = document.documentData().assets(); a.removeColor(MSColor.whiteColor());"
+                "log(a.colors().count()); a.removeColor(MSColor.colorWithSVGString('#f00'));"
+                "log(a.colors().count())"_s),
+            "1\n0\n");
 }
 
 TEST_F(SketchClassesTest, MovesPointsOfOutlines) {
