@@ -22,6 +22,24 @@ QVariantList namedByID(const QVariantList& requests, const SketchLayer& layer) {
   return requests;
 }
 
+void requireScale(double scale) {
+  if (!(scale > 0)) raise(u"scale must be above 0"_s);
+}
+
+std::shared_ptr<Request> withFormat(const SketchLayerRef& layer, const SketchJson& format) {
+  constexpr int kPrefix = 1;
+  const double scale = getNumber(format, "scale", 1);
+  requireScale(scale);
+  const QString part = getString(format, "name");
+  const bool isPrefix = getInt(format, "namingScheme") == kPrefix;
+  return std::make_shared<Request>(layer, scale, getString(format, "fileFormat"),
+                                   isPrefix ? part + layer->name() : layer->name() + part);
+}
+std::shared_ptr<Request> withFormatPart(const SketchLayerRef& layer, const ModelPartRef& format) {
+  return withFormat(orRaiseMissing(layer, "exportFormat:"),
+                    partOfClass(format, exportFormatClass(), "exportFormat:").json());
+}
+
 QVariantList forLayerInRect(const SketchLayerRef& layer, const QRectF& rect, bool isNamedByID) {
   const QVariantList requests = MSExportRequest::forLayer(layer);
   constexpr double kTolerance = 1;
@@ -32,18 +50,11 @@ QVariantList forLayerInRect(const SketchLayerRef& layer, const QRectF& rect, boo
   return isNamedByID ? namedByID(requests, *layer) : requests;
 }
 
-std::shared_ptr<Request> withFormat(const SketchLayerRef& layer, const ModelPartRef& format) {
-  const SketchJson& json = partOfClass(format, exportFormatClass(), "exportFormat:").json();
-  return std::make_shared<Request>(orRaiseMissing(layer, "exportFormat:"),
-                                   getNumber(json, "scale", 1), getString(json, "fileFormat"),
-                                   layer->name() + getString(json, "name"));
-}
-
 QVariantList withFormats(const SketchLayerRef& layer, const QVariantList& formats) {
   QVariantList requests;
   for (const QVariant& each : formats) {
     const auto part = std::dynamic_pointer_cast<ModelPart>(each.value<ObjectRef>());
-    requests.append(toVariant(withFormat(layer, part)));
+    requests.append(toVariant(withFormatPart(layer, part)));
   }
   return requests;
 }
@@ -80,18 +91,13 @@ const ClassInfo& MSLayerAncestry::staticClassInfo() {
 QVariantList MSExportRequest::forLayer(const SketchLayerRef& layer) {
   if (!layer) raise(u"a layer to be exported is missing"_s);
   QVariantList requests;
-  const auto add = [&](double scale, const QString& format, const QString& name) {
-    requests.append(toVariant(std::make_shared<MSExportRequest>(layer, scale, format, name)));
-  };
   const SketchJson& options = get(layer->node().json(), "exportOptions");
   for (const SketchJson& format : getArray(options, "exportFormats")) {
-    constexpr int kPrefix = 1;
-    const QString part = getString(format, "name");
-    const bool isPrefix = getInt(format, "namingScheme") == kPrefix;
-    add(getNumber(format, "scale", 1), getString(format, "fileFormat"),
-        isPrefix ? part + layer->name() : layer->name() + part);
+    requests.append(toVariant(withFormat(layer, format)));
   }
-  if (requests.isEmpty()) add(1, u"png"_s, layer->name());
+  if (requests.isEmpty()) {
+    requests.append(toVariant(std::make_shared<Request>(layer, 1, u"png"_s, layer->name())));
+  }
   return requests;
 }
 
@@ -107,14 +113,14 @@ const ClassInfo& MSExportRequest::staticClassInfo() {
           .classOperation(
               "exportRequestFromLayerAncestry:exportFormat:",
               [](const std::shared_ptr<MSLayerAncestry>& ancestry, const ModelPartRef& format) {
-                return withFormat(ancestry ? ancestry->layer : nullptr, format);
+                return withFormatPart(ancestry ? ancestry->layer : nullptr, format);
               },
               "Returns a request for a layer in one format.")
           .classOperation(
               "exportRequestFromExportFormat:layer:inRect:useIDForName:",
               [](const ModelPartRef& format, const SketchLayerRef& layer, const QRectF& rect,
                  bool isNamedByID) {
-                const auto request = withFormat(layer, format);
+                const auto request = withFormatPart(layer, format);
                 forLayerInRect(layer, rect, isNamedByID);
                 if (isNamedByID) request->name = layer->objectID();
                 return request;
@@ -141,7 +147,7 @@ const ClassInfo& MSExportRequest::staticClassInfo() {
           .property(
               "scale", [](const Request& self) { return self.scale; },
               [](Request& self, double scale) {
-                if (!(scale > 0)) raise(u"scale must be above 0"_s);
+                requireScale(scale);
                 self.scale = scale;
               },
               "Pixels per unit.")

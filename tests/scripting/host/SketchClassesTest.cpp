@@ -270,6 +270,24 @@ TEST_F(SketchClassesTest, RemovesColorsByComponents) {
             "1\n0\n");
 }
 
+TEST_F(SketchClassesTest, NamesExportsByTheirFormats) {
+  const SketchDocumentRef document = parts::opened(parts::packed(parts::files({parts::layer(
+      "rectangle", "R", {0, 0, 9, 9},
+      {{"exportOptions",
+        {{"exportFormats",
+          {{{"name", "p-"}, {"namingScheme", 1}, {"scale", 2}, {"fileFormat", "png"}},
+           {{"name", "-s"}, {"namingScheme", 0}, {"scale", 0}, {"fileFormat", "png"}}}}}}})})));
+  EXPECT_EQ(run(document,
+                u"const layer = byName('R'), [prefix, zero] = layer.exportOptions().exportFormats()"
+                ", place = MSImmutableLayerAncestry.ancestryWithMSLayer(layer), make = format =>"
+                "MSExportRequest.exportRequestFromLayerAncestry_exportFormat(place, format);"
+                "log(make(prefix).name(), make(prefix).scale());"
+                "try { make(zero); } catch (e) { log(e.message); }"
+                "try { MSExportRequest.exportRequestsFromExportableLayer(layer); }"
+                "catch (e) { log(e.message); }"_s),
+            "p-R 2\nscale must be above 0\nscale must be above 0\n");
+}
+
 TEST_F(SketchClassesTest, MovesPointsOfOutlines) {
   check({
       {"const t = MSRectangleShape.alloc().initWithFrame(NSMakeRect(0, 0, 10, 20));"
