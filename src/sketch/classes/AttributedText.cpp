@@ -39,10 +39,18 @@ SketchJson fontJson(const QVariant& value) {
 
 /// What is 0 is left out, as in the documents of the host.
 SketchJson paragraphJson(const QVariant& value) {
+  if (value.typeId() != QMetaType::QVariantMap) {
+    raise(u"the attribute NSParagraphStyle takes an NSParagraphStyle"_s);
+  }
+  static const QVariantMap kKnown = paragraphOf({});
   SketchJson json{{"_class", "paragraphStyle"}};
   const QVariantMap style = value.toMap();
   for (auto each = style.begin(); each != style.end(); ++each) {
     const QByteArray key = each.key().toUtf8();
+    if (!kKnown.contains(each.key()) && key != "lineBreakMode") {
+      raise(u"a paragraph style has no %1"_s.arg(each.key()));
+    }
+    if (!isNumber(each.value())) raise(u"%1 of a paragraph style is a number"_s.arg(each.key()));
     const double number = each.value().toDouble();
     if (number != 0 || key == "alignment") {
       json[key.toStdString()] = numberJson(number, key.constData());

@@ -371,10 +371,7 @@ const ClassInfo& textLayerClass() {
                 return getInt(get(get(self.node().json(), "style"), "textStyle"),
                               "verticalAlignment");
               },
-              [](Self& self, int alignment) {
-                textOf(self).changeAttributes([](SketchJson&) {});
-                self.edit().change()["style"]["textStyle"]["verticalAlignment"] = alignment;
-              },
+              [](Self& self, int alignment) { textOf(self).setVerticalAlignment(alignment); },
               "Where the lines are in the frame: at its top (0), middle (1) or bottom (2).");
   return kClass;
 }

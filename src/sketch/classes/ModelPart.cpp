@@ -108,7 +108,7 @@ void ModelPart::follow(const Place& list, size_t index) {
   const QString objectID = getString(json(), "do_objectID");
   if (objectID.isEmpty()) return;
   element_ = Element{list, objectID, index};
-  place_ = {};
+  place_ = Place();
 }
 
 QVariant ModelPart::valueForKey(const QString& key) const {

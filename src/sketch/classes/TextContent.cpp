@@ -191,4 +191,12 @@ void TextContent::setInParagraph(std::initializer_list<const char*> keys, const 
   });
 }
 
+void TextContent::setVerticalAlignment(int alignment) {
+  SketchJson& json = layer_.edit().change();
+  if (!json["style"].is_object()) json["style"] = {{"_class", "style"}};
+  // The style of the text is made if there is none.
+  changeAttributes([](SketchJson&) {});
+  layer_.edit().change()["style"]["textStyle"]["verticalAlignment"] = alignment;
+}
+
 }  // namespace kelvar

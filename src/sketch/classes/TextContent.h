@@ -44,6 +44,8 @@ class TextContent {
   void setFont(const char* attribute, const SketchJson& value);
   void setInParagraph(std::initializer_list<const char*> keys, const SketchJson& value);
 
+  void setVerticalAlignment(int alignment);
+
   /// Makes the frame as large as the text, as the host does after each change: in width and height,
   /// in height only, or not at all, as the layer's behavior says. The side or the middle by which
   /// the lines are aligned stays where it is. What was measured of the text before is forgotten.

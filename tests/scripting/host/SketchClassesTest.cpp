@@ -373,10 +373,11 @@ TEST_F(SketchClassesTest, ReplacesDamagedTexts) {
             u"const t = byName('T'); t.addAttribute_value_forRange('NSKern', 2,"
             "NSMakeRange(0, t.stringValue().length())); const text = NSMutableAttributedString"
             ".alloc().initWithString('one'); text.addAttribute_value_range('NSKern', 3, "
-            "NSMakeRange(1, 2)); t.setAttributedStringValue(text);"
-            "print(t.stringValue(), t.attributedString().attribute_atIndex_effectiveRange("
+            "NSMakeRange(1, 2)); t.setAttributedStringValue(text); t.verticalAlignment = 2;"
+            "print(t.stringValue(), t.verticalAlignment(), "
+            "t.attributedString().attribute_atIndex_effectiveRange("
             "'NSKern', 2, nil))"_s),
-        "one 3\n")
+        "one 2 3\n")
         << members;
   }
 }
@@ -633,6 +634,12 @@ TEST_F(SketchClassesTest, RefusesWhatCannotBe) {
       {"byName('R').exportOptions().setExportFormats_([MSColor.blackColor()])",
        "setExportFormats: takes MSExportFormat, not nil"},
       {"MSTextLayer.new().setFontSize_(0)", "fontSize must be above 0"},
+      {"MSTextLayer.new().addAttribute_value('NSParagraphStyle', 'x')",
+       "the attribute NSParagraphStyle takes an NSParagraphStyle"},
+      {"MSTextLayer.new().addAttribute_value('NSParagraphStyle', {indent: 1})",
+       "a paragraph style has no indent"},
+      {"MSTextLayer.new().addAttribute_value('NSParagraphStyle', {headIndent: 'x'})",
+       "headIndent of a paragraph style is a number"},
       {"byName('R').bezierPat()",
        "an object of class MSRectangleShape has no selector bezierPat; the nearest is bezierPath"},
   };
