@@ -3067,9 +3067,9 @@ interface NSMutableURLRequest extends NSURLRequest {
   setValue_forHTTPHeaderField_(value: string | null, field: string | null): void;
   /** Sets a header; nil removes it. */
   setValue_forHTTPHeaderField(value: string | null, field: string | null): void;
-  /** Sets a header; nil removes it. */
+  /** Adds a value to a header, after a comma if it has one. */
   addValue_forHTTPHeaderField_(value: string | null, field: string | null): void;
-  /** Sets a header; nil removes it. */
+  /** Adds a value to a header, after a comma if it has one. */
   addValue_forHTTPHeaderField(value: string | null, field: string | null): void;
   /** Replaces the headers. */
   setAllHTTPHeaderFields_(fields: Record<string, any> | null): void;
