@@ -2870,7 +2870,7 @@ interface SketchLayer extends NSObject {
   isFlippedHorizontal(): boolean;
   /** Whether the layer is mirrored top to bottom. */
   isFlippedVertical(): boolean;
-  /** The layers inside, lowest first; for a shape outside a shape group, the shape itself. */
+  /** The layers inside, lowest first. The key path of a shape outside a shape group leads to the shape itself, so that the outline is found in all documents. */
   layers(): any[];
   /** The artboards on the page. */
   artboards(): any[];
@@ -4324,6 +4324,8 @@ interface MSShapePathLayer extends MSStyledLayer {
   /** The points of the outline. */
   get points(): () => any[];
   set points(value: any[] | null);
+  /** Returns an empty list: only its key path leads to the shape itself. */
+  layers(): any[];
   /** Returns the outline in the coordinates of its parent, rotated and mirrored like the layer. */
   bezierPathWithTransforms(): NSBezierPath;
   /** Returns the outline in the coordinates of its parent, rotated and mirrored like the layer. */

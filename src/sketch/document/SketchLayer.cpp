@@ -38,8 +38,8 @@ const ClassInfo& SketchLayer::staticClassInfo() {
           .property("isFlippedVertical", &SketchLayer::isFlippedVertical,
                     "Whether the layer is mirrored top to bottom.")
           .property("layers", &SketchLayer::layers,
-                    "The layers inside, lowest first; for a shape outside a shape group, the shape "
-                    "itself.")
+                    "The layers inside, lowest first. The key path of a shape outside a shape group "
+                    "leads to the shape itself, so that the outline is found in all documents.")
           .property(
               "artboards",
               [](const SketchLayer& self) {

@@ -76,6 +76,11 @@ class SketchClassesTest : public testing::Test {
 TEST_F(SketchClassesTest, NamesClassesAsTheHostDoes) {
   check({
       {"", "names(page.children())", "Page A G R S P I O"},
+      // A walk ends at shapes, in whose key path they stand for the group of older documents.
+      {"",
+       "(function walk(l) { return [l.name()].concat(...l.layers().map(walk)) })(byName('A'))"
+       ".join(' ') + byName('R').valueForKey_('layers')[0].name()",
+       "A G RR"},
       {"", "page.children().map(l => l.className()).join(' ')",
        "MSPage MSArtboardGroup MSLayerGroup MSRectangleShape MSSymbolMaster MSRectangleShape "
        "MSSymbolInstance MSOvalShape"},
