@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 const ClassInfo::Registration kRegistered[] = {
     ClassInfo::Registration(&MSExportRequest::staticClassInfo),
-    ClassInfo::Registration(&MSLayerAncestry::staticClassInfo)};
+    ClassInfo::Registration(&MSImmutableLayerAncestry::staticClassInfo)};
 
 using Request = MSExportRequest;
 
@@ -67,8 +67,8 @@ QVariantList withFormatsNamed(const SketchLayerRef& layer, const QVariantList& f
 
 }  // namespace
 
-const ClassInfo& MSLayerAncestry::staticClassInfo() {
-  using Ancestry = MSLayerAncestry;
+const ClassInfo& MSImmutableLayerAncestry::staticClassInfo() {
+  using Ancestry = MSImmutableLayerAncestry;
   static const ClassInfo kClass =
       ClassInfoBuilder<Ancestry>("MSImmutableLayerAncestry")
           .initializer(
@@ -112,7 +112,8 @@ const ClassInfo& MSExportRequest::staticClassInfo() {
                           "as a part of a layer cannot be exported.")
           .classOperation(
               "exportRequestFromLayerAncestry:exportFormat:",
-              [](const std::shared_ptr<MSLayerAncestry>& ancestry, const ModelPartRef& format) {
+              [](const std::shared_ptr<MSImmutableLayerAncestry>& ancestry,
+                 const ModelPartRef& format) {
                 return withFormatPart(ancestry ? ancestry->layer : nullptr, format);
               },
               "Returns a request for a layer in one format.")
@@ -129,14 +130,15 @@ const ClassInfo& MSExportRequest::staticClassInfo() {
               "the layer covers.")
           .classOperation(
               "exportRequestsFromLayerAncestry:",
-              [](const std::shared_ptr<MSLayerAncestry>& ancestry) {
+              [](const std::shared_ptr<MSImmutableLayerAncestry>& ancestry) {
                 return MSExportRequest::forLayer(ancestry ? ancestry->layer : nullptr);
               },
               "Returns a request for each export format of a layer, or for a PNG in its natural "
               "size.")
           .classOperation(
               "exportRequestsFromLayerAncestry:exportFormats:",
-              [](const std::shared_ptr<MSLayerAncestry>& ancestry, const QVariantList& formats) {
+              [](const std::shared_ptr<MSImmutableLayerAncestry>& ancestry,
+                 const QVariantList& formats) {
                 return withFormats(ancestry ? ancestry->layer : nullptr, formats);
               },
               "Returns a request for a layer in each of the formats.")

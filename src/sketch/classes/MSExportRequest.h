@@ -24,12 +24,12 @@ class KELVAR_EXPORT MSExportRequest : public Object {
 };
 
 /// A layer in its place, as newer scripts name what is to be exported.
-class MSLayerAncestry : public Object {
+class MSImmutableLayerAncestry : public Object {
  public:
   static const ClassInfo& staticClassInfo();
   const ClassInfo& classInfo() const override { return staticClassInfo(); }
 
-  explicit MSLayerAncestry(SketchLayerRef layer) : layer(std::move(layer)) {}
+  explicit MSImmutableLayerAncestry(SketchLayerRef layer) : layer(std::move(layer)) {}
   const SketchLayerRef layer;
 };
 

@@ -23,7 +23,7 @@ namespace kelvar {
 QList<const ClassInfo*> sketchClasses() {
   return {&MSDocumentData::staticClassInfo(),
           &MSExportRequest::staticClassInfo(),
-          &MSLayerAncestry::staticClassInfo(),
+          &MSImmutableLayerAncestry::staticClassInfo(),
           &layerClass(),
           &styledLayerClass(),
           &groupClass(),
