@@ -1,9 +1,9 @@
 #include "runtime/raise.h"
-#include "sketch/classes/CanvasAids.h"
 #include "sketch/classes/GroupEditing.h"
 #include "sketch/classes/LayerClasses.h"
 #include "sketch/classes/MSColor.h"
 #include "sketch/classes/MSLayerArray.h"
+#include "sketch/classes/RulersAndGrids.h"
 #include "sketch/classes/shapeWithPath.h"
 #include "sketch/document/SketchDocument.h"
 
@@ -209,7 +209,7 @@ const ClassInfo& groupClass() {
 
 const ClassInfo& pageClass() {
   static const ClassInfo kClass =
-      withCanvasAids(
+      withRulersAndGrids(
           withSelection(ClassInfoBuilder<Self>("MSPage", groupClass())
                             .initializer("init", newLayer<"page">,
                                          "Creates an empty page, which is in no document yet.")))
@@ -241,10 +241,11 @@ const ClassInfo& pageClass() {
 
 const ClassInfo& artboardClass() {
   static const ClassInfo kClass =
-      withCanvasAids(ClassInfoBuilder<Self>("MSArtboardGroup", groupClass())
-                         .initializer("init", newLayer<"artboard">, "Creates an empty artboard.")
-                         .initializer("initWithFrame:", newLayerWithFrame<"artboard">,
-                                      "Creates an empty artboard with this frame."))
+      withRulersAndGrids(
+          ClassInfoBuilder<Self>("MSArtboardGroup", groupClass())
+              .initializer("init", newLayer<"artboard">, "Creates an empty artboard.")
+              .initializer("initWithFrame:", newLayerWithFrame<"artboard">,
+                           "Creates an empty artboard with this frame."))
           .property("isFlowHome", M::flag<"isFlowHome">, M::setFlag<"isFlowHome">,
                     "Whether a prototype begins here.")
           .property("hasBackgroundColor", M::flag<"hasBackgroundColor">,

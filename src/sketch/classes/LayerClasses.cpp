@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "runtime/raise.h"
-#include "sketch/classes/CanvasAids.h"
 #include "sketch/classes/LayerRects.h"
+#include "sketch/classes/MSFlowConnection.h"
 #include "sketch/classes/MSLayerArray.h"
 #include "sketch/classes/SharedStyles.h"
 #include "sketch/classes/StyleClasses.h"

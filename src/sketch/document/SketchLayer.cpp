@@ -37,9 +37,10 @@ const ClassInfo& SketchLayer::staticClassInfo() {
                     "Whether the layer is mirrored left to right.")
           .property("isFlippedVertical", &SketchLayer::isFlippedVertical,
                     "Whether the layer is mirrored top to bottom.")
-          .property("layers", &SketchLayer::layers,
-                    "The layers inside, lowest first. The key path of a shape outside a shape group "
-                    "leads to the shape itself, so that the outline is found in all documents.")
+          .property(
+              "layers", &SketchLayer::layers,
+              "The layers inside, lowest first. The key path of a shape outside a shape group "
+              "leads to the shape itself, so that the outline is found in all documents.")
           .property(
               "artboards",
               [](const SketchLayer& self) {

@@ -1,41 +1,16 @@
-#include "sketch/classes/CanvasAids.h"
+#include "sketch/classes/RulersAndGrids.h"
 
 #include "runtime/raise.h"
-#include "sketch/classes/LayerClasses.h"
-#include "sketch/classes/ModelPart.h"
-#include "sketch/document/Layer.h"
-#include "sketch/document/SketchDocument.h"
+#include "sketch/classes/partOfLayer.h"
 
 namespace kelvar {
 namespace {
 
-using Self = SketchLayer;
 using M = Member<ModelPart>;
 
-const ClassInfo::Registration kRegistered[] = {
-    ClassInfo::Registration(&rulerClass), ClassInfo::Registration(&gridClass),
-    ClassInfo::Registration(&layoutClass), ClassInfo::Registration(&flowClass)};
-
-template <Key key, const ClassInfo& (*info)()>
-ModelPartRef part(const Self& self) {
-  return std::make_shared<ModelPart>(info(), refTo(self),
-                                     ModelPart::Place() / std::string(key.text));
-}
-/// Nil for none.
-template <Key key, const ClassInfo& (*info)()>
-ModelPartRef partOrNil(const Self& self) {
-  return get(self.node().json(), key.text).is_object() ? part<key, info>(self) : nullptr;
-}
-/// Nil removes it.
-template <Key key, const ClassInfo& (*info)()>
-void setPart(Self& self, const ModelPartRef& given) {
-  if (!given) {
-    self.edit().change().erase(key.text);
-    return;
-  }
-  SketchJson copy = partOfClass(given, info(), key.text).json();
-  self.edit().change()[key.text] = std::move(copy);
-}
+const ClassInfo::Registration kRegistered[] = {ClassInfo::Registration(&rulerClass),
+                                               ClassInfo::Registration(&gridClass),
+                                               ClassInfo::Registration(&layoutClass)};
 
 SketchJson& guidesToChange(ModelPart& ruler) {
   SketchJson& json = ruler.change();
@@ -70,26 +45,6 @@ SketchJson newLayout() {
           {"rowHeightMultiplication", 5},
           {"totalWidth", 960}};
 }
-SketchJson newFlow() {
-  return {
-      {"_class", "MSImmutableFlowConnection"}, {"animationType", 0}, {"destinationArtboardID", ""}};
-}
-template <const ClassInfo& (*info)(), SketchJson (*json)()>
-ModelPartRef make() {
-  return std::make_shared<ModelPart>(info(), json());
-}
-
-SketchLayerRef destination(const ModelPart& flow) {
-  const SketchDocumentRef document = flow.document();
-  if (!document) return nullptr;
-  const QString id = getString(flow.json(), "destinationArtboardID");
-  for (const SketchLayerRef& artboard : document->artboards()) {
-    if (artboard->objectID() == id) return artboard;
-  }
-  return nullptr;
-}
-
-constexpr auto kBack = "back";
 
 }  // namespace
 
@@ -137,7 +92,7 @@ const ClassInfo& rulerClass() {
 const ClassInfo& gridClass() {
   static const ClassInfo kClass =
       ClassInfoBuilder<ModelPart>("MSSimpleGrid", ModelPart::staticClassInfo())
-          .initializer("init", make<gridClass, newGrid>, "Creates a grid of 20 units.")
+          .initializer("init", newPart<gridClass, newGrid>, "Creates a grid of 20 units.")
           .property("isEnabled", M::flag<"isEnabled">, M::setFlag<"isEnabled">,
                     "Whether the host shows it.")
           .property("gridSize", M::number<"gridSize">, M::setNumber<"gridSize">,
@@ -150,7 +105,7 @@ const ClassInfo& gridClass() {
 const ClassInfo& layoutClass() {
   static const ClassInfo kClass =
       ClassInfoBuilder<ModelPart>("MSLayoutGrid", ModelPart::staticClassInfo())
-          .initializer("init", make<layoutClass, newLayout>, "Creates a layout of 12 columns.")
+          .initializer("init", newPart<layoutClass, newLayout>, "Creates a layout of 12 columns.")
           .property("isEnabled", M::flag<"isEnabled">, M::setFlag<"isEnabled">,
                     "Whether the host shows it.")
           .property("totalWidth", M::number<"totalWidth">, M::setNumber<"totalWidth">,
@@ -178,58 +133,19 @@ const ClassInfo& layoutClass() {
   return kClass;
 }
 
-const ClassInfo& flowClass() {
-  static const ClassInfo kClass =
-      ClassInfoBuilder<ModelPart>("MSFlowConnection", ModelPart::staticClassInfo())
-          .initializer("init", make<flowClass, newFlow>, "Creates a link to nowhere.")
-          .property("destinationArtboardID", M::text<"destinationArtboardID">,
-                    M::setText<"destinationArtboardID">,
-                    "The identifier of the artboard that it leads to; \"back\" for the previous "
-                    "one.")
-          .property("destinationArtboard", destination,
-                    "The artboard that it leads to; nil if the document does not have it.")
-          .property("animationType", M::whole<"animationType">, M::setWhole<"animationType">,
-                    "How the artboard comes in: at once (-1), or from a side (0 to 4).")
-          .property("maintainScrollPosition", M::flag<"maintainScrollPosition">,
-                    M::setFlag<"maintainScrollPosition">, "Whether scrolling is kept.")
-          .operation(
-              "isBackAction",
-              [](const ModelPart& self) {
-                return getString(self.json(), "destinationArtboardID") == QLatin1StringView(kBack);
-              },
-              "Returns whether it leads to the previous artboard.")
-          .operation(
-              "isValidFlowConnection",
-              [](const ModelPart& self) {
-                return getString(self.json(), "destinationArtboardID") ==
-                           QLatin1StringView(kBack) ||
-                       destination(self);
-              },
-              "Returns whether it leads anywhere.");
-  return kClass;
-}
-
-ClassInfoBuilder<SketchLayer> withCanvasAids(ClassInfoBuilder<SketchLayer> builder) {
+ClassInfoBuilder<SketchLayer> withRulersAndGrids(ClassInfoBuilder<SketchLayer> builder) {
   return std::move(builder)
-      .property("horizontalRulerData", part<"horizontalRulerData", rulerClass>,
-                setPart<"horizontalRulerData", rulerClass>,
+      .property("horizontalRulerData", partOfLayer<"horizontalRulerData", rulerClass>,
+                setPartOfLayer<"horizontalRulerData", rulerClass>,
                 "The horizontal ruler with its vertical guides.")
-      .property("verticalRulerData", part<"verticalRulerData", rulerClass>,
-                setPart<"verticalRulerData", rulerClass>,
+      .property("verticalRulerData", partOfLayer<"verticalRulerData", rulerClass>,
+                setPartOfLayer<"verticalRulerData", rulerClass>,
                 "The vertical ruler with its horizontal guides.")
-      .property("grid", partOrNil<"grid", gridClass>, setPart<"grid", gridClass>,
+      .property("grid", partOfLayerOrNil<"grid", gridClass>, setPartOfLayer<"grid", gridClass>,
                 "The grid; nil for none.")
-      .property("layout", partOrNil<"layout", layoutClass>, setPart<"layout", layoutClass>,
+      .property("layout", partOfLayerOrNil<"layout", layoutClass>,
+                setPartOfLayer<"layout", layoutClass>,
                 "The layout of columns and rows; nil for none.");
-}
-
-ClassInfoBuilder<SketchLayer> withFlow(ClassInfoBuilder<SketchLayer> builder) {
-  using L = Member<SketchLayer>;
-  return std::move(builder)
-      .property("flow", partOrNil<"flow", flowClass>, setPart<"flow", flowClass>,
-                "Where a click leads in a prototype; nil for nowhere.")
-      .property("isFixedToViewport", L::flag<"isFixedToViewport">, L::setFlag<"isFixedToViewport">,
-                "Whether the layer stays in place when a prototype scrolls.");
 }
 
 }  // namespace kelvar

@@ -6,17 +6,13 @@
 namespace kelvar {
 
 /// What helps the host's users to place layers: the guides of rulers, the grid and the layout of
-/// artboards and pages; and the links of prototypes. None of it is drawn. Instances are
-/// `ModelPart`s.
+/// artboards and pages. None of it is drawn. Instances are `ModelPart`s.
 
 const ClassInfo& rulerClass();
 const ClassInfo& gridClass();
 const ClassInfo& layoutClass();
-const ClassInfo& flowClass();
 
 /// What artboards and pages have of them.
-ClassInfoBuilder<SketchLayer> withCanvasAids(ClassInfoBuilder<SketchLayer> builder);
-/// What every layer has of them.
-ClassInfoBuilder<SketchLayer> withFlow(ClassInfoBuilder<SketchLayer> builder);
+ClassInfoBuilder<SketchLayer> withRulersAndGrids(ClassInfoBuilder<SketchLayer> builder);
 
 }  // namespace kelvar
