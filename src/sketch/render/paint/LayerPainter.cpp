@@ -148,7 +148,8 @@ bool LayerPainter::paintCut(DisplayItem::List* items, size_t mask, size_t last,
   const QRect rect = touchedPixels(edge.boundingRect(), 1, canvas.tile().rect());
   const qint64 held = heldPixels_ + 2 * pixelsOf(rect);
   if (rect.isEmpty() || isAlongPixels(edge)) return false;
-  if (held > kMaxHeldPixels || depth_ > kMaxDepth / 2) return false;
+  // Others may need the rest: what they hold cannot be had in another way.
+  if (held > kMaxHeldPixels / 4 || depth_ > kMaxDepth / 2) return false;
   const QScopedValueRollback holds(heldPixels_, held);
 
   const bool isEndless = hasEndlessFills(*item);

@@ -14,7 +14,12 @@ namespace {
 /// As sharp as the image: each at the size that it has there.
 void paintColorGlyph(const TextLayout::ColorGlyph& glyph, double opacity,
                      const PaintContext& canvas) {
-  const double scale = std::clamp(scaleOf(glyph.place * canvas.toImage()), 1e-3, 1e3);
+  const QTransform toImage = glyph.place * canvas.toImage();
+  // No glyph reaches farther from its origin; those outside would be scaled in vain.
+  const double reach = 2 * glyph.size;
+  const QRectF around(-reach, -reach, 2 * reach, 2 * reach);
+  if (!toImage.mapRect(around).intersects(canvas.tile().rect())) return;
+  const double scale = std::clamp(scaleOf(toImage), 1e-3, 1e3);
   QRawFont font = glyph.font;
   font.setPixelSize(std::clamp(glyph.size * scale, 1.0, 1000.0));
   QGlyphRun run;
